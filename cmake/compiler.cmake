@@ -1,0 +1,20 @@
+# How every file of the project is compiled: warnings, exact arithmetic, sanitizers.
+add_library(crv_compiler INTERFACE)
+
+target_compile_options(crv_compiler INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wformat=2 -Wconversion -Wsign-conversion -Wundef -Wcast-qual
+  # Charts and tables are the same on every machine: no fused operations that round differently.
+  -ffp-contract=off)
+
+if(CRV_WERROR)
+  target_compile_options(crv_compiler INTERFACE -Werror)
+endif()
+
+if(CRV_SANITIZE)
+  target_compile_options(crv_compiler INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(crv_compiler INTERFACE -fsanitize=address,undefined)
+else()
+  # Start-up without looking for the compiler's libraries.
+  target_link_options(crv_compiler INTERFACE -static-libstdc++ -static-libgcc)
+endif()

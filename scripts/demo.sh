@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Builds the program and draws the example chart, as PostScript and as a PNG to look at.
+#
+#   scripts/demo.sh [folder]    leaves crv.ps and crv.png in the folder, "demo" unless named
+set -euo pipefail
+here=$(cd "$(dirname "$0")/.." && pwd)
+folder=${1:-$here/demo}
+# shellcheck source=scripts/packages.sh
+. "$here/scripts/packages.sh"
+need_packages "${build_packages[@]}" "${chart_packages[@]}"
+
+cd "$here"
+cmake --preset release -DCRV_TESTS=OFF >/dev/null
+cmake --build --preset release --parallel "$(nproc)" | tail -n 1
+
+mkdir -p "$folder"
+cp examples/run1.req "$folder"
+cd "$folder"
+# A finished chart ends with status 1. The printer command is left out: ':' does nothing.
+status=0
+CRV_PRINTCHAIN=: "$here/build/release/crv" -t "Quarter car over a bump" -r 0,38:3,52:3,70:2 -f run1.req -p || status=$?
+if [ "$status" -ne 1 ]; then
+    echo "crv ended with status $status" >&2
+    exit 1
+fi
+"$here/scripts/chart_to_png.sh" crv.ps crv.png
+echo
+echo "The chart is in $folder/crv.ps and, to look at, in $folder/crv.png"

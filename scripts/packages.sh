@@ -1,0 +1,34 @@
+# Sourced by the other scripts: installs what they need.
+#
+#   need_packages PACKAGE...   installs the Debian packages that are missing (Debian and Ubuntu; elsewhere it says what
+#                              to install and goes on)
+
+need_packages() {
+    local missing=() package
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        echo "Not a Debian or Ubuntu machine: please see to it that these are installed, by whatever name: $*" >&2
+        return 0
+    fi
+    for package in "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Please install as root: ${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    echo "Installing ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
+        >/dev/null
+}
+
+build_packages=(cmake g++ make)
+chart_packages=(ghostscript)
+test_packages=(libgtest-dev libgmock-dev python3 binutils)
+layout_packages=(clang-format clang-tidy shellcheck)

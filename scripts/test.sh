@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Builds the program and runs all tests: under the sanitizers, then as released.
+set -euo pipefail
+here=$(cd "$(dirname "$0")/.." && pwd)
+# shellcheck source=scripts/packages.sh
+. "$here/scripts/packages.sh"
+need_packages "${build_packages[@]}" "${chart_packages[@]}" "${test_packages[@]}"
+
+cd "$here"
+for preset in debug release; do
+    echo "=== $preset"
+    cmake --preset "$preset" -DCRV_WERROR="${CI:-OFF}" -DCRV_TESTS=ON >/dev/null
+    cmake --build --preset "$preset" --parallel "$(nproc)" | grep -E 'warning|error|FAILED' || true
+    cmake --build --preset "$preset" >/dev/null
+    ctest --preset "$preset" --parallel "$(nproc)" --output-on-failure | sed -n '/^[0-9]*% tests passed/,$p;/\*\*\*/p;/^FAIL/,/^$/p'
+    status=${PIPESTATUS[0]}
+    [ "$status" -eq 0 ]
+done

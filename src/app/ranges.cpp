@@ -1,0 +1,73 @@
+// app/ranges.cpp - see ranges.h.
+#include "app/ranges.h"
+
+#include "records/settings.h"
+#include "util/text.h"
+
+#include <cstdio>
+#include <string_view>
+
+static void set_range(double (&range)[2], double low, double high) {
+    range[0] = low;
+    range[1] = high;
+}
+
+static void read_range(std::string_view value, double (&range)[2]) {
+    const size_t colon = value.find(':');
+    set_range(range, utl_ToDouble(value.substr(0, colon)),
+              colon == value.npos ? 0.0 : utl_ToDouble(value.substr(colon + 1)));
+}
+
+static void clear_range(double (&range)[2]) { set_range(range, 10.0, -10.0); }
+
+void crv_TakeTimeWindow(const char *value) {
+    if (!value) return;
+    double(&window)[2] = crv_settings.time_window;
+    if (value[0] == '\0') {
+        clear_range(window);
+        printf("%%crv_05-w-tra, Default t range will be used \n");
+        return;
+    }
+    read_range(value, window);
+    if (window[0] > window[1]) {
+        printf("%%crv_05-e-tra, Improper t range specified \n");
+        printf("%%crv_05-w-tra, Default t range will be used \n");
+    } else {
+        printf("%%crv_05-i-tra, T range, %f through %f \n", window[0], window[1]);
+    }
+}
+
+void crv_TakeXRange(const char *value, double (&range)[2]) {
+    if (!value) return;
+    if (value[0] == 'a') {
+        clear_range(range);
+        printf("%%crv_05-w-xra, Default X range will be used \n");
+        return;
+    }
+    read_range(value, range);
+    if (range[0] > range[1]) {
+        printf("%%crv_05-e-xra, Improper X axis range specified \n");
+        printf("%%crv_05-w-xra, Default X range will be used \n");
+        clear_range(range);
+    } else {
+        // Deliberate: the tag says yra for X too.
+        printf("%%crv_05-i-yra, X axis range, %f through %f \n", range[0], range[1]);
+    }
+}
+
+void crv_TakeYRange(const char *value, double (&range)[2]) {
+    if (!value) return;
+    if (value[0] == 'a') {
+        clear_range(range);
+        printf("%%crv_05-w-yra, Default Y range will be used \n");
+        return;
+    }
+    read_range(value, range);
+    if (range[0] > range[1]) {
+        printf("%%crv_05-e-yra, Improper Y axis range specified\n");
+        printf("%%crv_05-w-yra, Default Y range will be used\n");
+        clear_range(range);
+    } else {
+        printf("%%crv_05-i-yra, Y axis range, %f through %f \n", range[0], range[1]);
+    }
+}

@@ -1,0 +1,53 @@
+// app/run.h - what the driver knows of the run while it scans its arguments.
+#pragma once
+
+#include "records/chart.h"
+#include "util/console.h"
+
+#include <cstdint>
+#include <string>
+
+// Values of the run request: what is done after the last argument. It starts as the number of arguments, deliberately,
+// and the last option that sets it wins.
+constexpr int crv_run_help = 10;
+constexpr int crv_run_status = 11;
+constexpr int crv_run_debug_help = 12;
+constexpr int crv_run_examples = 13;
+constexpr int crv_run_bugs = 14;
+constexpr int crv_run_write = 15;
+constexpr int crv_run_chart = 50;
+constexpr int crv_run_requests = 91;
+
+struct crv_run {
+    int argc = 0;
+    char **argv = nullptr;
+    int request = 0;
+    const char *selection = nullptr; // points into argv
+    std::string value;               // condition of the conditional value report, lower-cased
+    const char *ps_path = "crv.ps";
+    const char *init_path = ""; // accepted only
+    int plots_per_page = 0;     // echoed only
+    int files_met = 0;
+    std::string file_path;
+    uint16_t columns_read = 0;
+    double x_range[2] = {100.0, -100.0};
+    double y_range[2] = {100.0, -100.0};
+    crv_chart *chart = nullptr;
+};
+
+// Chart 0. When there was no memory for it, which has been reported, its first use ends the run with status 0.
+inline crv_chart *crv_UseChart(crv_run *run) {
+    if (!run->chart) utl_Quit(0);
+    return run->chart;
+}
+
+// The argument after argument `index`, or null when that is the last.
+inline char *crv_NextArgument(const crv_run *run, int index) {
+    return index + 1 < run->argc ? run->argv[index + 1] : nullptr;
+}
+
+// The same, but null also for an argument that looks like an option.
+inline char *crv_NextValue(const crv_run *run, int index) {
+    char *next = crv_NextArgument(run, index);
+    return next && next[0] != '-' ? next : nullptr;
+}

@@ -1,0 +1,102 @@
+// app/setup.cpp - see setup.h.
+#include "app/setup.h"
+
+#include "app/file_options.h"
+#include "app/not_yet.h"
+#include "app/options.h"
+#include "app/run.h"
+#include "postscript/chart_file.h"
+#include "records/column.h"
+#include "records/dump.h"
+#include "records/settings.h"
+#include "util/console.h"
+
+#include <algorithm>
+#include <cstdio>
+
+// The chart frame on the page, in points, and the font size of the legend procedure.
+static constexpr int frame_left = 135;
+static constexpr int frame_bottom = 110;
+static constexpr int frame_width = 600;
+static constexpr int frame_height = 400;
+static constexpr int legend_font_size = 10;
+
+static constexpr int status_chart_done = 1; // Deliberate: a finished chart ends with 1.
+
+static void use_given_range(const double (&given)[2], double (&range)[2]) {
+    if (given[1] > given[0]) std::copy(std::begin(given), std::end(given), range);
+}
+
+[[noreturn]] static void draw_chart(crv_run *run) {
+    crv_chart *chart = crv_UseChart(run);
+    FILE *stream = crv_PlotHead(run->ps_path, chart);
+    crv_PlotTxt(stream, frame_left, frame_bottom, frame_width, frame_height, legend_font_size, chart);
+    if (chart->story_ts[0][0] != '\0') crv_PlotAppen(stream, chart->story_ts[0], run->ps_path);
+    crv_PlotData(stream, frame_left, frame_bottom, frame_width, frame_height, chart);
+    crv_PlotGrid(stream, frame_left, frame_bottom, frame_width, frame_height);
+    crv_settings.print_flag = 1;
+    crv_PlotEnd(run->ps_path, stream);
+    printf("  \n");
+    printf(" %%crv_05-i-fini, ******** voila\n");
+    utl_Quit(status_chart_done);
+}
+
+static void check_data(const crv_run *run) {
+    const bool needs_data = run->request < crv_run_help || run->request > crv_run_write;
+    if (run->columns_read >= 2 || !needs_data) return;
+    fprintf(stderr, "%%crv_05-f-dat, Some data Must be selected to continue!\n");
+    utl_Quit(0);
+}
+
+static void set_up_chart(crv_run *run) {
+    crv_chart *chart = crv_UseChart(run);
+    chart->num_curves = static_cast<uint16_t>(run->columns_read - 1);
+    use_given_range(run->x_range, chart->xminmax);
+    use_given_range(run->y_range, chart->yminmax);
+}
+
+static void dump_records(const crv_run *run) {
+    if (crv_DBG == 86) crv_DumpCols(0, 0, crv_dump_both);
+    if (crv_DBG == 82) {
+        printf("%%crv_05-v-loc, Dumping chart struct from 05\n");
+        if (run->chart) crv_DumpChts(0);
+    }
+}
+
+static void finish_run(crv_run *run) {
+    if (crv_DBG == 49) {
+        printf("    _05-v-val, 11111111111111111111 Before DumpChts()\n");
+        crv_UseChart(run);
+        crv_DumpChts(0);
+    }
+    if (run->request == crv_run_requests && run->columns_read < 2) crv_ReadPickedRequestFile(run);
+    check_data(run);
+    set_up_chart(run);
+    if (crv_DBG == 49) {
+        printf("    _05-v-val, 2222222222222 Before DumpChts() \n");
+        crv_DumpChts(0);
+    }
+    if (run->request >= crv_run_help && run->request <= crv_run_bugs) {
+        crv_NotYet("print its texts");
+    }
+    if (run->request == crv_run_chart) draw_chart(run);
+    dump_records(run);
+    printf("\n");
+}
+
+void crv_SetUp(int argc, char **argv, char ** /*envp*/) {
+    crv_run run;
+    run.argc = argc;
+    run.argv = argv;
+    run.request = argc - 1;
+    crv_settings.time_window[0] = -100.0;
+    crv_settings.time_window[1] = 10000.0;
+    if (argc < 2) {
+        printf("%%crv_05-f-arg, No arguments specified. Try (crv -h) \n");
+        utl_Quit(0);
+    }
+    run.chart = crv_AllocCht(0);
+    crv_ClearColumns();
+    crv_ScanOptions(&run);
+    finish_run(&run);
+}

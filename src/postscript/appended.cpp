@@ -1,0 +1,32 @@
+// postscript/appended.cpp - the third section of the chart file: a PostScript file of the user's.
+#include "postscript/chart_file.h"
+#include "records/settings.h"
+#include "util/console.h"
+#include "util/line_reader.h"
+
+static constexpr size_t line_limit = 1023; // longer lines are read in pieces
+static constexpr size_t kept_length = 81;  // of each piece
+
+int crv_PlotAppen(FILE *stream, const char *user_file, const char *path) {
+    if (crv_DBG == 46) printf("    _46-i-val, Paste \"%s\" to \"%s\" \n", user_file, path);
+    fputs("%% --- Begin of user supplied ps -- (crv_ module [[46]]) --- \n", stream);
+    fprintf(stream, "%%%% --- file: \"%s\" \n", user_file);
+
+    utl_lines *in = utl_OpenLines(user_file);
+    if (!in) {
+        perror("    _46-f-fopen read, ");
+        printf(" \"%s\"\n", user_file);
+        utl_Quit(0);
+    }
+    for (;;) {
+        const utl_line line = utl_NextLine(in, line_limit);
+        if (line.end == utl_end::file_end || line.end == utl_end::nothing) break;
+        const std::string_view kept = line.text.substr(0, kept_length);
+        fprintf(stream, "%.*s\n", static_cast<int>(kept.size()), kept.data());
+    }
+    utl_CloseLines(in);
+
+    fputs("%% --- End of user supplied ps ---- (crv_ module [[46]]) --- \n", stream);
+    fputs(" \n", stream);
+    return 1;
+}

@@ -1,0 +1,33 @@
+// readers/selection.h - the request selection: which series of a file become columns.
+//
+//   1052:3,1090:2    item 3 of request 1052 and item 2 of request 1090
+//   0,38:3           time, and item 3 of request 38
+//   1,3              columns 1 and 3 of a column file
+//
+// Pair k fills column slot first + k of the reader that it is handed to.
+#pragma once
+
+#include "records/column.h"
+
+#include <cstdint>
+#include <span>
+
+// One pair of the selection. The labels are not zero-terminated.
+struct crv_reqsel {
+    uint32_t req;       // request identifier or column number; 0 is time
+    uint32_t item;      // which value of the request; 0 for time
+    char comp_label[2]; // label of the item, set when the file has been read
+    int32_t block;      // line of the request within a step, counted from 1; 0 for time, -1 while not found
+    uint32_t type;      // type of the request as the header gives it
+    char type_label[5]; // label of the type, set when the file has been read
+};
+
+// Reads the selection `text` into `entries`, as many as they hold, and returns how many pairs the text has. It never
+// fails: what is not a number reads as 0, and so as time. A null text has no pairs.
+//
+// Pairs are separated by blanks and commas. Without a ':' the item is 1.
+int crv_ParseSel(const char *text, std::span<crv_reqsel> entries);
+
+// Puts the indices of `entries` into `order`, sorted by block; entries of one block stay in selection order. So a reader
+// meets them in the order in which a step holds their lines.
+void crv_SortByBlock(std::span<const crv_reqsel> entries, uint8_t *order);

@@ -1,0 +1,62 @@
+// stats/column_stats.h - the statistics of a column, kept as its values arrive.
+//
+// Each routine takes the place of the value in its series: `step` counted from 1, `time` in the unit of the file. The
+// first value of a column sets everything; comparisons are strict, so that of equal values the earliest keeps the
+// extreme. A reader calls, for each value that it keeps, the routines for the statistics that it keeps, and appends the
+// value afterwards: a column whose list is empty waits for its first.
+#pragma once
+
+#include "records/column.h"
+
+#include <cmath>
+
+// Minimum and maximum with their steps and times, and the abscissas var1 and var2.
+inline void crv_KeepMinMax(crv_column *column, double value, uint32_t step, double time) {
+    const bool first = !column->val_list;
+    if (first || value > column->max) {
+        column->max = value;
+        column->max_step = step;
+        column->max_time = column->var2 = time;
+    }
+    if (first || value < column->min) {
+        column->min = value;
+        column->min_step = step;
+        column->min_time = column->var1 = time;
+    }
+}
+
+inline void crv_KeepSum(crv_column *column, double value) {
+    column->sum = column->val_list ? column->sum + value : value;
+}
+
+// First and last value.
+inline void crv_KeepEnds(crv_column *column, double value, uint32_t step, double time) {
+    if (!column->val_list) {
+        column->begin_val = value;
+        column->begin_step = step;
+        column->begin_time = time;
+    }
+    column->end_val = value;
+    column->end_step = step;
+    column->end_time = time;
+}
+
+// Smallest and largest magnitude.
+inline void crv_KeepMagnitudes(crv_column *column, double value, uint32_t step, double time) {
+    const bool first = !column->val_list;
+    const double magnitude = std::fabs(value);
+    if (first || magnitude > column->absmax) {
+        column->absmax = magnitude;
+        column->absmax_step = step;
+        column->absmax_time = time;
+    }
+    if (first || magnitude < column->absmin) {
+        column->absmin = magnitude;
+        column->absmin_step = step;
+        column->absmin_time = time;
+    }
+}
+
+// The mean of a column whose sum is complete. The count is signed and 16 bits wide; of no values it is what a division
+// by 0 gives.
+inline double crv_MeanOf(double sum, int16_t count) { return sum / count; }

@@ -1,0 +1,66 @@
+// stats/rounding.cpp - see rounding.h.
+#include "stats/rounding.h"
+
+#include "records/settings.h"
+#include "util/text.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+
+// A number as one signed digit times a power of ten, the rest cut off.
+struct leading_digit {
+    int digit;
+    double power;
+};
+
+// Works on the printed text, so that the mantissa is rounded before the digit is taken.
+static leading_digit take_leading_digit(double value) {
+    char text[16];
+    snprintf(text, sizeof text, "%10.3e", value);
+    const double exponent = utl_ToDouble(strchr(text, 'e') + 1);
+    return {utl_ToInt({text, 2}), pow(10.0, exponent)};
+}
+
+// In single precision, so that values such as 0.1, which have no exact binary form, count as round.
+static bool is_round(double value, leading_digit lead) {
+    return static_cast<float>(value) == static_cast<float>(lead.digit * lead.power);
+}
+
+static double round_down(double value) {
+    if (!std::isfinite(value)) return value;
+    leading_digit lead = take_leading_digit(value);
+    if (is_round(value, lead)) return value;
+    if (lead.digit < 0) --lead.digit;
+    return lead.digit * lead.power;
+}
+
+static double round_up(double value) {
+    if (!std::isfinite(value)) return value;
+    leading_digit lead = take_leading_digit(value);
+    if (is_round(value, lead)) return value;
+    if (lead.digit >= 0) ++lead.digit;
+    return lead.digit * lead.power;
+}
+
+static void set_pair(double *minmax, double low, double high) {
+    minmax[0] = low;
+    minmax[1] = high;
+}
+
+void crv_RMinMax(double *minmax) {
+    if (crv_DBG == 49) {
+        printf("    _49-i-val, \n");
+        printf("    _49-i-val, Before: minmax[0] = %f, minmax[1] = %f\n", minmax[0], minmax[1]);
+    }
+
+    if (crv_DBG == 491) {
+        set_pair(minmax, 0.491, 491.0);
+    } else {
+        set_pair(minmax, round_down(minmax[0]), round_up(minmax[1]));
+    }
+    if (crv_DBG == 492) set_pair(minmax, 0.492, 492.0);
+
+    if (crv_DBG == 49 || (crv_DBG >= 491 && crv_DBG <= 494))
+        printf("    _49-i-val, After : minmax[0] = %f, minmax[1] = %f\n", minmax[0], minmax[1]);
+}

@@ -1,0 +1,24 @@
+// util/console.cpp - see console.h.
+#include "util/console.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+void utl_Quit(int status) { exit(status); }
+
+void utl_ReadAnswer(char *answer, size_t size) {
+    fflush(stdout);
+    size_t length = 0;
+    bool cr_held = false; // a CR belongs to the answer only when no line end follows it
+    for (int c = getchar(); c != EOF && c != '\n'; c = getchar()) {
+        if (cr_held && length + 1 < size) answer[length++] = '\r';
+        cr_held = c == '\r';
+        if (!cr_held && length + 1 < size) answer[length++] = static_cast<char>(c);
+    }
+    answer[length] = '\0';
+}
+
+bool utl_RunCommand(const char *command) {
+    fflush(nullptr);
+    return system(command) != -1;
+}

@@ -1,0 +1,16 @@
+// util/console.h - the program's doors to the outside: the end of the run, answers from the user, commands to the shell.
+#pragma once
+
+#include <cstddef>
+
+// Ends the program with `status`. Every end of a run but the return from main goes through here.
+[[noreturn]] void utl_Quit(int status);
+
+// Reads one line from standard input into `answer`: at most size - 1 characters, the rest of the line is consumed and
+// lost, the line end is not part of it. The end of standard input is an empty answer. What was printed so far, the
+// prompt included, is on the screen before the program waits.
+void utl_ReadAnswer(char *answer, size_t size);
+
+// Runs `command` through the system's command interpreter. What was printed so far is out before it starts. Returns
+// false with errno set when no interpreter could be started; how the command itself ended does not count.
+bool utl_RunCommand(const char *command);

@@ -1,0 +1,103 @@
+// util/line_reader.cpp - see line_reader.h.
+#include "util/line_reader.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+static constexpr size_t block_size = 256 * 1024;
+
+// Moves what is left to the front of the block and fills the room behind it, until `wanted` characters are there or the
+// file ends.
+static void fill_block(utl_lines *in, size_t wanted) {
+    auto held = static_cast<size_t>(in->block_end - in->next);
+    memmove(in->block, in->next, held);
+    while (held < wanted && !in->at_file_end) {
+        const ssize_t got = read(in->file, in->block + held, block_size - held);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) in->error = errno;
+        if (got <= 0) {
+            in->at_file_end = true;
+        } else {
+            held += static_cast<size_t>(got);
+        }
+    }
+    in->next = in->block;
+    in->block_end = in->block + held;
+}
+
+utl_lines *utl_OpenLines(const char *path) {
+    const int file = open(path, O_RDONLY | O_CLOEXEC);
+    if (file < 0) return nullptr;
+
+    auto *in = static_cast<utl_lines *>(calloc(1, sizeof(utl_lines)));
+    auto *block = static_cast<char *>(malloc(block_size));
+    if (in && block) {
+        *in = {.file = file,
+               .error = 0,
+               .at_file_end = false,
+               .line_number = 0,
+               .lines_ended = 0,
+               .next = block,
+               .block_end = block,
+               .block = block};
+        fill_block(in, 1); // shows whether it can be read at all: a folder opens like a file
+        if (in->error == 0) return in;
+        errno = in->error;
+    }
+    const int error = errno;
+    close(file);
+    free(block);
+    free(in);
+    errno = error;
+    return nullptr;
+}
+
+// The text of `length` characters at `begin`, up to its first NUL.
+static std::string_view text_before_nul(const char *begin, size_t length) {
+    const void *nul = length > 0 ? memchr(begin, '\0', length) : nullptr;
+    return {begin, nul ? static_cast<size_t>(static_cast<const char *>(nul) - begin) : length};
+}
+
+utl_line utl_NextLine(utl_lines *in, size_t limit) {
+    // A line that just fits takes one character more than the limit when a CR stands before its line end.
+    const size_t longest = limit + 1;
+    if (static_cast<size_t>(in->block_end - in->next) < longest && !in->at_file_end) fill_block(in, longest);
+
+    const char *begin = in->next;
+    const auto held = static_cast<size_t>(in->block_end - begin);
+    in->line_number = in->lines_ended + 1;
+    if (held == 0) return {{}, utl_end::nothing};
+
+    const void *found = memchr(begin, '\n', held < longest ? held : longest);
+    if (found) {
+        auto length = static_cast<size_t>(static_cast<const char *>(found) - begin);
+        const bool has_cr = length > 0 && begin[length - 1] == '\r';
+        if (length - has_cr < limit) {
+            in->next = begin + length + 1;
+            ++in->lines_ended;
+            return {text_before_nul(begin, length - has_cr), utl_end::newline};
+        }
+    }
+    const size_t length = held < limit ? held : limit;
+    in->next = begin + length;
+    return {text_before_nul(begin, length), length == limit ? utl_end::limit : utl_end::file_end};
+}
+
+bool utl_RewindLines(utl_lines *in) {
+    if (lseek(in->file, 0, SEEK_SET) < 0) return false;
+    in->error = 0;
+    in->at_file_end = false;
+    in->line_number = 0;
+    in->lines_ended = 0;
+    in->next = in->block_end = in->block;
+    return true;
+}
+
+void utl_CloseLines(utl_lines *in) {
+    close(in->file);
+    free(in->block);
+    free(in);
+}

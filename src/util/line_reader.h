@@ -1,0 +1,43 @@
+// util/line_reader.h - reads text files line by line as fgets does, without a copy of the line.
+//
+// A CR directly before a line end is dropped and does not count. A NUL ends the text of its line.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+enum class utl_end {
+    newline,  // a whole line; its line end is not part of the text
+    limit,    // the limit was reached first: a piece, the rest comes with the next read
+    file_end, // the file ended before the line did
+    nothing,  // the file had ended already; the text is empty
+};
+
+struct utl_line {
+    std::string_view text; // valid until the next read
+    utl_end end;
+};
+
+// An open file with its one block of text.
+struct utl_lines {
+    int file;
+    int error;             // errno of a read that failed, 0 while all is well; a failed read ends the file
+    bool at_file_end;      // the block holds all that is left
+    uint64_t line_number;  // of the line that the last read came from, counted from 1
+    uint64_t lines_ended;  // line ends seen
+    const char *next;      // first character not yet read
+    const char *block_end; // one past the last character in the block
+    char *block;
+};
+
+// Opens `path` for reading and reads its first block. Returns null with errno set when that fails, also for a folder.
+utl_lines *utl_OpenLines(const char *path);
+
+// Reads on: at most `limit` characters, the line end counted as one of them, 1 <= limit <= 65,536.
+utl_line utl_NextLine(utl_lines *in, size_t limit);
+
+// Back to the first line. Returns false with errno set when the file cannot be read twice.
+bool utl_RewindLines(utl_lines *in);
+
+void utl_CloseLines(utl_lines *in);

@@ -1,0 +1,52 @@
+#!/usr/bin/env python3
+"""Every Deliberate: comment has its row in docs/oddities.md, every row names a test that is there, and every link of
+the documents leads somewhere."""
+import pathlib
+import re
+import sys
+
+
+def known_tests(root):
+    names = {str(p.parent.relative_to(root / "tests/cases")) for p in (root / "tests/cases").rglob("cmd")}
+    for path in (root / "tests/unit").glob("*.cpp"):
+        names |= {f"{a}.{b}" for a, b in re.findall(r"TEST(?:_F)?\((\w+), (\w+)\)", path.read_text())}
+    return names
+
+
+def faults_in_oddities(root):
+    rows = [line.split("|")[1:-1] for line in (root / "docs/oddities.md").read_text().splitlines()
+            if line.startswith("| `")]
+    tests = known_tests(root)
+    for row in rows:
+        where, test = row[0].strip(" `"), row[2].strip(" `")
+        if not (root / "src" / where).exists():
+            yield f"oddities.md: no file {where}"
+        if test not in tests:
+            yield f"oddities.md: no test {test}"
+    named = {row[0].strip(" `") for row in rows}
+    for path in sorted((root / "src").rglob("*.*")):
+        name = path.relative_to(root / "src").as_posix()
+        count = path.read_text().count("Deliberate:")
+        listed = sum(row[0].strip(" `") == name for row in rows)
+        if count > listed:
+            yield f"{name}: {count} Deliberate: comments, {listed} rows in oddities.md"
+    if not named:
+        yield "oddities.md: no rows"
+
+
+def faults_in_links(root):
+    for doc in [*root.glob("*.md"), *(root / "docs").glob("*.md")]:
+        for link in re.findall(r"\]\(([^)#]+)(?:#[^)]*)?\)", doc.read_text()):
+            if "://" not in link and not (doc.parent / link).exists():
+                yield f"{doc.relative_to(root)}: broken link {link}"
+
+
+def main():
+    root = pathlib.Path(sys.argv[1])
+    faults = [*faults_in_oddities(root), *faults_in_links(root)]
+    print(*faults, sep="\n")
+    sys.exit(1 if faults else 0)
+
+
+if __name__ == "__main__":
+    main()
