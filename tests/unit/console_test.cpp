@@ -1,0 +1,38 @@
+// unit/console_test.cpp
+#include "util/console.h"
+
+#include "support.h"
+
+namespace {
+
+std::string answer_to(const std::string &typed, size_t size) {
+    const text_file file(typed);
+    if (!freopen(file.path(), "r", stdin)) return "no standard input";
+    char answer[64];
+    utl_ReadAnswer(answer, size);
+    return answer;
+}
+
+TEST(Console, AnAnswerIsOneLineWithoutItsEnd) {
+    EXPECT_EQ(answer_to("yes\nno\n", 64), "yes");
+    EXPECT_EQ(answer_to("yes\r\n", 64), "yes");
+    EXPECT_EQ(answer_to("a\rb", 64), "a\rb");
+}
+
+TEST(Console, TheEndOfInputIsAnEmptyAnswer) { EXPECT_EQ(answer_to("", 64), ""); }
+
+TEST(Console, TheRestOfALongAnswerIsConsumed) {
+    const text_file file("abcdefgh\nnext\n");
+    ASSERT_TRUE(freopen(file.path(), "r", stdin));
+    char answer[4];
+    utl_ReadAnswer(answer, sizeof answer);
+    EXPECT_STREQ(answer, "abc");
+    utl_ReadAnswer(answer, sizeof answer);
+    EXPECT_STREQ(answer, "nex");
+}
+
+TEST(Console, QuittingEndsWithTheStatus) { EXPECT_EXIT(utl_Quit(3), testing::ExitedWithCode(3), ""); }
+
+TEST(Console, ACommandThatFailsIsNoFault) { EXPECT_TRUE(utl_RunCommand("exit 7")); }
+
+} // namespace

@@ -1,0 +1,81 @@
+// unit/selection_test.cpp
+#include "readers/selection.h"
+
+#include "support.h"
+
+namespace {
+
+struct pair {
+    uint32_t req, item;
+    int32_t block;
+    bool operator==(const pair &) const = default;
+};
+
+void PrintTo(const pair &p, std::ostream *out) { *out << p.req << ":" << p.item << " block " << p.block; }
+
+std::vector<pair> parsed(const char *text) {
+    crv_reqsel entries[CRV_MAXCOLS];
+    const int count = crv_ParseSel(text, entries);
+    std::vector<pair> pairs;
+    for (int k = 0; k < count; ++k) pairs.push_back({entries[k].req, entries[k].item, entries[k].block});
+    return pairs;
+}
+
+using pairs = std::vector<pair>;
+
+TEST(Selection, TimeIsFoundAndRequestsAreNot) {
+    EXPECT_EQ(parsed("0,38:3,1:1"), (pairs{{0, 0, 0}, {38, 3, -1}, {1, 1, -1}}));
+}
+
+TEST(Selection, TheItemOfTimeIsAlwaysZero) { EXPECT_EQ(parsed("0:5"), (pairs{{0, 0, 0}})); }
+
+TEST(Selection, WithoutAColonTheItemIsOne) { EXPECT_EQ(parsed("1052"), (pairs{{1052, 1, -1}})); }
+
+TEST(Selection, ARequestMayBeNamedTwice) {
+    EXPECT_EQ(parsed("1052:1,1052:3"), (pairs{{1052, 1, -1}, {1052, 3, -1}}));
+}
+
+TEST(Selection, ATextThatIsNoNumberIsTime) { EXPECT_EQ(parsed("R"), (pairs{{0, 0, 0}})); }
+
+TEST(Selection, OnlyTheFirstColonSeparates) { EXPECT_EQ(parsed("12:3:4"), (pairs{{12, 3, -1}})); }
+
+TEST(Selection, ASemicolonDoesNotSeparate) { EXPECT_EQ(parsed("1052;3"), (pairs{{1052, 1, -1}})); }
+
+TEST(Selection, AnItemWithoutDigitsIsZero) {
+    EXPECT_EQ(parsed("1052:"), (pairs{{1052, 0, -1}}));
+    EXPECT_EQ(parsed("1052:x"), (pairs{{1052, 0, -1}}));
+    EXPECT_EQ(parsed("1052: 5"), (pairs{{1052, 0, -1}, {5, 1, -1}}));
+}
+
+TEST(Selection, ANegativeIdentifierBecomesALargeOne) { EXPECT_EQ(parsed("-5:1"), (pairs{{4294967291U, 1, -1}})); }
+
+TEST(Selection, RunsOfBlanksAndCommasMakeNoEmptyPairs) {
+    EXPECT_EQ(parsed("1052:3, ,1090:2"), (pairs{{1052, 3, -1}, {1090, 2, -1}}));
+    EXPECT_EQ(parsed(" ,, "), pairs{});
+    EXPECT_EQ(parsed(""), pairs{});
+    EXPECT_EQ(parsed(nullptr), pairs{});
+}
+
+TEST(Selection, ATabIsPartOfAToken) {
+    EXPECT_EQ(parsed("\t5:2"), (pairs{{5, 2, -1}}));
+    EXPECT_EQ(parsed("5\t6"), (pairs{{5, 1, -1}}));
+}
+
+TEST(Selection, MorePairsThanRoomAreCountedButNotStored) {
+    std::string text = "0";
+    for (int k = 1; k < 100000; ++k) text += ",1:1";
+    crv_reqsel entries[CRV_MAXCOLS];
+    EXPECT_EQ(crv_ParseSel(text.c_str(), entries), 100000);
+    EXPECT_EQ(crv_ParseSel(text.c_str(), {}), 100000);
+}
+
+TEST(Selection, OrderByBlockKeepsSelectionOrderWithinALine) {
+    crv_reqsel entries[5] = {};
+    const int blocks[5] = {3, 0, 3, 1, 0};
+    for (int k = 0; k < 5; ++k) entries[k].block = blocks[k];
+    uint8_t order[5];
+    crv_SortByBlock(entries, order);
+    EXPECT_THAT(order, testing::ElementsAre(1, 4, 3, 0, 2));
+}
+
+} // namespace

@@ -1,0 +1,119 @@
+// unit/support.h - what several unit tests need: files to read, output to look at, memory that runs out.
+#pragma once
+
+#include "records/chart.h"
+#include "records/column.h"
+#include "records/memory.h"
+#include "records/settings.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+// A file with the given bytes, removed at the end of the test.
+class text_file {
+public:
+    explicit text_file(const std::string &bytes, const std::string &suffix = ".req") {
+        static int number = 0;
+        path_ = testing::TempDir() + "crv_unit_" + std::to_string(getpid()) + "_" + std::to_string(++number) + suffix;
+        std::ofstream(path_, std::ios::binary) << bytes;
+    }
+    text_file(const text_file &) = delete;
+    text_file &operator=(const text_file &) = delete;
+    ~text_file() { remove(path_.c_str()); }
+    const char *path() const { return path_.c_str(); }
+
+private:
+    std::string path_;
+};
+
+inline std::string bytes_of(const std::string &path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// What `action` prints on standard output, and on standard error.
+template <typename action> std::string stdout_of(action act) {
+    testing::internal::CaptureStdout();
+    act();
+    fflush(stdout);
+    return testing::internal::GetCapturedStdout();
+}
+
+template <typename action> std::string stderr_of(action act) {
+    testing::internal::CaptureStderr();
+    act();
+    return testing::internal::GetCapturedStderr();
+}
+
+// What `action` writes to the stream that it is given.
+template <typename action> std::string written_by(action act) {
+    char *text = nullptr;
+    size_t size = 0;
+    FILE *stream = open_memstream(&text, &size);
+    act(stream);
+    fclose(stream);
+    const std::string result(text, size);
+    free(text);
+    return result;
+}
+
+// While it lives, the allocation that comes after `good` good ones fails, and all later ones.
+class failing_memory {
+public:
+    explicit failing_memory(int good) {
+        left_ = good;
+        crv_Calloc = [](size_t count, size_t size) -> void * {
+            if (left_-- > 0) return calloc(count, size);
+            errno = ENOMEM;
+            return nullptr;
+        };
+    }
+    failing_memory(const failing_memory &) = delete;
+    failing_memory &operator=(const failing_memory &) = delete;
+    ~failing_memory() { crv_Calloc = calloc; }
+
+private:
+    static inline int left_;
+};
+
+// Settings and tables as at the start of a run.
+class fresh_run : public testing::Test {
+protected:
+    void SetUp() override {
+        crv_DBG = 0;
+        crv_settings = {};
+        crv_ClearColumns();
+        for (crv_chart *&chart : crv_charts) chart = nullptr;
+    }
+    void TearDown() override { SetUp(); }
+};
+
+// Puts a column with these values into the table.
+inline crv_column *add_column(int slot, const std::vector<double> &values, const char *name = "") {
+    crv_column *column = crv_AllocColumn(slot);
+    snprintf(column->colname, sizeof column->colname, "%s", name);
+    for (const double value : values) {
+        crv_value *node = crv_AllocValue();
+        node->val = value;
+        (column->val_list ? column->val_cur->next : column->val_list) = node;
+        column->val_cur = node;
+        ++column->numpts;
+    }
+    return column;
+}
+
+inline std::vector<double> values_of(const crv_column *column) {
+    std::vector<double> values;
+    for (const crv_value *node = column->val_list; node; node = node->next) values.push_back(node->val);
+    return values;
+}

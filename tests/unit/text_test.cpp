@@ -1,0 +1,91 @@
+// unit/text_test.cpp
+#include "util/text.h"
+
+#include "support.h"
+
+#include <bit>
+#include <cmath>
+#include <random>
+
+namespace {
+
+TEST(Text, ACopyIsCutToItsField) {
+    char field[4];
+    utl_CopyText(field, "abcdef");
+    EXPECT_STREQ(field, "abc");
+    utl_CopyText(field, "xy");
+    EXPECT_STREQ(field, "xy");
+    utl_CopyText(field, "");
+    EXPECT_STREQ(field, "");
+}
+
+TEST(Text, TrimmingTakesBlanksOnly) {
+    EXPECT_EQ(utl_TrimEnd("ab  "), "ab");
+    EXPECT_EQ(utl_TrimEnd("ab \t"), "ab \t");
+    EXPECT_EQ(utl_TrimEnd("ab \n"), "ab \n");
+    EXPECT_EQ(utl_TrimEnd("   "), "");
+    EXPECT_EQ(utl_TrimEnd(""), "");
+}
+
+std::vector<std::string> fields_of(std::string_view rest) {
+    std::vector<std::string> fields;
+    std::string_view field;
+    while (utl_NextField(&rest, &field)) fields.emplace_back(field);
+    return fields;
+}
+
+TEST(Text, FieldsAreSeparatedByRunsOfBlanksAndCommas) {
+    EXPECT_EQ(fields_of(" a,b ,, c\td "), (std::vector<std::string>{"a", "b", "c\td"}));
+    EXPECT_TRUE(fields_of(" , ").empty());
+    EXPECT_TRUE(fields_of("").empty());
+}
+
+// The same bits, or both not a number.
+void expect_same(double value, double wanted, const std::string &text) {
+    if (std::isnan(wanted)) {
+        EXPECT_TRUE(std::isnan(value)) << text;
+    } else {
+        EXPECT_EQ(std::bit_cast<uint64_t>(value), std::bit_cast<uint64_t>(wanted)) << text;
+    }
+}
+
+TEST(Text, NumbersAreReadAsByAtof) {
+    for (const char *text :
+         {"",          "abc",       "1",        "-1",       "+1",       "  12.5x",     "\t\n-3e2", "1e",
+          "1e+",       "1.e5",      ".5",       "-.5",      ".",        "-",           "+",        "+-1",
+          "0x10",      "-0x1p3",    "0x",       "0xg",      "inf",      "-Infinity",   "nan",      "nan(1)",
+          "1e400",     "-1e400",    "1e-400",   "4.9e-324", "2e-308",   "1e308",       "1d5",      "1E5",
+          "0.1",       "1,5",       "- 5",      "-0",       "-0.0",     "1.7976931348623157e308",
+          "123456789012345678901234567890", "0.000000000000000000000000000001234", "9007199254740993"})
+        expect_same(utl_ToDouble(text), atof(text), text);
+}
+
+TEST(Text, RandomNumbersAreReadAsByAtof) {
+    std::mt19937_64 random(38);
+    const std::string characters = "0123456789.eE+-x ";
+    for (int round = 0; round < 20000; ++round) {
+        std::string text;
+        for (size_t length = random() % 24; length > 0; --length) text += characters[random() % characters.size()];
+        expect_same(utl_ToDouble(text), atof(text.c_str()), text);
+        char printed[64];
+        snprintf(printed, sizeof printed, "%.*g", static_cast<int>(1 + random() % 17),
+                 std::bit_cast<double>(static_cast<uint64_t>(random())));
+        expect_same(utl_ToDouble(printed), atof(printed), printed);
+    }
+}
+
+TEST(Text, ANumberEndsWithItsText) {
+    EXPECT_EQ(utl_ToDouble(std::string_view("12345").substr(0, 2)), 12.0);
+    EXPECT_EQ(utl_ToDouble(std::string_view("+12345").substr(0, 3)), 12.0);
+    EXPECT_EQ(utl_ToDouble(std::string_view("0x1F").substr(0, 3)), 1.0);
+    EXPECT_EQ(utl_ToInt(std::string_view("12345").substr(0, 2)), 12);
+}
+
+TEST(Text, IntegersAreReadAsByAtoi) {
+    for (const char *text : {"", "x", "5", "-5", "+5", " 7.9", "\t8", "--1", "2147483647", "2147483648", "-2147483649",
+                             "4294967295", "9223372036854775807", "9223372036854775808", "-9223372036854775808",
+                             "-9223372036854775809", "99999999999999999999999", "0x10", "1e3", "- 5"})
+        EXPECT_EQ(utl_ToInt(text), atoi(text)) << text;
+}
+
+} // namespace
