@@ -40,8 +40,8 @@ static bool choose_file(crv_run *run, int index, const char * /*pattern*/) {
 static void need_slots(const crv_run *run, int wanted) {
     const int free_slots = CRV_MAXCOLS - run->columns_read;
     if (wanted <= free_slots) return;
-    fprintf(stderr, "%%crv_05-f-col, \"%s\" would need %d columns, %d of %d are free\n", run->file_path.c_str(),
-            wanted, free_slots, CRV_MAXCOLS);
+    fprintf(stderr, "%%crv_05-f-col, \"%s\" would need %d columns, %d of %d are free\n",
+            run->file_path.c_str(), wanted, free_slots, CRV_MAXCOLS);
     utl_Quit(status_refused);
 }
 
@@ -126,4 +126,6 @@ void crv_TakeFileOption(crv_run *run, int index) {
     }
 }
 
-void crv_ReadPickedRequestFile(crv_run * /*run*/) { crv_NotYet("list files to pick from"); }
+void crv_ReadPickedRequestFile(crv_run * /*run*/) {
+    crv_NotYet("list files to pick from");
+}

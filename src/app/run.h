@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <string>
 
-// Values of the run request: what is done after the last argument. It starts as the number of arguments, deliberately,
-// and the last option that sets it wins.
+// Values of the run request: what is done after the last argument. The last option that
+// sets it wins. Deliberate: it starts as the number of arguments.
 constexpr int crv_run_help = 10;
 constexpr int crv_run_status = 11;
 constexpr int crv_run_debug_help = 12;

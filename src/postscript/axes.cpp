@@ -5,7 +5,9 @@
 #include "records/column.h"
 #include "records/settings.h"
 
-static unsigned whole(int number) { return static_cast<unsigned>(number); }
+static unsigned whole(int number) {
+    return static_cast<unsigned>(number);
+}
 
 // The title stands at a place of the page, wherever the frame is.
 static void write_title(FILE *stream, const crv_chart *chart) {
@@ -43,7 +45,9 @@ static void write_number(FILE *stream, int x, int y, int precision, double value
 }
 
 // Deliberate: only the upper bound decides, not the size of the range.
-static int precision_for(double upper_bound) { return upper_bound <= 0.05 ? 5 : 2; }
+static int precision_for(double upper_bound) {
+    return upper_bound <= 0.05 ? 5 : 2;
+}
 
 static void write_x_numbers(FILE *stream, int x0, int y0, int w, const double (&xminmax)[2]) {
     const double range = xminmax[1] - xminmax[0];
@@ -80,5 +84,6 @@ void crv_PlotTitles(FILE *stream, int x0, int y0, int w, int h, const crv_chart 
     fputs("/Helvetica findfont 10 scalefont setfont \n", stream);
     write_x_numbers(stream, x0, y0, w, chart->xminmax);
     write_y_numbers(stream, x0, y0, h, chart->yminmax);
+    // Deliberate: the first curve, which is drawn next, is black; only its legend sample is red.
     fputs("crv_line_1 \n", stream);
 }

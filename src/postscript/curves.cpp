@@ -36,7 +36,9 @@ struct plot_area {
     double y_low, y_high;
 };
 
-static bool is_zero_range(double range) { return range >= -0.0005 && range <= 0.0005; }
+static bool is_zero_range(double range) {
+    return range >= -0.0005 && range <= 0.0005;
+}
 
 // Truncates toward zero; what no whole number holds becomes the smallest one.
 static unsigned whole_point(double position) {
@@ -109,7 +111,8 @@ static void write_legend_label(FILE *stream, const plot_area &area, int row, int
 
 static void write_legend_sample(FILE *stream, const plot_area &area, int row) {
     fprintf(stream, "%d %d moveto ", area.x0 + 410, row);
-    fprintf(stream, "%d %d lineto stroke \n ", area.x0 + 490, row); // Deliberate: the blank begins the next line.
+    fprintf(stream, "%d %d lineto stroke \n ", area.x0 + 490,
+            row); // Deliberate: the blank begins the next line.
 }
 
 static void write_style(FILE *stream, int curve) {
@@ -139,14 +142,8 @@ static void write_curve(FILE *stream, const plot_area &area, int curve, const cr
 }
 
 void crv_PlotData(FILE *stream, int x0, int y0, int w, int h, crv_chart *chart) {
-    const plot_area area = {x0,
-                            y0,
-                            w,
-                            h,
-                            chart->xminmax[0],
-                            chart->xminmax[1],
-                            chart->yminmax[0],
-                            chart->yminmax[1]};
+    const plot_area area = {
+        x0, y0, w, h, chart->xminmax[0], chart->xminmax[1], chart->yminmax[0], chart->yminmax[1]};
     if (is_zero_range(area.x_high - area.x_low)) {
         printf("%%crv_44-e-zero, X range is zero \n");
         return;

@@ -2,10 +2,14 @@
 #include "postscript/chart_file.h"
 
 // Whole numbers of the file: positive, and printed as what they are if they are not.
-static unsigned whole(int number) { return static_cast<unsigned>(number); }
+static unsigned whole(int number) {
+    return static_cast<unsigned>(number);
+}
 
 // One percent of a side, in whole points.
-static int tick_length(int side) { return static_cast<int>(side * 0.01); }
+static int tick_length(int side) {
+    return static_cast<int>(side * 0.01);
+}
 
 static void write_major_lines(FILE *stream, int x0, int y0, int w, int h) {
     const int x_step = w / 4;
@@ -14,11 +18,13 @@ static void write_major_lines(FILE *stream, int x0, int y0, int w, int h) {
     fputs("[] 0 setdash 0 setlinewidth .3 setgray\n", stream);
     fprintf(stream, "%u %u %u { \n", whole(x0 + x_step), whole(x_step), whole(x0 + w - x_step));
     fputs("  /x_pos exch def \n", stream);
-    fprintf(stream, "  x_pos %u moveto x_pos %u lineto stroke  %%%% --- X major ticks\n", whole(y0), whole(y0 + h));
+    fprintf(stream, "  x_pos %u moveto x_pos %u lineto stroke  %%%% --- X major ticks\n", whole(y0),
+            whole(y0 + h));
     fputs("} for\n", stream);
     fprintf(stream, "%u %u %u { \n", whole(y0 + y_step), whole(y_step), whole(y0 + h - y_step));
     fputs("  /y_pos exch def \n", stream);
-    fprintf(stream, "  %u y_pos moveto %u y_pos lineto stroke  %%%% --- Y major ticks\n", whole(x0), whole(x0 + w));
+    fprintf(stream, "  %u y_pos moveto %u y_pos lineto stroke  %%%% --- Y major ticks\n", whole(x0),
+            whole(x0 + w));
     fputs("} for\n", stream);
 }
 

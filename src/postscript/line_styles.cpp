@@ -48,7 +48,8 @@ static void write_legend_row(FILE *stream, int curve) {
     fputs("  /y_cur y_cur charsize sub spacesize sub def \n", stream);
 }
 
-void crv_PlotTxt(FILE *stream, int /*x0*/, int /*y0*/, int /*w*/, int /*h*/, int font_size, const crv_chart *chart) {
+void crv_PlotTxt(FILE *stream, int /*x0*/, int /*y0*/, int /*w*/, int /*h*/, int font_size,
+                 const crv_chart *chart) {
     fputs("%% --- Begin setting Legend information - (crv_ module [[47]]) ---\n", stream);
     fprintf(stream, "/Helvetica findfont %u scalefont setfont \n", static_cast<unsigned>(font_size));
     for (const char *line : line_styles) fputs(line, stream);

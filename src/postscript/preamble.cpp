@@ -5,8 +5,8 @@
 
 #include <iterator>
 
-// The text as the file gets it, a line each. The misspellings belong to the file. Nothing in the file calls newpage,
-// CenterVerText, the boxes or Locations: they are there for users who edit it.
+// The text as the file gets it, a line each. Deliberate: the misspellings and the fixed date belong to the file, and
+// nothing in it calls newpage, CenterVerText, the boxes or Locations: they are there for users who edit it.
 
 // Comments of the file, and the constants of the page.
 static constexpr const char *page_constants[] = {

@@ -18,8 +18,8 @@
 #include <cstring>
 #include <iterator>
 
-static constexpr size_t line_limit = 126;        // 125 characters and the line end
-static constexpr size_t long_title_length = 78;  // of a title line beyond the limit
+static constexpr size_t line_limit = 126;       // 125 characters and the line end
+static constexpr size_t long_title_length = 78; // of a title line beyond the limit
 static constexpr double unknown_item = -999.999;
 static constexpr int routine = 83;
 
@@ -261,8 +261,8 @@ static int read_file(request_file *req) {
     read_title(req);
     req->num_requests = utl_ToInt(utl_NextLine(req->in, line_limit).text);
     if (req->num_requests < 0) {
-        fprintf(stderr, "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n", req->num_requests,
-                req->path);
+        fprintf(stderr, "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
+                req->num_requests, req->path);
         return -1;
     }
     read_header(req);

@@ -13,9 +13,11 @@ constexpr int crv_curve_slots = 7;
 constexpr int crv_chart_slots = 4;
 
 struct crv_chart {
-    char major_t[2][128];  // major titles (-t, -t1, -t2)
-    char minor_t[2][128];  // minor titles; [0] is the title of the first column, [1] is never set
-    char story_ts[8][128]; // story strings; [0] names a PostScript file to append (-s0), [4] to [7] are never set
+    char major_t[2][128]; // major titles (-t, -t1, -t2)
+    char minor_t[2][128]; // minor titles; [0] is the title of the first column, [1] is never set
+    char
+        story_ts[8]
+                [128]; // story strings; [0] names a PostScript file to append (-s0), [4] to [7] are never set
     char xaxis_t[64];
     char yaxis_ts[8][64];
     char ylegends[8][64];

@@ -59,4 +59,6 @@ inline void crv_KeepMagnitudes(crv_column *column, double value, uint32_t step, 
 
 // The mean of a column whose sum is complete. The count is signed and 16 bits wide; of no values it is what a division
 // by 0 gives.
-inline double crv_MeanOf(double sum, int16_t count) { return sum / count; }
+inline double crv_MeanOf(double sum, int16_t count) {
+    return sum / count;
+}

@@ -4,7 +4,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-void utl_Quit(int status) { exit(status); }
+void utl_Quit(int status) {
+    exit(status);
+}
 
 void utl_ReadAnswer(char *answer, size_t size) {
     fflush(stdout);

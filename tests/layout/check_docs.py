@@ -8,6 +8,7 @@ import sys
 
 def known_tests(root):
     names = {str(p.parent.relative_to(root / "tests/cases")) for p in (root / "tests/cases").rglob("cmd")}
+    names |= set(re.findall(r"add_test\(NAME (\S+)", (root / "tests/CMakeLists.txt").read_text()))
     for path in (root / "tests/unit").glob("*.cpp"):
         names |= {f"{a}.{b}" for a, b in re.findall(r"TEST(?:_F)?\((\w+), (\w+)\)", path.read_text())}
     return names

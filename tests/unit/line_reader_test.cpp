@@ -56,11 +56,15 @@ std::vector<read_line> lines_by_fgets(const std::string &bytes, size_t limit) {
 using lines = std::vector<read_line>;
 
 TEST(LineReader, ALineEndIsNotPartOfTheText) {
-    EXPECT_EQ(lines_of("ab\n\nc\n", 126),
-              (lines{{"ab", utl_end::newline}, {"", utl_end::newline}, {"c", utl_end::newline}, {"", utl_end::nothing}}));
+    EXPECT_EQ(lines_of("ab\n\nc\n", 126), (lines{{"ab", utl_end::newline},
+                                                 {"", utl_end::newline},
+                                                 {"c", utl_end::newline},
+                                                 {"", utl_end::nothing}}));
 }
 
-TEST(LineReader, AnEmptyFileHasNothing) { EXPECT_EQ(lines_of("", 126), (lines{{"", utl_end::nothing}})); }
+TEST(LineReader, AnEmptyFileHasNothing) {
+    EXPECT_EQ(lines_of("", 126), (lines{{"", utl_end::nothing}}));
+}
 
 TEST(LineReader, ALastLineWithoutItsEndMeetsTheFileEnd) {
     EXPECT_EQ(lines_of("ab\ncd", 126),
@@ -106,9 +110,11 @@ TEST(LineReader, ReadsAsFgetsDoes) {
         std::string bytes;
         const size_t length = random() % 400;
         const size_t ends = 2 + random() % 40;
-        while (bytes.size() < length) bytes += random() % ends == 0 ? '\n' : static_cast<char>('a' + random() % 26);
+        while (bytes.size() < length)
+            bytes += random() % ends == 0 ? '\n' : static_cast<char>('a' + random() % 26);
         const size_t limit = 2 + random() % 40;
-        ASSERT_EQ(lines_of(bytes, limit), lines_by_fgets(bytes, limit)) << testing::PrintToString(bytes) << limit;
+        ASSERT_EQ(lines_of(bytes, limit), lines_by_fgets(bytes, limit))
+            << testing::PrintToString(bytes) << limit;
     }
 }
 

@@ -10,7 +10,7 @@
 namespace {
 
 class sections : public fresh_run {
-protected:
+  protected:
     void SetUp() override {
         fresh_run::SetUp();
         chart = crv_AllocCht(0);
@@ -60,10 +60,13 @@ const std::string parens = "%crv_47-e-bal, Unbalanced parens found in string whi
 const std::string braces = "%crv_47-e-bal, Unbalanced braces found in string while writing \"crv.ps\"\n";
 
 TEST(Balance, BalancedTextIsFine) {
-    for (const char *text : {"", "abc", "(a)", "{}", "({[)}"}) EXPECT_EQ(stderr_of([&] { crv_ChkBal(text); }), "") << text;
+    for (const char *text : {"", "abc", "(a)", "{}", "({[)}"})
+        EXPECT_EQ(stderr_of([&] { crv_ChkBal(text); }), "") << text;
 }
 
-TEST(Balance, OnlyTheTotalsCount) { EXPECT_EQ(stderr_of([] { crv_ChkBal(")("); }), ""); }
+TEST(Balance, OnlyTheTotalsCount) {
+    EXPECT_EQ(stderr_of([] { crv_ChkBal(")("); }), "");
+}
 
 TEST(Balance, ABackslashDoesNotExempt) {
     EXPECT_EQ(stderr_of([] { crv_ChkBal("\\("); }), parens + "    _47-e-bal,  \"\\(\"\n");
@@ -88,7 +91,8 @@ TEST_F(sections, StoriesStandInThePreambleAsTheyAre) {
     const std::string text = bytes_of(path);
     remove(path.c_str());
     EXPECT_EQ(complaint, parens + "    _47-e-bal,  \"a(b\"\n");
-    EXPECT_THAT(text, testing::HasSubstr("/crv_story_1 (a(b) def \n/crv_story_2 (50%s) def \n/crv_story_3 () def \n"));
+    EXPECT_THAT(text, testing::HasSubstr(
+                          "/crv_story_1 (a(b) def \n/crv_story_2 (50%s) def \n/crv_story_3 () def \n"));
     EXPECT_THAT(text, testing::StartsWith("%!                                   \n"
                                           "%% --- Filename     : crv.ps        \n"));
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 126);
@@ -232,7 +236,8 @@ TEST_F(sections, FiveDecimalsWhenTheUpperBoundIsAtMost0_05) {
     EXPECT_THAT(data_section(), testing::HasSubstr("727 95 moveto (   0.06) show \n"));
     chart->yminmax[0] = -1;
     chart->yminmax[1] = 0.05;
-    EXPECT_THAT(data_section(), testing::HasSubstr("75 106 moveto (-1.00000) show \n75 506 moveto (0.05000) show \n"));
+    EXPECT_THAT(data_section(),
+                testing::HasSubstr("75 106 moveto (-1.00000) show \n75 506 moveto (0.05000) show \n"));
 }
 
 TEST_F(sections, APointOnARangeBoundIsKept) {
@@ -305,12 +310,15 @@ TEST_F(sections, EachCurveHasItsStyleAndFromTheFifthOnTheSame) {
                                          "0 1 0 setrgbcolor \n545 65 moveto 625 65 lineto stroke \n %% ---"));
     EXPECT_THAT(text, testing::HasSubstr("(c3) show \ncrv_line_3\n[3 5] 6 setdash 1 setlinewidth .2 setgray\n"
                                          "0 0 1 setrgbcolor \n545 50 moveto 625 50 lineto stroke \n %% ---"));
-    EXPECT_THAT(text, testing::HasSubstr("(c4) show \ncrv_line_4\n[2 3] 11 setdash 1.5 setlinewidth .3 setgray\n"
-                                         "1 1 0 setrgbcolor \n545 35 moveto 625 35 lineto stroke \n %% ---"));
-    EXPECT_THAT(text, testing::HasSubstr("635 20 moveto (c5) show \ncrv_line_5\n[] 0 setdash 1 setlinewidth 0 setgray\n"
-                                         "0 1 1 setrgbcolor \n545 20 moveto 625 20 lineto stroke \n %% ---"));
-    EXPECT_THAT(text, testing::HasSubstr("635 5 moveto (c6) show \ncrv_line_5\n[] 0 setdash 1 setlinewidth 0 setgray\n"
-                                         "0 1 1 setrgbcolor \n545 5 moveto 625 5 lineto stroke \n %% ---"));
+    EXPECT_THAT(text,
+                testing::HasSubstr("(c4) show \ncrv_line_4\n[2 3] 11 setdash 1.5 setlinewidth .3 setgray\n"
+                                   "1 1 0 setrgbcolor \n545 35 moveto 625 35 lineto stroke \n %% ---"));
+    EXPECT_THAT(text, testing::HasSubstr(
+                          "635 20 moveto (c5) show \ncrv_line_5\n[] 0 setdash 1 setlinewidth 0 setgray\n"
+                          "0 1 1 setrgbcolor \n545 20 moveto 625 20 lineto stroke \n %% ---"));
+    EXPECT_THAT(text, testing::HasSubstr(
+                          "635 5 moveto (c6) show \ncrv_line_5\n[] 0 setdash 1 setlinewidth 0 setgray\n"
+                          "0 1 1 setrgbcolor \n545 5 moveto 625 5 lineto stroke \n %% ---"));
 }
 
 TEST_F(sections, CurvesSixAndSevenPairColumnZeroWithItself) {
@@ -319,7 +327,8 @@ TEST_F(sections, CurvesSixAndSevenPairColumnZeroWithItself) {
     chart->num_curves = 7;
     const std::string text = data_section();
     EXPECT_EQ(path_of(text, 5), "135 310 moveto \n435 310 lineto 735 310 lineto stroke \n");
-    for (const int n : {6, 7}) EXPECT_EQ(path_of(text, n), "135 110 moveto \n435 130 lineto 735 150 lineto stroke \n");
+    for (const int n : {6, 7})
+        EXPECT_EQ(path_of(text, n), "135 110 moveto \n435 130 lineto 735 150 lineto stroke \n");
     EXPECT_EQ(count_of(text, "(c6) show"), 1);
     EXPECT_EQ(count_of(text, "(c7) show"), 1);
 }
@@ -327,7 +336,8 @@ TEST_F(sections, CurvesSixAndSevenPairColumnZeroWithItself) {
 TEST_F(sections, MoreThanSevenCurvesAreWarnedOfAndLeftOut) {
     add_curves(9);
     std::string text;
-    EXPECT_EQ(stderr_of([&] { text = data_section(); }), "%crv_44-w-cur, Only the first 7 of 9 curves are drawn\n");
+    EXPECT_EQ(stderr_of([&] { text = data_section(); }),
+              "%crv_44-w-cur, Only the first 7 of 9 curves are drawn\n");
     EXPECT_EQ(count_of(text, begin_points), 7);
     EXPECT_EQ(chart->num_curves, 9);
 }
@@ -351,9 +361,10 @@ TEST_F(sections, FiveLinetosFillALine) {
     add_column(0, std::vector<double>(8, 0.0));
     add_column(1, std::vector<double>(8, 0.0));
     chart->num_curves = 1;
-    EXPECT_EQ(path_of(data_section(), 1), "135 110 moveto \n"
-                                          "135 110 lineto 135 110 lineto 135 110 lineto 135 110 lineto 135 110 lineto \n"
-                                          "135 110 lineto 135 110 lineto stroke \n");
+    EXPECT_EQ(path_of(data_section(), 1),
+              "135 110 moveto \n"
+              "135 110 lineto 135 110 lineto 135 110 lineto 135 110 lineto 135 110 lineto \n"
+              "135 110 lineto 135 110 lineto stroke \n");
 }
 
 TEST_F(sections, ACurveOf902PointsBreaksAfterThe901st) {
@@ -376,9 +387,10 @@ TEST_F(sections, TheLineCounterGoesOnAcrossABreak) {
     chart->xminmax[1] = 1;
     const std::string path = path_of(data_section(), 1);
     // 900 is a multiple of five: the break falls on a full line, and the next line is full again after five.
-    EXPECT_THAT(path, testing::EndsWith("stroke \n435 110 moveto \n"
-                                        "435 110 lineto 435 110 lineto 435 110 lineto 435 110 lineto 435 110 lineto \n"
-                                        "435 110 lineto 435 110 lineto 435 110 lineto 435 110 lineto stroke \n"));
+    EXPECT_THAT(path, testing::EndsWith(
+                          "stroke \n435 110 moveto \n"
+                          "435 110 lineto 435 110 lineto 435 110 lineto 435 110 lineto 435 110 lineto \n"
+                          "435 110 lineto 435 110 lineto 435 110 lineto 435 110 lineto stroke \n"));
 }
 
 TEST_F(sections, PointsThatNoWholeNumberHoldsBecomeTheSmallest) {
@@ -429,8 +441,9 @@ TEST_F(sections, TheBlankBeforeTheYMinorLoopBelongsToIt) {
 }
 
 TEST_F(sections, RightEdgeTicksAreCommentedAsLeft) {
-    EXPECT_THAT(written_by([](FILE *stream) { crv_PlotGrid(stream, 135, 110, 600, 400); }),
-                testing::HasSubstr("  731 y_pos moveto 735 y_pos lineto stroke  %% --- Y minor ticks (left)\n"));
+    EXPECT_THAT(
+        written_by([](FILE *stream) { crv_PlotGrid(stream, 135, 110, 600, 400); }),
+        testing::HasSubstr("  731 y_pos moveto 735 y_pos lineto stroke  %% --- Y minor ticks (left)\n"));
 }
 
 TEST_F(sections, AFrameBelowFourPointsWideHasAStepOfZero) {
@@ -449,23 +462,29 @@ TEST_F(sections, StepsAreTruncatedMinorOnesFromTheTruncatedMajorOne) {
 
 std::string appended(const std::string &bytes) {
     const text_file file(bytes, ".ps");
-    std::string text = written_by([&](FILE *stream) { EXPECT_EQ(crv_PlotAppen(stream, file.path(), "crv.ps"), 1); });
+    std::string text =
+        written_by([&](FILE *stream) { EXPECT_EQ(crv_PlotAppen(stream, file.path(), "crv.ps"), 1); });
     const std::string head = "%% --- Begin of user supplied ps -- (crv_ module [[46]]) --- \n"
-                             "%% --- file: \"" + std::string(file.path()) + "\" \n";
+                             "%% --- file: \"" +
+                             std::string(file.path()) + "\" \n";
     const std::string tail = "%% --- End of user supplied ps ---- (crv_ module [[46]]) --- \n \n";
     EXPECT_THAT(text, testing::StartsWith(head));
     EXPECT_THAT(text, testing::EndsWith(tail));
     return text.substr(head.size(), text.size() - head.size() - tail.size());
 }
 
-TEST_F(sections, AUserFileIsPastedLineByLine) { EXPECT_EQ(appended("a %d\n\nb\r\n"), "a %d\n\nb\n"); }
+TEST_F(sections, AUserFileIsPastedLineByLine) {
+    EXPECT_EQ(appended("a %d\n\nb\r\n"), "a %d\n\nb\n");
+}
 
 TEST_F(sections, ALastLineWithoutItsEndIsNotPasted) {
     EXPECT_EQ(appended("a\nlast"), "a\n");
     EXPECT_EQ(appended("last"), "");
 }
 
-TEST_F(sections, AnEmptyUserFileAddsNothing) { EXPECT_EQ(appended(""), ""); }
+TEST_F(sections, AnEmptyUserFileAddsNothing) {
+    EXPECT_EQ(appended(""), "");
+}
 
 TEST_F(sections, AUserLineOfAHundredCharactersIsCutTo81) {
     EXPECT_EQ(appended(std::string(100, 'u') + "\n"), std::string(81, 'u') + "\n");
@@ -482,8 +501,9 @@ TEST_F(sections, AUserLineOfMoreThan1023CharactersIsPastedInPieces) {
 TEST_F(sections, Level46TracesThePaste) {
     crv_DBG = 46;
     const text_file file("", ".ps");
-    EXPECT_EQ(stdout_of([&] { written_by([&](FILE *stream) { crv_PlotAppen(stream, file.path(), "out.ps"); }); }),
-              "    _46-i-val, Paste \"" + std::string(file.path()) + "\" to \"out.ps\" \n");
+    EXPECT_EQ(
+        stdout_of([&] { written_by([&](FILE *stream) { crv_PlotAppen(stream, file.path(), "out.ps"); }); }),
+        "    _46-i-val, Paste \"" + std::string(file.path()) + "\" to \"out.ps\" \n");
 }
 
 TEST_F(sections, AMissingUserFileEndsTheProgram) {
@@ -494,7 +514,7 @@ TEST_F(sections, AMissingUserFileEndsTheProgram) {
 // ----- trailer
 
 class trailer : public sections {
-protected:
+  protected:
     // Writes the trailer with this answer on standard input, and returns what was printed.
     std::string finish(const std::string &answer) {
         const text_file typed(answer, ".txt");
@@ -534,9 +554,10 @@ TEST_F(trailer, TheCommandRunsWithThePathAndTheFileIsClosed) {
 TEST_F(trailer, YesPrintsAndAnythingElseDoesNot) {
     setenv("CRV_PRINTCHAIN", "echo printed", 1);
     for (const char *answer : {"yes\n", "Y\n", "y"})
-        EXPECT_EQ(finish(answer), question + "%crv_45-i-prt, Printer command = \"echo printed " + path + "\"\n" +
-                                      "printed " + path + "\n");
-    for (const char *answer : {"No\n", "n\n", "\n", "", " yes\n"}) EXPECT_EQ(finish(answer), question) << answer;
+        EXPECT_EQ(finish(answer), question + "%crv_45-i-prt, Printer command = \"echo printed " + path +
+                                      "\"\n" + "printed " + path + "\n");
+    for (const char *answer : {"No\n", "n\n", "\n", "", " yes\n"})
+        EXPECT_EQ(finish(answer), question) << answer;
 }
 
 TEST_F(trailer, ALongPrinterCommandIsNotCut) {

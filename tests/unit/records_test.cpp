@@ -120,23 +120,25 @@ TEST_F(records, TheChartDumpShowsEveryLineInOrder) {
               "%crv_82-i-val, Dumping chart structure.  \n"
               " \n"
               "    _82-i-val, ********************************* \n"
-              "    _82-i-val, charts[0]  = " + address + " \n"
-              "    _82-i-val, major_t[0]  = first\n"
-              "    _82-i-val, major_t[1]  = \n"
-              "    _82-i-val, minor_t[0]  = \n"
-              "    _82-i-val, minor_t[1]  = fourth\n"
-              "    _82-i-val, xaxis_t     = \n"
-              "    _82-i-val, yaxis_ts[0] = \n"
-              "    _82-i-val, yaxis_ts[1] = \n"
-              "    _82-i-val, yaxis_ts[2] = \n"
-              "    _82-i-val, ylegends[0] = \n"
-              "    _82-i-val, fig         = F1\n"
-              "    _82-i-val, xminmax     = 10.000000   ::: -10.000000 \n"
-              "    _82-i-val, yminmax     = 20.000000   ::: -20.000000 \n"
-              "    _82-i-val, zoomxminmax = 11.000000   ::: -11.000000 \n"
-              "    _82-i-val, zoomyminmax = 22.000000   ::: -22.000000 \n"
-              "    _82-i-val, style       = 1   \n"
-              "    _82-i-val, num_curves  = 3   \n");
+              "    _82-i-val, charts[0]  = " +
+                  address +
+                  " \n"
+                  "    _82-i-val, major_t[0]  = first\n"
+                  "    _82-i-val, major_t[1]  = \n"
+                  "    _82-i-val, minor_t[0]  = \n"
+                  "    _82-i-val, minor_t[1]  = fourth\n"
+                  "    _82-i-val, xaxis_t     = \n"
+                  "    _82-i-val, yaxis_ts[0] = \n"
+                  "    _82-i-val, yaxis_ts[1] = \n"
+                  "    _82-i-val, yaxis_ts[2] = \n"
+                  "    _82-i-val, ylegends[0] = \n"
+                  "    _82-i-val, fig         = F1\n"
+                  "    _82-i-val, xminmax     = 10.000000   ::: -10.000000 \n"
+                  "    _82-i-val, yminmax     = 20.000000   ::: -20.000000 \n"
+                  "    _82-i-val, zoomxminmax = 11.000000   ::: -11.000000 \n"
+                  "    _82-i-val, zoomyminmax = 22.000000   ::: -22.000000 \n"
+                  "    _82-i-val, style       = 1   \n"
+                  "    _82-i-val, num_curves  = 3   \n");
 }
 
 TEST_F(records, DumpingAnEmptyColumnTablePrintsOnlyItsHeading) {

@@ -8,7 +8,7 @@
 namespace {
 
 class request_file : public fresh_run {
-protected:
+  protected:
     // Reads `bytes` and keeps what was printed.
     int read(const std::string &bytes, const char *selection, int first_slot = 0) {
         const text_file file(bytes);
@@ -40,7 +40,8 @@ TEST_F(request_file, EachPairMakesItsColumn) {
     EXPECT_EQ(values_of(crv_columns[1]), (std::vector<double>{-10, -11, -12}));
     EXPECT_EQ(values_of(crv_columns[2]), (std::vector<double>{3, 3, 3}));
     EXPECT_EQ(crv_columns[3], nullptr);
-    EXPECT_EQ(out, "%crv_83-i-wor, Reading \"" + path + "\" ...\n%crv_83-i-pts, file (" + path + ") has 3 steps\n");
+    EXPECT_EQ(out, "%crv_83-i-wor, Reading \"" + path + "\" ...\n%crv_83-i-pts, file (" + path +
+                       ") has 3 steps\n");
     EXPECT_EQ(err, "");
 }
 
@@ -79,7 +80,8 @@ TEST_F(request_file, EveryTypeHasItsLabel) {
 
 TEST_F(request_file, ItemsAreFirstToSixthNumber) {
     bool complete = true;
-    for (uint32_t item = 1; item <= 6; ++item) EXPECT_EQ(crv_TakeItem("11 12,13 14 15 16 17", item, &complete), 10 + item);
+    for (uint32_t item = 1; item <= 6; ++item)
+        EXPECT_EQ(crv_TakeItem("11 12,13 14 15 16 17", item, &complete), 10 + item);
     EXPECT_EQ(crv_TakeItem("11 12", 0, &complete), 11.0);
     EXPECT_TRUE(complete);
 }
@@ -155,7 +157,8 @@ TEST_F(request_file, LinesBeforeEntryZeroAreScreenedByItsPreviousValue) {
     crv_settings.x_filter[1] = -9;
     read(two_requests({0, 1, 2, 3}), "20,10");
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{-10, -11}));
-    EXPECT_EQ(values_of(crv_columns[1]), (std::vector<double>{11, 12})) << "the first step is screened against 0.0";
+    EXPECT_EQ(values_of(crv_columns[1]), (std::vector<double>{11, 12}))
+        << "the first step is screened against 0.0";
 }
 
 TEST_F(request_file, EqualXBoundsScreenNothing) {
@@ -189,7 +192,8 @@ TEST_F(request_file, MissingHeaderFieldsReadAsZero) {
 
 TEST_F(request_file, ARequestThatIsNotThereStopsTheRead) {
     EXPECT_EQ(read(two_requests({0}), "10,30,40"), 0);
-    EXPECT_EQ(out, "%crv_83-i-wor, Reading \"" + path + "\" ...\n%crv_83-e-mis, Request \"30\" not found! \n");
+    EXPECT_EQ(out,
+              "%crv_83-i-wor, Reading \"" + path + "\" ...\n%crv_83-e-mis, Request \"30\" not found! \n");
     EXPECT_EQ(crv_columns[0], nullptr);
     EXPECT_EQ(read(two_requests({0}), "-5"), 0);
     EXPECT_THAT(out, testing::HasSubstr("Request \"4294967291\" not found! \n"));
@@ -197,7 +201,8 @@ TEST_F(request_file, ARequestThatIsNotThereStopsTheRead) {
 
 TEST_F(request_file, MoreRequestsThanTheFileHasLinesAreNotWaitedFor) {
     EXPECT_EQ(read("\nt\n2147483647\n7 1 0 0 0\n", "8"), 0);
-    EXPECT_EXIT(crv_ReadReq(text_file("\nt\n2147483647\n7 1 0 0 0\n").path(), "7", 0), testing::ExitedWithCode(1), "");
+    EXPECT_EXIT(crv_ReadReq(text_file("\nt\n2147483647\n7 1 0 0 0\n").path(), "7", 0),
+                testing::ExitedWithCode(1), "");
 }
 
 TEST_F(request_file, ANegativeNumberOfRequestsIsRefused) {
@@ -235,9 +240,12 @@ TEST_F(request_file, ALastLineWithoutItsEndIsNotRead) {
 
 TEST_F(request_file, SeveralResultSetsAreRefusedOnAnyDataLine) {
     EXPECT_EQ(read(two_requests({0}) + "1\n<++> a\n", "0"), -1);
-    EXPECT_EQ(out, "%crv_83-i-wor, Reading \"" + path + "\" ...\n"
-                   "%crv_xx-e-mul, Multiple results in (" + path + ")\n"
-                   "    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
+    EXPECT_EQ(out, "%crv_83-i-wor, Reading \"" + path +
+                       "\" ...\n"
+                       "%crv_xx-e-mul, Multiple results in (" +
+                       path +
+                       ")\n"
+                       "    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
     EXPECT_EQ(read(two_requests({0}) + "x<++>", "0"), -1) << "also on a last line without its end";
     EXPECT_EQ(read("<++>\n<++>\n0\n1\n", "0"), 1) << "but not on the lines before the data";
 }
@@ -250,7 +258,8 @@ TEST_F(request_file, AMissingFileIsReported) {
 }
 
 TEST_F(request_file, AFolderIsReportedLikeAFailedOpen) {
-    EXPECT_EQ(stderr_of([] { EXPECT_EQ(crv_ReadReq("/tmp", "0", 0), -1); }), "    _83-f-fopen: Is a directory\n");
+    EXPECT_EQ(stderr_of([] { EXPECT_EQ(crv_ReadReq("/tmp", "0", 0), -1); }),
+              "    _83-f-fopen: Is a directory\n");
 }
 
 TEST_F(request_file, AColumnWithoutPointsEndsTheProgram) {
@@ -324,7 +333,9 @@ TEST_F(request_file, AnOverLongLineIsReadAsTwo) {
     EXPECT_EQ(values_of(crv_columns[1]), (std::vector<double>{5, 1.5}));
 }
 
-std::string with_title(const std::string &title) { return "\n" + title + "\n0\n1\n"; }
+std::string with_title(const std::string &title) {
+    return "\n" + title + "\n0\n1\n";
+}
 
 TEST_F(request_file, ATitleOfTwentyCharactersKeepsItsLineEnd) {
     read(with_title("twenty characters :)"), "0");
@@ -366,24 +377,29 @@ TEST_F(request_file, Level83TracesTheWholeRead) {
     crv_DBG = 83;
     crv_settings.time_window[1] = 0.5;
     read(two_requests({0, 1}), "10:2");
-    EXPECT_EQ(out, "    _83-i-val, req_filename = \"" + path + "\" \n"
-                   "    _83-i-val, Access results for req =   10, item = 2 \n"
-                   "%crv_83-i-wor, Reading \"" + path + "\" ...\n"
-                   "    _83-i-val, rec = 10 2 3 4 5 6\n \n"
-                   "    _83-i-val, item = 2, val1 = 2.000000 \n"
-                   "    _83-i-val, current_time = 0.000000 \n"
-                   "    _83-i-val, current_xval = 0.000000 \n"
-                   "    _83-i-val, Time screening TRUE\n"
-                   "    _83-i-val, rec = 11 2 3 4 5 6\n \n"
-                   "    _83-i-val, item = 2, val1 = 2.000000 \n"
-                   "    _83-i-val, current_time = 1.000000 \n"
-                   "    _83-i-val, current_xval = 0.000000 \n"
-                   "    _83-i-val, Time screening FALSE\n"
-                   "%crv_83-i-pts, file (" + path + ") has 2 steps\n"
-                   "    _83-i-val, ---------------------------- \n"
-                   "    _83-i-val, name = R:  10, i:2, max = 2.000000, min = 2.000000 \n"
-                   "    _83-i-val, var1 = 0.000000, var2 = 0.000000 \n"
-                   "    _83-i-val,   1: value =      2.000 \n");
+    EXPECT_EQ(out, "    _83-i-val, req_filename = \"" + path +
+                       "\" \n"
+                       "    _83-i-val, Access results for req =   10, item = 2 \n"
+                       "%crv_83-i-wor, Reading \"" +
+                       path +
+                       "\" ...\n"
+                       "    _83-i-val, rec = 10 2 3 4 5 6\n \n"
+                       "    _83-i-val, item = 2, val1 = 2.000000 \n"
+                       "    _83-i-val, current_time = 0.000000 \n"
+                       "    _83-i-val, current_xval = 0.000000 \n"
+                       "    _83-i-val, Time screening TRUE\n"
+                       "    _83-i-val, rec = 11 2 3 4 5 6\n \n"
+                       "    _83-i-val, item = 2, val1 = 2.000000 \n"
+                       "    _83-i-val, current_time = 1.000000 \n"
+                       "    _83-i-val, current_xval = 0.000000 \n"
+                       "    _83-i-val, Time screening FALSE\n"
+                       "%crv_83-i-pts, file (" +
+                       path +
+                       ") has 2 steps\n"
+                       "    _83-i-val, ---------------------------- \n"
+                       "    _83-i-val, name = R:  10, i:2, max = 2.000000, min = 2.000000 \n"
+                       "    _83-i-val, var1 = 0.000000, var2 = 0.000000 \n"
+                       "    _83-i-val,   1: value =      2.000 \n");
     EXPECT_EQ(crv_columns[0]->val_cur, nullptr);
     EXPECT_STREQ(crv_columns[0]->colname, "Displ 10, Y  ");
 }

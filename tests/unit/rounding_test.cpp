@@ -34,7 +34,9 @@ TEST_F(rounding, TheDigitIsTakenAfterThreeDecimals) {
     EXPECT_EQ(rounded(9.9994, 9.9994), (bounds{9, 10}));
 }
 
-TEST_F(rounding, ALowBoundAboveTheHighOneIsRoundedAllTheSame) { EXPECT_EQ(rounded(123, 45), (bounds{100, 50})); }
+TEST_F(rounding, ALowBoundAboveTheHighOneIsRoundedAllTheSame) {
+    EXPECT_EQ(rounded(123, 45), (bounds{100, 50}));
+}
 
 TEST_F(rounding, BoundsOfOppositeSignAreIndependent) {
     const bounds pair = rounded(-0.37, 4.2);
@@ -71,24 +73,31 @@ TEST_F(rounding, HugeAndTinyBoundsComeThrough) {
 
 TEST_F(rounding, Level49TracesBeforeAndAfter) {
     crv_DBG = 49;
-    EXPECT_EQ(stdout_of([] { rounded(1.5, 2.5); }), "    _49-i-val, \n"
-                                                    "    _49-i-val, Before: minmax[0] = 1.500000, minmax[1] = 2.500000\n"
-                                                    "    _49-i-val, After : minmax[0] = 1.000000, minmax[1] = 3.000000\n");
+    EXPECT_EQ(stdout_of([] { rounded(1.5, 2.5); }),
+              "    _49-i-val, \n"
+              "    _49-i-val, Before: minmax[0] = 1.500000, minmax[1] = 2.500000\n"
+              "    _49-i-val, After : minmax[0] = 1.000000, minmax[1] = 3.000000\n");
 }
 
 TEST_F(rounding, Levels491And492ReplaceThePair) {
     crv_DBG = 491;
-    EXPECT_EQ(stdout_of([] { EXPECT_EQ(rounded(1.5, 2.5), (bounds{0.491, 491.0})); }),
+    EXPECT_EQ(stdout_of([] {
+                  EXPECT_EQ(rounded(1.5, 2.5), (bounds{0.491, 491.0}));
+              }),
               "    _49-i-val, After : minmax[0] = 0.491000, minmax[1] = 491.000000\n");
     crv_DBG = 492;
-    EXPECT_EQ(stdout_of([] { EXPECT_EQ(rounded(1.5, 2.5), (bounds{0.492, 492.0})); }),
+    EXPECT_EQ(stdout_of([] {
+                  EXPECT_EQ(rounded(1.5, 2.5), (bounds{0.492, 492.0}));
+              }),
               "    _49-i-val, After : minmax[0] = 0.492000, minmax[1] = 492.000000\n");
 }
 
 TEST_F(rounding, Levels493And494TraceAfterOnly) {
     for (const int level : {493, 494}) {
         crv_DBG = level;
-        EXPECT_EQ(stdout_of([] { EXPECT_EQ(rounded(1.5, 2.5), (bounds{1, 3})); }),
+        EXPECT_EQ(stdout_of([] {
+                      EXPECT_EQ(rounded(1.5, 2.5), (bounds{1, 3}));
+                  }),
                   "    _49-i-val, After : minmax[0] = 1.000000, minmax[1] = 3.000000\n");
     }
     for (const int level : {0, 48, 50, 490, 495}) {

@@ -11,7 +11,9 @@ struct pair {
     bool operator==(const pair &) const = default;
 };
 
-void PrintTo(const pair &p, std::ostream *out) { *out << p.req << ":" << p.item << " block " << p.block; }
+void PrintTo(const pair &p, std::ostream *out) {
+    *out << p.req << ":" << p.item << " block " << p.block;
+}
 
 std::vector<pair> parsed(const char *text) {
     crv_reqsel entries[CRV_MAXCOLS];
@@ -27,19 +29,29 @@ TEST(Selection, TimeIsFoundAndRequestsAreNot) {
     EXPECT_EQ(parsed("0,38:3,1:1"), (pairs{{0, 0, 0}, {38, 3, -1}, {1, 1, -1}}));
 }
 
-TEST(Selection, TheItemOfTimeIsAlwaysZero) { EXPECT_EQ(parsed("0:5"), (pairs{{0, 0, 0}})); }
+TEST(Selection, TheItemOfTimeIsAlwaysZero) {
+    EXPECT_EQ(parsed("0:5"), (pairs{{0, 0, 0}}));
+}
 
-TEST(Selection, WithoutAColonTheItemIsOne) { EXPECT_EQ(parsed("1052"), (pairs{{1052, 1, -1}})); }
+TEST(Selection, WithoutAColonTheItemIsOne) {
+    EXPECT_EQ(parsed("1052"), (pairs{{1052, 1, -1}}));
+}
 
 TEST(Selection, ARequestMayBeNamedTwice) {
     EXPECT_EQ(parsed("1052:1,1052:3"), (pairs{{1052, 1, -1}, {1052, 3, -1}}));
 }
 
-TEST(Selection, ATextThatIsNoNumberIsTime) { EXPECT_EQ(parsed("R"), (pairs{{0, 0, 0}})); }
+TEST(Selection, ATextThatIsNoNumberIsTime) {
+    EXPECT_EQ(parsed("R"), (pairs{{0, 0, 0}}));
+}
 
-TEST(Selection, OnlyTheFirstColonSeparates) { EXPECT_EQ(parsed("12:3:4"), (pairs{{12, 3, -1}})); }
+TEST(Selection, OnlyTheFirstColonSeparates) {
+    EXPECT_EQ(parsed("12:3:4"), (pairs{{12, 3, -1}}));
+}
 
-TEST(Selection, ASemicolonDoesNotSeparate) { EXPECT_EQ(parsed("1052;3"), (pairs{{1052, 1, -1}})); }
+TEST(Selection, ASemicolonDoesNotSeparate) {
+    EXPECT_EQ(parsed("1052;3"), (pairs{{1052, 1, -1}}));
+}
 
 TEST(Selection, AnItemWithoutDigitsIsZero) {
     EXPECT_EQ(parsed("1052:"), (pairs{{1052, 0, -1}}));
@@ -47,7 +59,9 @@ TEST(Selection, AnItemWithoutDigitsIsZero) {
     EXPECT_EQ(parsed("1052: 5"), (pairs{{1052, 0, -1}, {5, 1, -1}}));
 }
 
-TEST(Selection, ANegativeIdentifierBecomesALargeOne) { EXPECT_EQ(parsed("-5:1"), (pairs{{4294967291U, 1, -1}})); }
+TEST(Selection, ANegativeIdentifierBecomesALargeOne) {
+    EXPECT_EQ(parsed("-5:1"), (pairs{{4294967291U, 1, -1}}));
+}
 
 TEST(Selection, RunsOfBlanksAndCommasMakeNoEmptyPairs) {
     EXPECT_EQ(parsed("1052:3, ,1090:2"), (pairs{{1052, 3, -1}, {1090, 2, -1}}));

@@ -21,10 +21,11 @@
 
 // A file with the given bytes, removed at the end of the test.
 class text_file {
-public:
+  public:
     explicit text_file(const std::string &bytes, const std::string &suffix = ".req") {
         static int number = 0;
-        path_ = testing::TempDir() + "crv_unit_" + std::to_string(getpid()) + "_" + std::to_string(++number) + suffix;
+        path_ = testing::TempDir() + "crv_unit_" + std::to_string(getpid()) + "_" + std::to_string(++number) +
+                suffix;
         std::ofstream(path_, std::ios::binary) << bytes;
     }
     text_file(const text_file &) = delete;
@@ -32,7 +33,7 @@ public:
     ~text_file() { remove(path_.c_str()); }
     const char *path() const { return path_.c_str(); }
 
-private:
+  private:
     std::string path_;
 };
 
@@ -69,7 +70,7 @@ template <typename action> std::string written_by(action act) {
 
 // While it lives, the allocation that comes after `good` good ones fails, and all later ones.
 class failing_memory {
-public:
+  public:
     explicit failing_memory(int good) {
         left_ = good;
         crv_Calloc = [](size_t count, size_t size) -> void * {
@@ -82,13 +83,13 @@ public:
     failing_memory &operator=(const failing_memory &) = delete;
     ~failing_memory() { crv_Calloc = calloc; }
 
-private:
+  private:
     static inline int left_;
 };
 
 // Settings and tables as at the start of a run.
 class fresh_run : public testing::Test {
-protected:
+  protected:
     void SetUp() override {
         crv_DBG = 0;
         crv_settings = {};

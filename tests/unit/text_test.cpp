@@ -50,13 +50,47 @@ void expect_same(double value, double wanted, const std::string &text) {
 }
 
 TEST(Text, NumbersAreReadAsByAtof) {
-    for (const char *text :
-         {"",          "abc",       "1",        "-1",       "+1",       "  12.5x",     "\t\n-3e2", "1e",
-          "1e+",       "1.e5",      ".5",       "-.5",      ".",        "-",           "+",        "+-1",
-          "0x10",      "-0x1p3",    "0x",       "0xg",      "inf",      "-Infinity",   "nan",      "nan(1)",
-          "1e400",     "-1e400",    "1e-400",   "4.9e-324", "2e-308",   "1e308",       "1d5",      "1E5",
-          "0.1",       "1,5",       "- 5",      "-0",       "-0.0",     "1.7976931348623157e308",
-          "123456789012345678901234567890", "0.000000000000000000000000000001234", "9007199254740993"})
+    for (const char *text : {"",
+                             "abc",
+                             "1",
+                             "-1",
+                             "+1",
+                             "  12.5x",
+                             "\t\n-3e2",
+                             "1e",
+                             "1e+",
+                             "1.e5",
+                             ".5",
+                             "-.5",
+                             ".",
+                             "-",
+                             "+",
+                             "+-1",
+                             "0x10",
+                             "-0x1p3",
+                             "0x",
+                             "0xg",
+                             "inf",
+                             "-Infinity",
+                             "nan",
+                             "nan(1)",
+                             "1e400",
+                             "-1e400",
+                             "1e-400",
+                             "4.9e-324",
+                             "2e-308",
+                             "1e308",
+                             "1d5",
+                             "1E5",
+                             "0.1",
+                             "1,5",
+                             "- 5",
+                             "-0",
+                             "-0.0",
+                             "1.7976931348623157e308",
+                             "123456789012345678901234567890",
+                             "0.000000000000000000000000000001234",
+                             "9007199254740993"})
         expect_same(utl_ToDouble(text), atof(text), text);
 }
 
@@ -65,7 +99,8 @@ TEST(Text, RandomNumbersAreReadAsByAtof) {
     const std::string characters = "0123456789.eE+-x ";
     for (int round = 0; round < 20000; ++round) {
         std::string text;
-        for (size_t length = random() % 24; length > 0; --length) text += characters[random() % characters.size()];
+        for (size_t length = random() % 24; length > 0; --length)
+            text += characters[random() % characters.size()];
         expect_same(utl_ToDouble(text), atof(text.c_str()), text);
         char printed[64];
         snprintf(printed, sizeof printed, "%.*g", static_cast<int>(1 + random() % 17),
@@ -82,9 +117,26 @@ TEST(Text, ANumberEndsWithItsText) {
 }
 
 TEST(Text, IntegersAreReadAsByAtoi) {
-    for (const char *text : {"", "x", "5", "-5", "+5", " 7.9", "\t8", "--1", "2147483647", "2147483648", "-2147483649",
-                             "4294967295", "9223372036854775807", "9223372036854775808", "-9223372036854775808",
-                             "-9223372036854775809", "99999999999999999999999", "0x10", "1e3", "- 5"})
+    for (const char *text : {"",
+                             "x",
+                             "5",
+                             "-5",
+                             "+5",
+                             " 7.9",
+                             "\t8",
+                             "--1",
+                             "2147483647",
+                             "2147483648",
+                             "-2147483649",
+                             "4294967295",
+                             "9223372036854775807",
+                             "9223372036854775808",
+                             "-9223372036854775808",
+                             "-9223372036854775809",
+                             "99999999999999999999999",
+                             "0x10",
+                             "1e3",
+                             "- 5"})
         EXPECT_EQ(utl_ToInt(text), atoi(text)) << text;
 }
 
