@@ -1,3 +1,4 @@
+#!/usr/bin/env bash
 # Sourced by the other scripts: installs what they need.
 #
 #   need_packages PACKAGE...   installs the Debian packages that are missing (Debian and Ubuntu; elsewhere it says what
@@ -28,7 +29,11 @@ need_packages() {
         >/dev/null
 }
 
+# shellcheck disable=SC2034  # for whoever sources this
 build_packages=(cmake g++ make)
+# shellcheck disable=SC2034
 chart_packages=(ghostscript)
+# shellcheck disable=SC2034
 test_packages=(libgtest-dev libgmock-dev python3 binutils)
+# shellcheck disable=SC2034
 layout_packages=(clang-format clang-tidy shellcheck)
