@@ -71,7 +71,7 @@ static void widen_y_range(crv_chart *chart, int count) {
 }
 
 static void load_request_file(crv_run *run) {
-    need_slots(run, crv_ParseSel(run->selection, {}));
+    need_slots(run, crv_CountSel(run->selection));
     const int count = crv_ReadReq(run->file_path.c_str(), run->selection, run->columns_read);
     if (count < 1) utl_Quit(status_no_request_file);
     run->columns_read = static_cast<uint16_t>(run->columns_read + count);
@@ -126,6 +126,4 @@ void crv_TakeFileOption(crv_run *run, int index) {
     }
 }
 
-void crv_ReadPickedRequestFile(crv_run * /*run*/) {
-    crv_NotYet("list files to pick from");
-}
+void crv_ReadPickedRequestFile(crv_run * /*run*/) { crv_NotYet("list files to pick from"); }

@@ -5,9 +5,7 @@
 #include "records/column.h"
 #include "records/settings.h"
 
-static unsigned whole(int number) {
-    return static_cast<unsigned>(number);
-}
+static unsigned whole(int number) { return static_cast<unsigned>(number); }
 
 // The title stands at a place of the page, wherever the frame is.
 static void write_title(FILE *stream, const crv_chart *chart) {
@@ -45,9 +43,7 @@ static void write_number(FILE *stream, int x, int y, int precision, double value
 }
 
 // Deliberate: only the upper bound decides, not the size of the range.
-static int precision_for(double upper_bound) {
-    return upper_bound <= 0.05 ? 5 : 2;
-}
+static int precision_for(double upper_bound) { return upper_bound <= 0.05 ? 5 : 2; }
 
 static void write_x_numbers(FILE *stream, int x0, int y0, int w, const double (&xminmax)[2]) {
     const double range = xminmax[1] - xminmax[0];

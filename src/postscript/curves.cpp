@@ -36,9 +36,7 @@ struct plot_area {
     double y_low, y_high;
 };
 
-static bool is_zero_range(double range) {
-    return range >= -0.0005 && range <= 0.0005;
-}
+static bool is_zero_range(double range) { return range >= -0.0005 && range <= 0.0005; }
 
 // Truncates toward zero; what no whole number holds becomes the smallest one.
 static unsigned whole_point(double position) {

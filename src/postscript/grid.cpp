@@ -2,14 +2,10 @@
 #include "postscript/chart_file.h"
 
 // Whole numbers of the file: positive, and printed as what they are if they are not.
-static unsigned whole(int number) {
-    return static_cast<unsigned>(number);
-}
+static unsigned whole(int number) { return static_cast<unsigned>(number); }
 
 // One percent of a side, in whole points.
-static int tick_length(int side) {
-    return static_cast<int>(side * 0.01);
-}
+static int tick_length(int side) { return static_cast<int>(side * 0.01); }
 
 static void write_major_lines(FILE *stream, int x0, int y0, int w, int h) {
     const int x_step = w / 4;

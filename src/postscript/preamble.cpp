@@ -192,10 +192,7 @@ static void write_stories(FILE *stream, const crv_chart *chart) {
 
 FILE *crv_PlotHead(const char *path, const crv_chart *chart) {
     FILE *stream = fopen(path, "w");
-    if (!stream) {
-        perror("    _41-e-fopen");
-        utl_Quit(0);
-    }
+    if (!stream) utl_QuitWithError("    _41-e-fopen", 0);
     write_lines(stream, page_constants);
     write_lines(stream, fonts);
     write_lines(stream, line_layout);

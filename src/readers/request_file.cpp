@@ -11,29 +11,28 @@
 #include "util/line_reader.h"
 #include "util/text.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
-#include <iterator>
 
+static constexpr int routine = 83;
 static constexpr size_t line_limit = 126;       // 125 characters and the line end
 static constexpr size_t long_title_length = 78; // of a title line beyond the limit
 static constexpr double unknown_item = -999.999;
-static constexpr int routine = 83;
 
 static constexpr const char *type_labels[] = {"Time ", "Displ", "Veloc", "Accel", "Force", "User "};
-static constexpr const char *comp_labels[] = {"T ", "X ", "Y ", "Z ", "A1", "A2", "A3", "M ", "AM"};
+static constexpr const char *item_labels[] = {"T ", "X ", "Y ", "Z ", "A1", "A2", "A3", "M ", "AM"};
+
+namespace {
 
 // What is known of the file while it is read.
 struct request_file {
     const char *path;
     utl_lines *in;
-    crv_reqsel entries[CRV_MAXCOLS];
-    int num_entries;
-    uint8_t order[CRV_MAXCOLS]; // entries in the order of their lines in a step
-    crv_column **columns;       // of the entries
+    crv_reqsel table[CRV_MAXCOLS];
+    std::span<crv_reqsel> entries; // of the table
+    uint8_t order[CRV_MAXCOLS];    // entries in the order of their lines in a step
+    crv_column **columns;          // of the entries
     int first_slot;
     char title[128];
     utl_end title_end;
@@ -48,18 +47,21 @@ struct request_file {
 
 enum class outcome { done, refused };
 
-static bool in_range(double value, const double (&range)[2]) {
-    return range[0] <= value && value <= range[1];
+} // namespace
+
+static void tell_missing(request_file *req) {
+    if (req->told_missing) return;
+    req->told_missing = true;
+    fprintf(stderr, "%%crv_83-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n", req->path,
+            static_cast<unsigned long long>(req->in->line_number));
 }
 
 static void parse_selection(request_file *req, const char *selection) {
     const int free_slots = CRV_MAXCOLS - req->first_slot;
-    req->num_entries =
-        std::min(crv_ParseSel(selection, {req->entries, static_cast<size_t>(free_slots)}), free_slots);
+    req->entries = crv_ParseSel(selection, {req->table, static_cast<size_t>(free_slots)});
     if (crv_DBG != routine) return;
-    for (int k = 0; k < req->num_entries; ++k)
-        printf("    _83-i-val, Access results for req = %4u, item = %u \n", req->entries[k].req,
-               req->entries[k].item);
+    for (const crv_reqsel &entry : req->entries)
+        printf("    _83-i-val, Access results for req = %4u, item = %u \n", entry.req, entry.item);
 }
 
 static void read_title(request_file *req) {
@@ -72,70 +74,61 @@ static void read_title(request_file *req) {
     }
 }
 
-// A header line says where in a step the values of its request stand.
+// A header line says on which line of a step the values of its request stand.
 static void place_request(request_file *req, int block, const int (&fields)[5]) {
     const auto identifier = static_cast<uint32_t>(fields[0]);
-    for (int k = 0; k < req->num_entries; ++k) {
-        if (req->entries[k].req != identifier) continue;
-        req->entries[k].block = block;
-        req->entries[k].type = static_cast<uint32_t>(fields[1]);
+    for (crv_reqsel &entry : req->entries) {
+        if (entry.req != identifier) continue;
+        entry.block = block;
+        entry.type = static_cast<uint32_t>(fields[1]);
     }
 }
 
-static void read_header(request_file *req) {
+static outcome read_header(request_file *req) {
+    utl_NextLine(req->in, line_limit);
+    read_title(req);
+    req->num_requests = utl_ToInt(utl_NextLine(req->in, line_limit).text);
+    if (req->num_requests < 0) {
+        fprintf(stderr, "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
+                req->num_requests, req->path);
+        return outcome::refused;
+    }
     for (int64_t block = 1; block <= req->num_requests; ++block) {
         const utl_line line = utl_NextLine(req->in, line_limit);
-        if (line.end == utl_end::nothing) return; // N can name more requests than the file has lines
+        if (line.end == utl_end::nothing) break; // N can name more requests than the file has lines
         int fields[5];
         if (crv_ReadIntegers(line.text, fields) > 0) place_request(req, static_cast<int>(block), fields);
         if (fields[4] != 0) utl_NextLine(req->in, line_limit);
     }
+    return outcome::done;
 }
 
 static outcome check_selection(const request_file *req) {
-    for (int k = 0; k < req->num_entries; ++k) {
-        if (req->entries[k].block != -1) continue;
-        printf("%%crv_83-e-mis, Request \"%u\" not found! \n", req->entries[k].req);
-        return outcome::refused;
-    }
-    return outcome::done;
-}
-
-// The provisional label of column k, seen in the listing only. Deliberate: whether it is time is asked of the entry that
-// has the column's slot as its index, not of the column's own entry.
-static void set_provisional_label(const request_file *req, int k) {
-    const int asked = req->first_slot + k;
-    char *label = req->columns[k]->colname;
-    if (asked < req->num_entries && req->entries[asked].req == 0) {
-        snprintf(label, sizeof req->columns[k]->colname, "Time");
-    } else {
-        snprintf(label, sizeof req->columns[k]->colname, "R:%4u, i:%1u", req->entries[k].req,
-                 req->entries[k].item);
-    }
-}
-
-static outcome make_columns(request_file *req) {
-    for (int k = 0; k < req->num_entries; ++k) {
-        if (!crv_AllocColumn(req->first_slot + k)) {
-            perror("    _83-e-calloc, data");
-            return outcome::refused;
-        }
-        set_provisional_label(req, k);
-    }
-    return outcome::done;
-}
-
-static outcome refuse_several(const request_file *req) {
-    printf("%%crv_xx-e-mul, Multiple results in (%s)\n", req->path);
-    printf("    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
+    const crv_reqsel *missing = crv_FindMissing(req->entries);
+    if (!missing) return outcome::done;
+    printf("%%crv_83-e-mis, Request \"%u\" not found! \n", missing->req);
     return outcome::refused;
 }
 
-static void tell_missing(request_file *req) {
-    if (req->told_missing) return;
-    req->told_missing = true;
-    fprintf(stderr, "%%crv_83-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n", req->path,
-            static_cast<unsigned long long>(req->in->line_number));
+// The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of the entry that has the
+// column's slot as its index, not of the column's own entry.
+static outcome make_columns(request_file *req) {
+    int slot = req->first_slot;
+    for (const crv_reqsel &entry : req->entries) {
+        crv_column *column = crv_AllocColumn(slot);
+        if (!column) {
+            perror("    _83-e-calloc, data");
+            return outcome::refused;
+        }
+        if (crv_IsTime(req->entries, slot)) {
+            snprintf(column->colname, sizeof column->colname, "Time");
+        } else {
+            snprintf(column->colname, sizeof column->colname, "R:%4u, i:%1u", entry.req, entry.item);
+        }
+        ++slot;
+    }
+    crv_SortByBlock(req->entries, req->order);
+    return outcome::done;
 }
 
 double crv_TakeItem(std::string_view line, uint32_t item, bool *complete) {
@@ -158,34 +151,31 @@ double crv_TakeItem(std::string_view line, uint32_t item, bool *complete) {
     return unknown_item;
 }
 
-static void read_time(request_file *req, std::string_view line) {
-    if (!crv_ReadNumberAt(line, 1, &req->time)) tell_missing(req);
-}
-
 static void trace_value(const request_file *req, utl_line line, uint32_t item, double value) {
-    printf("    _83-i-val, rec = %.*s%s \n", static_cast<int>(line.text.size()), line.text.data(),
-           line.end == utl_end::newline ? "\n" : "");
+    crv_TraceRecord(line, routine);
     printf("    _83-i-val, item = %u, val1 = %f \n", item, value);
     printf("    _83-i-val, current_time = %f \n", req->time);
     printf("    _83-i-val, current_xval = %f \n", req->x_value);
-    if (in_range(req->time, crv_settings.time_window)) {
+    if (crv_InRange(req->time, crv_settings.time_window)) {
         printf("    _83-i-val, Time screening TRUE\n");
     } else {
         printf("    _83-i-val, Time screening FALSE\n");
     }
 }
 
-static bool keep_value(request_file *req, crv_column *column, double value) {
+static outcome keep_value(const request_file *req, crv_column *column, double value) {
     ++column->numpts;
-    crv_KeepMinMax(column, value, req->step, req->time);
+    crv_KeepMinMax(column, value, req->step, req->time, req->time);
     crv_KeepSum(column, value);
     crv_KeepEnds(column, value, req->step, req->time);
     crv_KeepMagnitudes(column, value, req->step, req->time);
-    return crv_AppendValue(column, value);
+    if (crv_AppendValue(column, value)) return outcome::done;
+    perror("    _83-f-calloc");
+    return outcome::refused;
 }
 
 // Takes the value of entry k from the line of its request.
-static outcome take_value(request_file *req, int k, utl_line line) {
+static outcome take_value(request_file *req, size_t k, utl_line line) {
     const uint32_t item = req->entries[k].item;
     bool complete = true;
     const double value = crv_TakeItem(line.text, item, &complete);
@@ -193,22 +183,26 @@ static outcome take_value(request_file *req, int k, utl_line line) {
     if (req->screens_x && k == 0) req->x_value = value;
     if (crv_DBG == routine) trace_value(req, line, item, value);
 
-    if (!in_range(req->time, crv_settings.time_window)) return outcome::done;
-    if (req->screens_x && !in_range(req->x_value, crv_settings.x_filter)) return outcome::done;
-    if (keep_value(req, req->columns[k], value)) return outcome::done;
-    perror("    _83-f-calloc");
+    if (!crv_InRange(req->time, crv_settings.time_window)) return outcome::done;
+    if (req->screens_x && !crv_InRange(req->x_value, crv_settings.x_filter)) return outcome::done;
+    return keep_value(req, req->columns[k], value);
+}
+
+static outcome refuse_several(const request_file *req) {
+    printf("%%crv_xx-e-mul, Multiple results in (%s)\n", req->path);
+    printf("    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
     return outcome::refused;
 }
 
 static outcome read_steps(request_file *req) {
     for (req->step = 1;; ++req->step) {
-        int next = 0; // of the entries in order
-        for (int64_t block = 0; block <= req->num_requests; ++block) {
+        size_t next = 0;                                               // of the entries in order
+        for (int64_t block = 0; block <= req->num_requests; ++block) { // 0 is the time line
             const utl_line line = utl_NextLine(req->in, line_limit);
             if (line.text.find("<++>") != line.text.npos) return refuse_several(req);
             if (line.end == utl_end::file_end || line.end == utl_end::nothing) return outcome::done;
-            if (block == 0) read_time(req, line.text);
-            for (; next < req->num_entries && req->entries[req->order[next]].block == block; ++next)
+            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &req->time)) tell_missing(req);
+            for (; next < req->entries.size() && req->entries[req->order[next]].block == block; ++next)
                 if (take_value(req, req->order[next], line) == outcome::refused) return outcome::refused;
         }
         ++req->steps_done;
@@ -216,38 +210,26 @@ static outcome read_steps(request_file *req) {
 }
 
 static void set_means(const request_file *req) {
-    for (int k = 0; k < req->num_entries; ++k) {
+    for (size_t k = 0; k < req->entries.size(); ++k) {
         crv_column *column = req->columns[k];
         if (column->numpts < 1) {
-            fprintf(stderr, "%%crv_83-e-pts, No data points found for item (%d)\n", req->first_slot + k);
+            fprintf(stderr, "%%crv_83-e-pts, No data points found for item (%d)\n",
+                    req->first_slot + static_cast<int>(k));
             utl_Quit(1);
         }
         column->mean = crv_MeanOf(column->sum, column->numpts);
     }
 }
 
-static void list_columns(const request_file *req) {
-    for (int k = 0; k < req->num_entries; ++k) {
-        crv_column *column = req->columns[k];
-        printf("    _83-i-val, ---------------------------- \n");
-        printf("    _83-i-val, name = %s, max = %f, min = %f \n", column->colname, column->max, column->min);
-        printf("    _83-i-val, var1 = %f, var2 = %f \n", column->var1, column->var2);
-        crv_ListValues(column, routine);
-    }
-}
-
-static void set_labels(request_file *req) {
-    for (int k = 0; k < req->num_entries; ++k) {
+static void set_labels(const request_file *req) {
+    for (size_t k = 0; k < req->entries.size(); ++k) {
         crv_reqsel *entry = &req->entries[k];
         crv_column *column = req->columns[k];
-        const bool known_type = entry->type < std::size(type_labels);
-        const bool known_item = entry->item < std::size(comp_labels);
-        memcpy(entry->type_label, known_type ? type_labels[entry->type] : "?????", sizeof entry->type_label);
-        memcpy(entry->comp_label, known_item ? comp_labels[entry->item] : "??", sizeof entry->comp_label);
+        crv_LabelEntry(entry, type_labels, item_labels);
         if (entry->req == 0) {
             snprintf(column->colname, sizeof column->colname, "Time (sec) ");
         } else {
-            // A component label of one letter is two characters wide, so that two blanks follow it.
+            // An item label of one letter is two characters wide, so that two blanks follow it.
             snprintf(column->colname, sizeof column->colname, "%.5s %u, %.2s ", entry->type_label, entry->req,
                      entry->comp_label);
         }
@@ -255,27 +237,22 @@ static void set_labels(request_file *req) {
     }
 }
 
-// The file is open: from its first line to the columns filled.
+// From the first line to the last. Returns what crv_ReadReq does.
 static int read_file(request_file *req) {
-    utl_NextLine(req->in, line_limit);
-    read_title(req);
-    req->num_requests = utl_ToInt(utl_NextLine(req->in, line_limit).text);
-    if (req->num_requests < 0) {
-        fprintf(stderr, "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
-                req->num_requests, req->path);
-        return -1;
-    }
-    read_header(req);
+    if (read_header(req) == outcome::refused) return -1;
     if (check_selection(req) == outcome::refused) return 0;
     if (make_columns(req) == outcome::refused) return -1;
-    crv_SortByBlock({req->entries, static_cast<size_t>(req->num_entries)}, req->order);
     if (read_steps(req) == outcome::refused) return -1;
     if (req->in->error != 0) {
         errno = req->in->error;
         perror("    _83-f-fread");
         return -1;
     }
-    return req->num_entries;
+    set_means(req);
+    printf("%%crv_83-i-pts, file (%s) has %d steps\n", req->path, req->steps_done);
+    if (crv_DBG == routine) crv_ListColumns({req->columns, req->entries.size()}, routine);
+    set_labels(req);
+    return static_cast<int>(req->entries.size());
 }
 
 int crv_ReadReq(const char *path, const char *selection, int first_slot) {
@@ -296,11 +273,5 @@ int crv_ReadReq(const char *path, const char *selection, int first_slot) {
     }
     const int count = read_file(&req);
     utl_CloseLines(req.in);
-    if (count < 0 || (count == 0 && req.num_entries > 0)) return count;
-
-    set_means(&req);
-    printf("%%crv_83-i-pts, file (%s) has %d steps\n", path, req.steps_done);
-    if (crv_DBG == routine) list_columns(&req);
-    set_labels(&req);
     return count;
 }

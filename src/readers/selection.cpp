@@ -3,6 +3,7 @@
 
 #include "util/text.h"
 
+#include <cstring>
 #include <string_view>
 
 static crv_reqsel entry_of(std::string_view token) {
@@ -18,15 +19,39 @@ static crv_reqsel entry_of(std::string_view token) {
     return entry;
 }
 
-int crv_ParseSel(const char *text, std::span<crv_reqsel> entries) {
+std::span<crv_reqsel> crv_ParseSel(const char *text, std::span<crv_reqsel> table) {
     std::string_view rest = text ? text : "";
     std::string_view token;
     size_t count = 0;
-    while (utl_NextField(&rest, &token)) {
-        if (count < entries.size()) entries[count] = entry_of(token);
-        ++count;
-    }
-    return static_cast<int>(count);
+    while (count < table.size() && utl_NextField(&rest, &token)) table[count++] = entry_of(token);
+    return table.first(count);
+}
+
+int crv_CountSel(const char *text) {
+    std::string_view rest = text ? text : "";
+    std::string_view token;
+    int count = 0;
+    while (utl_NextField(&rest, &token)) ++count;
+    return count;
+}
+
+bool crv_IsTime(std::span<const crv_reqsel> entries, int index) {
+    const auto at = static_cast<size_t>(index);
+    return at < entries.size() && entries[at].req == 0;
+}
+
+const crv_reqsel *crv_FindMissing(std::span<const crv_reqsel> entries) {
+    for (const crv_reqsel &entry : entries)
+        if (entry.block == -1) return &entry;
+    return nullptr;
+}
+
+void crv_LabelEntry(crv_reqsel *entry, std::span<const char *const> types,
+                    std::span<const char *const> items) {
+    const char *type = entry->type < types.size() ? types[entry->type] : "?????";
+    const char *item = entry->item < items.size() ? items[entry->item] : "??";
+    memcpy(entry->type_label, type, sizeof entry->type_label);
+    memcpy(entry->comp_label, item, sizeof entry->comp_label);
 }
 
 void crv_SortByBlock(std::span<const crv_reqsel> entries, uint8_t *order) {

@@ -22,11 +22,25 @@ struct crv_reqsel {
     char type_label[5]; // label of the type, set when the file has been read
 };
 
-// Reads the selection `text` into `entries`, as many as they hold, and returns how many pairs the text has. It never
+// Reads the selection `text` into `table`, as many pairs as it holds, and returns the part that was filled. It never
 // fails: what is not a number reads as 0, and so as time. A null text has no pairs.
 //
 // Pairs are separated by blanks and commas. Without a ':' the item is 1.
-int crv_ParseSel(const char *text, std::span<crv_reqsel> entries);
+std::span<crv_reqsel> crv_ParseSel(const char *text, std::span<crv_reqsel> table);
+
+// The number of pairs of the selection, however many.
+int crv_CountSel(const char *text);
+
+// Whether entry `index` is time; false where the selection has no such entry.
+bool crv_IsTime(std::span<const crv_reqsel> entries, int index);
+
+// The first entry whose request the file does not have, or null.
+const crv_reqsel *crv_FindMissing(std::span<const crv_reqsel> entries);
+
+// Sets both labels of an entry from the tables of its format: texts of five and of two characters, by type and by item.
+// What a table does not have is "?????" or "??".
+void crv_LabelEntry(crv_reqsel *entry, std::span<const char *const> types,
+                    std::span<const char *const> items);
 
 // Puts the indices of `entries` into `order`, sorted by block; entries of one block stay in selection order. So a reader
 // meets them in the order in which a step holds their lines.

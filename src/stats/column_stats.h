@@ -1,27 +1,32 @@
 // stats/column_stats.h - the statistics of a column, kept as its values arrive.
 //
-// Each routine takes the place of the value in its series: `step` counted from 1, `time` in the unit of the file. The
-// first value of a column sets everything; comparisons are strict, so that of equal values the earliest keeps the
-// extreme. A reader calls, for each value that it keeps, the routines for the statistics that it keeps, and appends the
-// value afterwards: a column whose list is empty waits for its first.
+// A reader calls, for each value that it keeps, the routines for the statistics that it keeps, and appends the value
+// afterwards: a column whose list is empty waits for its first value, which sets everything. Comparisons are strict, so
+// that of equal values the earliest keeps the extreme.
+//
+// `step` counts from 1, `time` is in the unit of the file, `abscissa` is what the value is plotted against. A format
+// without steps passes 0 for step and time, which leaves those fields as they were made.
 #pragma once
 
 #include "records/column.h"
 
 #include <cmath>
+#include <cstdint>
 
-// Minimum and maximum with their steps and times, and the abscissas var1 and var2.
-inline void crv_KeepMinMax(crv_column *column, double value, uint32_t step, double time) {
+// Minimum and maximum; their abscissas are var1 and var2.
+inline void crv_KeepMinMax(crv_column *column, double value, uint32_t step, double time, double abscissa) {
     const bool first = !column->val_list;
     if (first || value > column->max) {
         column->max = value;
         column->max_step = step;
-        column->max_time = column->var2 = time;
+        column->max_time = time;
+        column->var2 = abscissa;
     }
     if (first || value < column->min) {
         column->min = value;
         column->min_step = step;
-        column->min_time = column->var1 = time;
+        column->min_time = time;
+        column->var1 = abscissa;
     }
 }
 
@@ -57,8 +62,14 @@ inline void crv_KeepMagnitudes(crv_column *column, double value, uint32_t step, 
     }
 }
 
-// The mean of a column whose sum is complete. The count is signed and 16 bits wide; of no values it is what a division
-// by 0 gives.
-inline double crv_MeanOf(double sum, int16_t count) {
-    return sum / count;
+// Smallest and largest magnitude of column files. Deliberate: the value is compared with its sign, so that a column of
+// negative values keeps the magnitude of the first as its largest, and of the last that was below it as its smallest.
+inline void crv_KeepMagnitudesBySign(crv_column *column, double value) {
+    const bool first = !column->val_list;
+    const double magnitude = std::fabs(value);
+    if (first || column->absmin > value) column->absmin = magnitude;
+    if (first || value > column->absmax) column->absmax = magnitude;
 }
+
+// The mean of a column. The count is signed and 16 bits wide; of no values it is what a division by 0 gives.
+inline double crv_MeanOf(double sum, int16_t count) { return sum / count; }

@@ -4,8 +4,11 @@
 #include <cstdio>
 #include <cstdlib>
 
-void utl_Quit(int status) {
-    exit(status);
+void utl_Quit(int status) { exit(status); }
+
+void utl_QuitWithError(const char *report, int status) {
+    perror(report);
+    utl_Quit(status);
 }
 
 void utl_ReadAnswer(char *answer, size_t size) {

@@ -6,6 +6,9 @@
 // Ends the program with `status`. Every end of a run but the return from main goes through here.
 [[noreturn]] void utl_Quit(int status);
 
+// Reports the system's last error after the text `report`, as perror does, and ends the program with `status`.
+[[noreturn]] void utl_QuitWithError(const char *report, int status);
+
 // Reads one line from standard input into `answer`: at most size - 1 characters, the rest of the line is consumed and
 // lost, the line end is not part of it. The end of standard input is an empty answer. What was printed so far, the
 // prompt included, is on the screen before the program waits.

@@ -16,9 +16,7 @@ std::string_view utl_TrimEnd(std::string_view text) {
     return text;
 }
 
-static bool is_separator(char c) {
-    return c == ' ' || c == ',';
-}
+static bool is_separator(char c) { return c == ' ' || c == ','; }
 
 bool utl_NextField(std::string_view *rest, std::string_view *field) {
     const char *at = rest->data();
@@ -32,13 +30,9 @@ bool utl_NextField(std::string_view *rest, std::string_view *field) {
 }
 
 // White space as isspace knows it.
-static bool is_space(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
+static bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-static bool is_digit(char c) {
-    return c >= '0' && c <= '9';
-}
+static bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 static std::string_view without_leading_space(std::string_view text) {
     while (!text.empty() && is_space(text.front())) text.remove_prefix(1);

@@ -19,9 +19,7 @@ TEST(Console, AnAnswerIsOneLineWithoutItsEnd) {
     EXPECT_EQ(answer_to("a\rb", 64), "a\rb");
 }
 
-TEST(Console, TheEndOfInputIsAnEmptyAnswer) {
-    EXPECT_EQ(answer_to("", 64), "");
-}
+TEST(Console, TheEndOfInputIsAnEmptyAnswer) { EXPECT_EQ(answer_to("", 64), ""); }
 
 TEST(Console, TheRestOfALongAnswerIsConsumed) {
     const text_file file("abcdefgh\nnext\n");
@@ -33,12 +31,8 @@ TEST(Console, TheRestOfALongAnswerIsConsumed) {
     EXPECT_STREQ(answer, "nex");
 }
 
-TEST(Console, QuittingEndsWithTheStatus) {
-    EXPECT_EXIT(utl_Quit(3), testing::ExitedWithCode(3), "");
-}
+TEST(Console, QuittingEndsWithTheStatus) { EXPECT_EXIT(utl_Quit(3), testing::ExitedWithCode(3), ""); }
 
-TEST(Console, ACommandThatFailsIsNoFault) {
-    EXPECT_TRUE(utl_RunCommand("exit 7"));
-}
+TEST(Console, ACommandThatFailsIsNoFault) { EXPECT_TRUE(utl_RunCommand("exit 7")); }
 
 } // namespace

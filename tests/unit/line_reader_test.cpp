@@ -62,9 +62,7 @@ TEST(LineReader, ALineEndIsNotPartOfTheText) {
                                                  {"", utl_end::nothing}}));
 }
 
-TEST(LineReader, AnEmptyFileHasNothing) {
-    EXPECT_EQ(lines_of("", 126), (lines{{"", utl_end::nothing}}));
-}
+TEST(LineReader, AnEmptyFileHasNothing) { EXPECT_EQ(lines_of("", 126), (lines{{"", utl_end::nothing}})); }
 
 TEST(LineReader, ALastLineWithoutItsEndMeetsTheFileEnd) {
     EXPECT_EQ(lines_of("ab\ncd", 126),

@@ -473,18 +473,14 @@ std::string appended(const std::string &bytes) {
     return text.substr(head.size(), text.size() - head.size() - tail.size());
 }
 
-TEST_F(sections, AUserFileIsPastedLineByLine) {
-    EXPECT_EQ(appended("a %d\n\nb\r\n"), "a %d\n\nb\n");
-}
+TEST_F(sections, AUserFileIsPastedLineByLine) { EXPECT_EQ(appended("a %d\n\nb\r\n"), "a %d\n\nb\n"); }
 
 TEST_F(sections, ALastLineWithoutItsEndIsNotPasted) {
     EXPECT_EQ(appended("a\nlast"), "a\n");
     EXPECT_EQ(appended("last"), "");
 }
 
-TEST_F(sections, AnEmptyUserFileAddsNothing) {
-    EXPECT_EQ(appended(""), "");
-}
+TEST_F(sections, AnEmptyUserFileAddsNothing) { EXPECT_EQ(appended(""), ""); }
 
 TEST_F(sections, AUserLineOfAHundredCharactersIsCutTo81) {
     EXPECT_EQ(appended(std::string(100, 'u') + "\n"), std::string(81, 'u') + "\n");

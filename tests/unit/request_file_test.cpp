@@ -333,9 +333,7 @@ TEST_F(request_file, AnOverLongLineIsReadAsTwo) {
     EXPECT_EQ(values_of(crv_columns[1]), (std::vector<double>{5, 1.5}));
 }
 
-std::string with_title(const std::string &title) {
-    return "\n" + title + "\n0\n1\n";
-}
+std::string with_title(const std::string &title) { return "\n" + title + "\n0\n1\n"; }
 
 TEST_F(request_file, ATitleOfTwentyCharactersKeepsItsLineEnd) {
     read(with_title("twenty characters :)"), "0");

@@ -1,0 +1,215 @@
+// readers/column_file.cpp - see column_file.h.
+#include "readers/column_file.h"
+
+#include "readers/selection.h"
+#include "readers/series.h"
+#include "records/column.h"
+#include "records/settings.h"
+#include "stats/column_stats.h"
+#include "util/console.h"
+#include "util/line_reader.h"
+#include "util/text.h"
+
+#include <cerrno>
+#include <cstdio>
+
+static constexpr int routine = 94;
+static constexpr size_t line_limit = 1023; // 1,022 characters and the line end
+static constexpr int status_failed = 0;
+
+namespace {
+
+// What is known of the file while it is read.
+struct column_file {
+    const char *path;
+    utl_lines *in;
+    crv_reqsel table[CRV_MAXCOLS];
+    std::span<crv_reqsel> entries; // of the table; their block is the field that they take, 0 the row count
+    uint8_t order[CRV_MAXCOLS];    // entries in the order of their fields in a row
+    crv_column **columns;          // of the entries
+    int first_slot;
+    char labels[line_limit + 1]; // the label line
+    utl_end labels_end;
+    int num_columns;
+    uint32_t rows_done;
+};
+
+enum class outcome { done, refused };
+
+} // namespace
+
+static void parse_selection(column_file *pos, const char *selection) {
+    const int free_slots = CRV_MAXCOLS - pos->first_slot;
+    pos->entries = crv_ParseSel(selection, {pos->table, static_cast<size_t>(free_slots)});
+    for (crv_reqsel &entry : pos->entries) entry.block = static_cast<int32_t>(entry.req);
+    if (crv_DBG != routine) return;
+    for (const crv_reqsel &entry : pos->entries) printf("    _94-i-val, Access column = %2u, \n", entry.req);
+}
+
+static int count_fields(std::string_view line) {
+    int count = 0;
+    std::string_view field;
+    while (utl_NextField(&line, &field)) ++count;
+    return count;
+}
+
+// Reads up to the first row and returns it; the label line is kept on the way.
+static utl_line read_header(column_file *pos, int label_line, int first_line) {
+    utl_line line = {{}, utl_end::nothing};
+    for (int number = 1; number <= first_line; ++number) {
+        line = utl_NextLine(pos->in, line_limit);
+        if (line.end == utl_end::nothing) break;
+        if (number != label_line) continue;
+        utl_CopyText(pos->labels, line.text);
+        pos->labels_end = line.end;
+    }
+    pos->num_columns = count_fields(line.text);
+    printf("%ccrv_94-i-val, file %s has %2u columns.\n", '%', pos->path,
+           static_cast<unsigned>(pos->num_columns));
+    return line;
+}
+
+static outcome check_selection(const column_file *pos) {
+    for (const crv_reqsel &entry : pos->entries) {
+        const auto column = static_cast<int>(entry.req);
+        if (column >= 0 && column <= pos->num_columns) continue;
+        printf("%ccrv_94-f-nocol, Column \"%u\" does not exist!\n", '%', entry.req);
+        return outcome::refused;
+    }
+    return outcome::done;
+}
+
+// Deliberate: whether a column is the row count is asked of the entry that has the column's slot as its index, not of the
+// column's own entry.
+static void make_columns(column_file *pos) {
+    int slot = pos->first_slot;
+    for (const crv_reqsel &entry : pos->entries) {
+        crv_column *column = crv_AllocColumn(slot);
+        if (!column) utl_QuitWithError("    _94-e-calloc, data", status_failed);
+        if (crv_IsTime(pos->entries, slot)) {
+            snprintf(column->colname, sizeof column->colname, "Row Count");
+        } else {
+            snprintf(column->colname, sizeof column->colname, "Column %4u", entry.req);
+        }
+        ++slot;
+    }
+    crv_SortByBlock(pos->entries, pos->order);
+}
+
+// Copies a label; "%%" in it stands for one "%".
+static void set_label(crv_column *column, std::string_view label) {
+    size_t length = 0;
+    for (size_t k = 0; k < label.size() && length + 1 < sizeof column->colname; ++k) {
+        column->colname[length++] = label[k];
+        if (label[k] == '%' && k + 1 < label.size() && label[k + 1] == '%') ++k;
+    }
+    column->colname[length] = '\0';
+}
+
+static void trace_label(const column_file *pos, uint32_t number, std::string_view label) {
+    crv_TraceRecord({pos->labels, pos->labels_end}, routine);
+    printf("    _94-i-val, item = %u, label = %.*s \n", number, static_cast<int>(label.size()), label.data());
+}
+
+static void set_labels(const column_file *pos) {
+    std::string_view rest = pos->labels;
+    std::string_view label;
+    for (uint32_t number = 1; utl_NextField(&rest, &label); ++number) {
+        for (size_t k = 0; k < pos->entries.size(); ++k) {
+            if (pos->entries[k].req != number) continue;
+            set_label(pos->columns[k], label);
+            if (crv_DBG == routine) trace_label(pos, number, label);
+        }
+    }
+}
+
+static void trace_value(utl_line line, uint32_t item, double value) {
+    crv_TraceRecord(line, routine);
+    printf("    _94-i-val, item = %u, val1 = %f \n", item, value);
+}
+
+static void keep_value(const column_file *pos, crv_column *column, double value) {
+    crv_KeepMinMax(column, value, 0, 0.0, pos->rows_done);
+    crv_KeepSum(column, value);
+    crv_KeepMagnitudesBySign(column, value);
+    if (!crv_AppendValue(column, value)) utl_QuitWithError("    _94-f-calloc", status_failed);
+}
+
+// Takes the value of entry k from row number `row`.
+static void take_value(const column_file *pos, size_t k, utl_line line, double row, double value) {
+    ++pos->columns[k]->numpts; // rows that are dropped count too
+    if (crv_DBG == routine) trace_value(line, pos->entries[k].req, value);
+    if (crv_InRange(row, crv_settings.time_window)) keep_value(pos, pos->columns[k], value);
+}
+
+// A row that is too short for an entry leaves it without a value.
+static void read_row(const column_file *pos, utl_line line) {
+    const double row = pos->rows_done + 1.0;
+    std::string_view rest = line.text;
+    std::string_view field;
+    int32_t at = 0; // field 0 is the row number
+    double value = row;
+    for (size_t next = 0; next < pos->entries.size(); ++next) {
+        const size_t k = pos->order[next];
+        const int32_t wanted = pos->entries[k].block;
+        if (at < wanted) {
+            for (; at < wanted; ++at)
+                if (!utl_NextField(&rest, &field)) return;
+            value = utl_ToDouble(field);
+        }
+        take_value(pos, k, line, row, value);
+    }
+}
+
+static void read_rows(column_file *pos, utl_line line) {
+    for (; line.end == utl_end::newline || line.end == utl_end::limit;
+         line = utl_NextLine(pos->in, line_limit)) {
+        read_row(pos, line);
+        ++pos->rows_done;
+    }
+}
+
+static void list_columns(const column_file *pos) {
+    for (size_t k = 0; k < pos->entries.size(); ++k) {
+        crv_column *column = pos->columns[k];
+        printf("    _94-i-val, ---------------------------- \n");
+        printf("    _94-i-val, name = %s, max = %f, min = %f \n", column->colname, column->max, column->min);
+        printf("    _94-i-val, var1 = %f, var2 = %f, mean = %f \n", column->var1, column->var2, column->mean);
+        crv_ListValues(column, routine);
+    }
+}
+
+// From the first line to the last. Returns what crv_ReadPost does.
+static int read_file(column_file *pos, int label_line, int first_line) {
+    utl_line line = read_header(pos, label_line, first_line);
+    if (check_selection(pos) == outcome::refused) return 0;
+    make_columns(pos);
+    set_labels(pos);
+    if (first_line < 1) line = utl_NextLine(pos->in, line_limit);
+    read_rows(pos, line);
+    if (pos->in->error != 0) {
+        errno = pos->in->error;
+        utl_QuitWithError("    _94-f-fread", status_failed);
+    }
+    crv_SetMeans({pos->columns, pos->entries.size()});
+    printf("%ccrv_94-i-pts, file %s has %u steps\n", '%', pos->path, pos->rows_done);
+    if (crv_DBG == routine) list_columns(pos);
+    return static_cast<int>(pos->entries.size());
+}
+
+int crv_ReadPost(const char *path, const char *selection, int first_slot, int label_line, int first_line) {
+    if (crv_DBG == routine) printf("    _94-i-val, pos_filename = \"%s\" \n", path);
+
+    column_file pos = {};
+    pos.path = path;
+    pos.first_slot = first_slot;
+    pos.columns = crv_columns + first_slot;
+    parse_selection(&pos, selection);
+
+    printf("%ccrv_94-i-wor, Reading \"%s\" ...\n", '%', path);
+    pos.in = utl_OpenLines(path);
+    if (!pos.in) utl_QuitWithError("    _94-f-fopen", status_failed);
+    const int count = read_file(&pos, label_line, first_line);
+    utl_CloseLines(pos.in);
+    return count;
+}

@@ -1,0 +1,242 @@
+// readers/frame_file.cpp - see frame_file.h.
+#include "readers/frame_file.h"
+
+#include "readers/fields.h"
+#include "readers/series.h"
+#include "records/chart.h"
+#include "records/column.h"
+#include "records/settings.h"
+#include "stats/column_stats.h"
+#include "stats/rounding.h"
+#include "util/console.h"
+#include "util/line_reader.h"
+#include "util/text.h"
+
+#include <cerrno>
+#include <cstdio>
+
+static constexpr int routine = 85;
+static constexpr size_t line_limit = 127; // 126 characters and the line end
+static constexpr size_t title_length = 80;
+static constexpr size_t label_length = 31;
+static constexpr size_t numbered_label_length = 32;
+static constexpr int fewest_points = 3;
+static constexpr int status_failed = 0;
+
+namespace {
+
+// What is known of the file while it is read.
+struct frame_file {
+    const char *path;
+    utl_lines *in;
+    crv_column *columns[2]; // X and Y
+    double totals[2];       // of their values
+    double x_range[2];      // as the file gives them
+    double y_range[2];
+    int num_points; // NUMDATA
+    bool told_missing;
+};
+
+enum class outcome { done, refused };
+
+} // namespace
+
+static void tell_missing(frame_file *vdr) {
+    if (vdr->told_missing) return;
+    vdr->told_missing = true;
+    fprintf(stderr, "%%crv_85-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n", vdr->path,
+            static_cast<unsigned long long>(vdr->in->line_number));
+}
+
+static void make_columns(frame_file *vdr, int first_slot) {
+    for (int k = 0; k < 2; ++k) {
+        crv_column *column = crv_AllocColumn(first_slot + k);
+        if (!column) utl_QuitWithError("    _85-e-calloc, data", status_failed);
+        snprintf(column->colname, sizeof column->colname, "VDR col_%u",
+                 static_cast<unsigned>(first_slot + k));
+        column->min = 10.0;
+        column->max = -10.0;
+        vdr->columns[k] = column;
+    }
+}
+
+static utl_line next_line(const frame_file *vdr) { return utl_NextLine(vdr->in, line_limit); }
+
+static int next_integer(const frame_file *vdr) { return utl_ToInt(next_line(vdr).text); }
+
+static void read_range(const frame_file *vdr, double (&range)[2]) {
+    range[0] = utl_ToDouble(next_line(vdr).text);
+    range[1] = utl_ToDouble(next_line(vdr).text);
+}
+
+static void read_style(frame_file *vdr) {
+    vdr->num_points = next_integer(vdr);
+    crv_charts[0]->style = static_cast<uint16_t>(vdr->num_points);
+}
+
+static void read_x_label(const frame_file *vdr) {
+    crv_CopyLine(vdr->columns[0]->colname, next_line(vdr), label_length);
+    utl_CopyText(crv_charts[0]->xaxis_t, vdr->columns[0]->colname);
+}
+
+static void read_y_label(const frame_file *vdr, char number) {
+    if (number >= '1' && number <= '6') {
+        crv_CopyLine(crv_charts[0]->yaxis_ts[number - '0'], next_line(vdr), numbered_label_length);
+    } else {
+        crv_CopyLine(vdr->columns[1]->colname, next_line(vdr), label_length);
+        utl_CopyText(crv_charts[0]->yaxis_ts[0], vdr->columns[1]->colname);
+    }
+}
+
+// Deliberate: one of the two messages is misspelled.
+static void read_x_range(frame_file *vdr) {
+    read_range(vdr, vdr->x_range);
+    if (vdr->x_range[0] > vdr->x_range[1]) printf("%ccrv_85-e-ran, X axis range incorectly specified\n", '%');
+}
+
+static void read_y_range(frame_file *vdr) {
+    read_range(vdr, vdr->y_range);
+    if (vdr->y_range[0] > vdr->y_range[1])
+        printf("%ccrv_85-e-ran, Y axis range incorrectly specified\n", '%');
+}
+
+// A record keeps its line end, so that only the blanks of a line without one are trimmed.
+static void trace_record(utl_line line) {
+    printf("    _85-i-val, vdr_record = \"%.*s%s\"\n", static_cast<int>(line.text.size()), line.text.data(),
+           line.end == utl_end::newline ? "\n" : "");
+}
+
+static void keep_value(frame_file *vdr, int k, double value) {
+    crv_column *column = vdr->columns[k];
+    ++column->numpts;
+    vdr->totals[k] += value;
+    crv_KeepMinMax(column, value, 0, 0.0, 0.0);
+    if (!crv_AppendValue(column, value)) utl_QuitWithError("    _85-e-calloc", status_failed);
+}
+
+static void take_values(frame_file *vdr, utl_line line) {
+    if (crv_DBG == routine) trace_record(line);
+    if (line.end != utl_end::newline) line.text = utl_TrimEnd(line.text);
+    if (crv_DBG == routine) trace_record(line);
+    double numbers[2];
+    if (crv_ReadNumbers(line.text, numbers) < 2) tell_missing(vdr);
+    keep_value(vdr, 0, numbers[0]);
+    keep_value(vdr, 1, numbers[1]);
+}
+
+static void round_extremes(crv_column *column) {
+    double minmax[2] = {column->min, column->max};
+    crv_RMinMax(minmax);
+    column->min = minmax[0];
+    column->max = minmax[1];
+}
+
+static outcome read_data(frame_file *vdr) {
+    if (vdr->num_points < fewest_points) {
+        printf("%%crv_85-f-nopts, VDR NUMDATA incorrectly specified!\n");
+        return outcome::refused;
+    }
+    for (int point = 0; point < vdr->num_points; ++point) {
+        const utl_line line = next_line(vdr);
+        if (line.end == utl_end::nothing) {
+            fprintf(stderr, "%%crv_85-w-cut, \"%s\" ends after %d of %d data points\n", vdr->path, point,
+                    vdr->num_points);
+            break;
+        }
+        take_values(vdr, line);
+    }
+    round_extremes(vdr->columns[0]);
+    round_extremes(vdr->columns[1]);
+    return outcome::done;
+}
+
+static char character(std::string_view text, size_t at) { return at < text.size() ? text[at] : '\0'; }
+
+static void read_x_directive(frame_file *vdr, char letter) {
+    switch (letter) {
+    case 'A': read_x_label(vdr); break;
+    case 'R': read_x_range(vdr); break;
+    case 'Y': printf("%ccrv_85-i-red, Begin reading file \"%s\" \n", '%', vdr->path); break;
+    default: break;
+    }
+}
+
+static void read_y_directive(frame_file *vdr, char letter, char number) {
+    switch (letter) {
+    case 'A': read_y_label(vdr, number); break;
+    case 'R': read_y_range(vdr); break;
+    default: break;
+    }
+}
+
+static outcome read_directives(frame_file *vdr) {
+    for (;;) {
+        const utl_line line = next_line(vdr);
+        if (line.end == utl_end::nothing) return outcome::done;
+        if (character(line.text, 0) != '%') continue;
+        const char letter = character(line.text, 2);
+        const char number = character(line.text, 3);
+        switch (character(line.text, 1)) {
+        case 'N': vdr->num_points = next_integer(vdr); break;
+        case 'S': read_style(vdr); break;
+        case 'T': crv_CopyLine(vdr->columns[0]->coltitle, next_line(vdr), title_length); break;
+        case 'X': read_x_directive(vdr, letter); break;
+        case 'Y': read_y_directive(vdr, letter, number); break;
+        case 'D':
+            if (read_data(vdr) == outcome::refused) return outcome::refused;
+            break;
+        default: break;
+        }
+    }
+}
+
+static void use_given_range(crv_column *column, const double (&range)[2]) {
+    if (!(range[1] > range[0])) return;
+    column->min = range[0];
+    column->max = range[1];
+}
+
+static void list_columns(const frame_file *vdr) {
+    for (crv_column *column : vdr->columns) {
+        printf("    _85-i-val, ---------------------------- \n");
+        printf("    _85-i-val, name = %s, min = %f, max = %f \n", column->colname, column->min, column->max);
+        crv_ListValues(column, routine);
+    }
+}
+
+static void set_means(const frame_file *vdr) {
+    for (int k = 0; k < 2; ++k) vdr->columns[k]->mean = crv_MeanOf(vdr->totals[k], vdr->columns[k]->numpts);
+}
+
+// From the first line to the last. Returns what crv_ReadVDR does.
+static int read_file(frame_file *vdr, int first_slot) {
+    make_columns(vdr, first_slot);
+    if (read_directives(vdr) == outcome::refused) return 0;
+    if (vdr->in->error != 0) {
+        errno = vdr->in->error;
+        utl_QuitWithError("    _85-f-fread", status_failed);
+    }
+    use_given_range(vdr->columns[0], vdr->x_range);
+    use_given_range(vdr->columns[1], vdr->y_range);
+    if (crv_DBG == routine) list_columns(vdr);
+    set_means(vdr);
+    printf("%ccrv_85-i-dat, Vandor CRV_FRM_FILE data loaded, number of points = %u \n", '%',
+           static_cast<unsigned>(vdr->num_points));
+    return 2;
+}
+
+int crv_ReadVDR(const char *path, int first_slot) {
+    if (path[0] == '^') {
+        printf("%%crv_85-f-nofile, A VDR file spec must be provided! \n");
+        return 0;
+    }
+    frame_file vdr = {};
+    vdr.path = path;
+    vdr.x_range[0] = vdr.y_range[0] = 10.0;
+    vdr.x_range[1] = vdr.y_range[1] = -10.0;
+    vdr.in = utl_OpenLines(path);
+    if (!vdr.in) utl_QuitWithError("    _85-f-fopen", status_failed);
+    const int count = read_file(&vdr, first_slot);
+    utl_CloseLines(vdr.in);
+    return count;
+}

@@ -1,0 +1,244 @@
+// readers/madymo_file.cpp - see madymo_file.h.
+#include "readers/madymo_file.h"
+
+#include "readers/fields.h"
+#include "readers/selection.h"
+#include "readers/series.h"
+#include "records/column.h"
+#include "records/settings.h"
+#include "stats/column_stats.h"
+#include "util/console.h"
+#include "util/line_reader.h"
+#include "util/text.h"
+
+#include <cerrno>
+#include <cstdio>
+
+static constexpr int routine = 88;
+static constexpr size_t title_limit = 126; // 125 characters and the line end
+static constexpr size_t line_limit = 510;
+static constexpr size_t name_length = 10;
+static constexpr uint32_t most_numbers = 31; // used of a line
+static constexpr uint32_t request_type = 5;
+static constexpr int status_failed = 0;
+
+static constexpr const char *type_labels[] = {"Time ", "Displ", "Veloc", "Accel", "Force", "Req  "};
+static constexpr const char *item_labels[] = {"T ", "1 ", "2 ", "3 ", "4 ", "5 ", "6 ",
+                                              "7 ", "8 ", "9 ", "10", "11", "12", "13"};
+
+namespace {
+
+// What is known of the file while it is read.
+struct madymo_file {
+    const char *path;
+    utl_lines *in;
+    crv_reqsel table[CRV_MAXCOLS];
+    std::span<crv_reqsel> entries;            // of the table
+    char names[CRV_MAXCOLS][name_length + 1]; // of the entries' requests
+    uint8_t order[CRV_MAXCOLS];               // entries in the order of their lines in a step
+    crv_column **columns;                     // of the entries
+    int first_slot;
+    char title[128];
+    utl_end title_end;
+    int num_requests;
+    int num_descriptions;
+    double time;
+    int steps_done;
+    bool told_missing;
+};
+
+enum class outcome { done, refused };
+
+} // namespace
+
+static void tell_missing(madymo_file *mad) {
+    if (mad->told_missing) return;
+    mad->told_missing = true;
+    fprintf(stderr, "%%crv_88-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n", mad->path,
+            static_cast<unsigned long long>(mad->in->line_number));
+}
+
+static void parse_selection(madymo_file *mad, const char *selection) {
+    const int free_slots = CRV_MAXCOLS - mad->first_slot;
+    mad->entries = crv_ParseSel(selection, {mad->table, static_cast<size_t>(free_slots)});
+    if (crv_DBG != routine) return;
+    for (const crv_reqsel &entry : mad->entries)
+        printf("    _88-i-val, Access results for req = %4d, item = %d \n", static_cast<int>(entry.req),
+               static_cast<int>(entry.item));
+}
+
+static void read_title(madymo_file *mad) {
+    const utl_line line = utl_NextLine(mad->in, title_limit);
+    utl_CopyText(mad->title, line.text);
+    mad->title_end = line.end;
+}
+
+static void read_counts(madymo_file *mad) {
+    char text[line_limit + 1];
+    utl_CopyText(text, utl_NextLine(mad->in, line_limit).text);
+    if (sscanf(text, "%d %d", &mad->num_requests, &mad->num_descriptions) != 2)
+        printf("%%crv_xx-e-num, Request count or column count incorrect\n");
+    if (mad->num_requests >= 0) return;
+    fprintf(stderr, "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
+            mad->num_requests, mad->path);
+    utl_Quit(status_failed);
+}
+
+// A request's number is its place: what it lacks, when the file ends early, is its name.
+static void place_requests(madymo_file *mad) {
+    for (crv_reqsel &entry : mad->entries) {
+        if (entry.req < 1 || entry.req > static_cast<uint32_t>(mad->num_requests)) continue;
+        entry.block = static_cast<int32_t>(entry.req);
+        entry.type = request_type;
+    }
+}
+
+static void read_header(madymo_file *mad) {
+    read_title(mad);
+    utl_NextLine(mad->in, line_limit);
+    read_counts(mad);
+    place_requests(mad);
+    for (int64_t block = 1; block <= mad->num_requests; ++block) {
+        const utl_line line = utl_NextLine(mad->in, line_limit);
+        if (line.end == utl_end::nothing) break; // N can name more requests than the file has lines
+        for (size_t k = 0; k < mad->entries.size(); ++k)
+            if (mad->entries[k].block == block) utl_CopyText(mad->names[k], line.text);
+    }
+}
+
+static outcome check_selection(const madymo_file *mad) {
+    const crv_reqsel *missing = crv_FindMissing(mad->entries);
+    if (!missing) return outcome::done;
+    printf("%%crv_88-e-mis, Request \"%u\" not found! \n", missing->req);
+    return outcome::refused;
+}
+
+static void skip_descriptions(const madymo_file *mad) {
+    for (int k = 0; k < mad->num_descriptions; ++k)
+        if (utl_NextLine(mad->in, line_limit).end == utl_end::nothing) return;
+}
+
+// The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of the entry that has the
+// column's slot as its index, not of the column's own entry.
+static void make_columns(madymo_file *mad) {
+    int slot = mad->first_slot;
+    for (const crv_reqsel &entry : mad->entries) {
+        crv_column *column = crv_AllocColumn(slot);
+        if (!column) utl_QuitWithError("    _88-e-calloc, data", status_failed);
+        if (crv_IsTime(mad->entries, slot)) {
+            snprintf(column->colname, sizeof column->colname, "Time");
+        } else {
+            snprintf(column->colname, sizeof column->colname, "R:%4d, i:%1d", static_cast<int>(entry.req),
+                     static_cast<int>(entry.item));
+        }
+        ++slot;
+    }
+    crv_SortByBlock(mad->entries, mad->order);
+}
+
+static double take_item(madymo_file *mad, std::string_view line, uint32_t item) {
+    if (item > most_numbers) {
+        fprintf(stderr, "%%crv_88-f-col, Exceeded Max number of col to reqest of %d\n",
+                static_cast<int>(most_numbers));
+        utl_Quit(status_failed);
+    }
+    if (item == 0) return mad->time;
+    double number = 0.0;
+    if (!crv_ReadNumberAt(line, item, &number)) tell_missing(mad);
+    return number;
+}
+
+static void trace_value(const madymo_file *mad, utl_line line, uint32_t item, double value) {
+    printf("    _88-i-val, *************************************\n");
+    crv_TraceRecord(line, routine);
+    printf("    _88-i-val, item = %u, val1 = %f \n", item, value);
+    printf("    _88-i-val, current_time = %f \n", mad->time);
+}
+
+static void keep_value(const madymo_file *mad, crv_column *column, double value) {
+    ++column->numpts;
+    crv_KeepMinMax(column, value, 0, 0.0, mad->time);
+    crv_KeepSum(column, value);
+    crv_KeepEnds(column, value, 0, 0.0);
+    crv_KeepMagnitudes(column, value, 0, 0.0);
+    if (!crv_AppendValue(column, value)) utl_QuitWithError("    _88-f-calloc", status_failed);
+}
+
+// Takes the value of entry k from the line of its request.
+static void take_value(madymo_file *mad, size_t k, utl_line line) {
+    const uint32_t item = mad->entries[k].item;
+    const double value = take_item(mad, line.text, item);
+    if (crv_DBG == routine) trace_value(mad, line, item, value);
+    if (crv_InRange(mad->time, crv_settings.time_window)) keep_value(mad, mad->columns[k], value);
+}
+
+// Deliberate: the last line of the file counts as too long when it has no line end.
+static void need_line_end(const madymo_file *mad, utl_line line) {
+    if (line.end == utl_end::newline) return;
+    fprintf(stderr, "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n", mad->path);
+    utl_Quit(status_failed);
+}
+
+static void read_steps(madymo_file *mad) {
+    for (;; ++mad->steps_done) {
+        size_t next = 0;                                               // of the entries in order
+        for (int64_t block = 0; block <= mad->num_requests; ++block) { // 0 is the time line
+            const utl_line line = utl_NextLine(mad->in, line_limit);
+            if (line.end == utl_end::nothing) return;
+            need_line_end(mad, line);
+            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &mad->time)) tell_missing(mad);
+            for (; next < mad->entries.size() && mad->entries[mad->order[next]].block == block; ++next)
+                take_value(mad, mad->order[next], line);
+        }
+    }
+}
+
+static void set_labels(const madymo_file *mad) {
+    for (size_t k = 0; k < mad->entries.size(); ++k) {
+        crv_reqsel *entry = &mad->entries[k];
+        crv_column *column = mad->columns[k];
+        crv_LabelEntry(entry, type_labels, item_labels);
+        if (entry->req == 0) {
+            snprintf(column->colname, sizeof column->colname, "Time (sec) ");
+        } else {
+            snprintf(column->colname, sizeof column->colname, "%s, R %d, C %.2s", mad->names[k],
+                     static_cast<int>(entry->req), entry->comp_label);
+        }
+        crv_SetTitle(column, {mad->title, mad->title_end});
+    }
+}
+
+// From the first line to the last. Returns what crv_ReadMad does.
+static int read_file(madymo_file *mad) {
+    read_header(mad);
+    if (check_selection(mad) == outcome::refused) return 0;
+    skip_descriptions(mad);
+    make_columns(mad);
+    read_steps(mad);
+    if (mad->in->error != 0) {
+        errno = mad->in->error;
+        utl_QuitWithError("    _88-f-fread", status_failed);
+    }
+    crv_SetMeans({mad->columns, mad->entries.size()});
+    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->path, mad->steps_done);
+    if (crv_DBG == routine) crv_ListColumns({mad->columns, mad->entries.size()}, routine);
+    set_labels(mad);
+    return static_cast<int>(mad->entries.size());
+}
+
+int crv_ReadMad(const char *path, const char *selection, int first_slot) {
+    if (crv_DBG == routine) printf("    _88-i-val, mad_filename = \"%s\" \n", path);
+
+    madymo_file mad = {};
+    mad.path = path;
+    mad.first_slot = first_slot;
+    mad.columns = crv_columns + first_slot;
+    parse_selection(&mad, selection);
+
+    printf("%%crv_88-i-wor, Reading \"%s\" ...\n", path);
+    mad.in = utl_OpenLines(path);
+    if (!mad.in) utl_QuitWithError("    _88-f-fopen", status_failed);
+    const int count = read_file(&mad);
+    utl_CloseLines(mad.in);
+    return count;
+}
