@@ -2,19 +2,31 @@
 #include "app/file_options.h"
 
 #include "app/not_yet.h"
+#include "readers/column_file.h"
+#include "readers/frame_file.h"
+#include "readers/madymo_file.h"
 #include "readers/request_file.h"
 #include "readers/selection.h"
 #include "records/column.h"
+#include "records/settings.h"
+#include "stats/conditional.h"
+#include "stats/dat_file.h"
 #include "stats/rounding.h"
 #include "util/text.h"
 
+#include <climits>
 #include <cstdio>
 #include <cstring>
 
 static constexpr size_t shortest_path = 3; // shorter names read nothing
 
+static constexpr const char *request_pattern = "*.req";
+static constexpr const char *madymo_pattern = "*.mad";
+
 static constexpr int status_no_request_file = 1;
-static constexpr int status_refused = 0;
+static constexpr int status_refused = 0; // also of the other readers' files
+static constexpr int status_columnized = 0;
+static constexpr int status_reported = 0;
 
 static void apply_positional_rules(crv_run *run) {
     ++run->files_met;
@@ -70,58 +82,145 @@ static void widen_y_range(crv_chart *chart, int count) {
     }
 }
 
-static void load_request_file(crv_run *run) {
+static void count_columns(crv_run *run, int count) {
+    run->columns_read = static_cast<uint16_t>(run->columns_read + count);
+}
+
+static int read_request_file(crv_run *run) {
     need_slots(run, crv_CountSel(run->selection));
     const int count = crv_ReadReq(run->file_path.c_str(), run->selection, run->columns_read);
     if (count < 1) utl_Quit(status_no_request_file);
-    run->columns_read = static_cast<uint16_t>(run->columns_read + count);
+    return count;
+}
+
+static int read_madymo_file(crv_run *run) {
+    need_slots(run, crv_CountSel(run->selection));
+    const int count = crv_ReadMad(run->file_path.c_str(), run->selection, run->columns_read);
+    if (count < 1) utl_Quit(status_refused);
+    return count;
+}
+
+static void load_request_file(crv_run *run) {
+    const int count = read_request_file(run);
+    count_columns(run, count);
     update_chart(run);
     widen_y_range(run->chart, count);
     crv_RMinMax(run->chart->xminmax);
     crv_RMinMax(run->chart->yminmax);
 }
 
-// -f and -fr
-static void take_request_file(crv_run *run, int index) {
-    if (!choose_file(run, index, "*.req")) return;
-    load_request_file(run);
-    if (!run->value.empty()) crv_NotYet("report values");
+// Ends the run with the value of one column where another meets the condition of -r.
+[[noreturn]] static void report_value(const crv_run *run) {
+    if (run->columns_read < 2) {
+        fprintf(stderr,
+                "%%crv_05-f-val, The value of one request when another is \"%s\" needs two requests\n",
+                run->value.c_str());
+        utl_Quit(status_refused);
+    }
+    crv_ReportValue(run->value.c_str(), crv_DBG);
+    utl_Quit(status_reported);
 }
 
-// -fa, -fc, -fd, -fs and their Madymo forms
-static void take_columnizing(const crv_run *run, int index) {
+// -f and -fr
+static void take_request_file(crv_run *run, int index) {
+    if (!choose_file(run, index, request_pattern)) return;
+    load_request_file(run);
+    if (!run->value.empty()) report_value(run);
+}
+
+// -fg. Deliberate: with another option behind it, it offers request files.
+static void take_frame_file(crv_run *run, int index) {
+    const char *pattern = crv_NextArgument(run, index) ? request_pattern : "*.vdr";
+    if (!choose_file(run, index, pattern)) return;
+    need_slots(run, 2);
+    crv_UseChart(run);
+    const int count = crv_ReadVDR(run->file_path.c_str(), run->columns_read);
+    if (count < 1) utl_Quit(status_refused);
+    count_columns(run, count);
+    update_chart(run);
+}
+
+// -fm
+static void take_madymo_file(crv_run *run, int index) {
+    if (!choose_file(run, index, madymo_pattern)) return;
+    count_columns(run, read_madymo_file(run));
+    update_chart(run);
+}
+
+// -fp and -fpN: labels on line N, data from the next line on.
+static void take_column_file(crv_run *run, int index) {
+    const char *number = run->argv[index] + 3;
+    const int label_line = number[0] == '\0' ? 1 : utl_ToInt(number);
+    if (choose_file(run, index, "*.pos")) {
+        need_slots(run, crv_CountSel(run->selection));
+        const int first_line = label_line < INT_MAX ? label_line + 1 : INT_MAX;
+        const int count =
+            crv_ReadPost(run->file_path.c_str(), run->selection, run->columns_read, label_line, first_line);
+        if (count < 1) utl_Quit(status_refused);
+        count_columns(run, count);
+        update_chart(run);
+        snprintf(run->chart->minor_t[0], sizeof run->chart->minor_t[0], "filename = %s",
+                 run->file_path.c_str());
+    }
+    crv_RMinMax(crv_UseChart(run)->xminmax);
+    crv_RMinMax(run->chart->yminmax);
+}
+
+static uint16_t layout_of(char letter) {
+    switch (letter) {
+    case 'c': return crv_dat_columns;
+    case 's': return crv_dat_statistics;
+    case 'a': return crv_dat_all;
+    default: return crv_dat_values;
+    }
+}
+
+// Reads one result file and writes its table. The columns do not count as read: the next file takes the same slots.
+static void columnize(crv_run *run, int (*read_file)(crv_run *), uint16_t layout) {
+    const int count = read_file(run);
+    crv_WriteCols(run->file_path.c_str(), 0, static_cast<int16_t>(count), layout);
+    printf("   \n");
+}
+
+// -fa, -fc, -fd, -fs, and -fma, -fmc, -fmd, -fms
+[[noreturn]] static void take_columnizing(crv_run *run, int index, char letter, int (*read_file)(crv_run *)) {
     const char *next = crv_NextArgument(run, index);
-    if (next && next[0] == '-') {
+    if (!next) crv_NotYet("list files to pick from");
+    if (next[0] == '-') {
         fprintf(stderr, "%%crv_05-f-fil, Option %s needs a file name, not \"%s\"\n", run->argv[index], next);
         utl_Quit(status_refused);
     }
-    crv_NotYet("columnize files");
+    run->file_path = next;
+    printf("%%crv_05-i-fil, File to process = \"%s\" \n", next);
+    columnize(run, read_file, layout_of(letter));
+    utl_Quit(status_columnized);
 }
 
-// -fm and its columnizing forms
-static void take_madymo_file(const crv_run *run, int index) {
-    switch (run->argv[index][3]) {
-    case '\0': crv_NotYet("read Madymo files"); break;
+static void take_madymo_option(crv_run *run, int index) {
+    const char letter = run->argv[index][3];
+    switch (letter) {
+    case '\0': take_madymo_file(run, index); break;
     case 'a':
     case 'c':
     case 'd':
-    case 's': take_columnizing(run, index); break;
+    case 's': take_columnizing(run, index, letter, read_madymo_file);
     default: break;
     }
 }
 
 void crv_TakeFileOption(crv_run *run, int index) {
     apply_positional_rules(run);
-    switch (run->argv[index][2]) {
+    const char letter = run->argv[index][2];
+    switch (letter) {
     case '\0':
     case 'r': take_request_file(run, index); break;
-    case 'g': crv_NotYet("read frame files"); break;
-    case 'm': take_madymo_file(run, index); break;
-    case 'p': crv_NotYet("read column files"); break;
+    case 'g': take_frame_file(run, index); break;
+    case 'm': take_madymo_option(run, index); break;
+    case 'p': take_column_file(run, index); break;
     case 'a':
     case 'c':
     case 'd':
-    case 's': take_columnizing(run, index); break;
+    case 's': take_columnizing(run, index, letter, read_request_file);
     default: break;
     }
 }

@@ -56,7 +56,7 @@ static int count_fields(std::string_view line) {
 // Reads up to the first row and returns it; the label line is kept on the way.
 static utl_line read_header(column_file *pos, int label_line, int first_line) {
     utl_line line = {{}, utl_end::nothing};
-    for (int number = 1; number <= first_line; ++number) {
+    for (int64_t number = 1; number <= first_line; ++number) {
         line = utl_NextLine(pos->in, line_limit);
         if (line.end == utl_end::nothing) break;
         if (number != label_line) continue;

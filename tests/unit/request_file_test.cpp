@@ -1,26 +1,17 @@
 // unit/request_file_test.cpp
 #include "readers/request_file.h"
 
-#include "support.h"
+#include "reader_support.h"
 
 #include <cmath>
 
 namespace {
 
-class request_file : public fresh_run {
-  protected:
-    // Reads `bytes` and keeps what was printed.
+class request_file : public reader_test {
+protected:
     int read(const std::string &bytes, const char *selection, int first_slot = 0) {
-        const text_file file(bytes);
-        path = file.path();
-        testing::internal::CaptureStderr();
-        out = stdout_of([&] { count = crv_ReadReq(file.path(), selection, first_slot); });
-        err = testing::internal::GetCapturedStderr();
-        return count;
+        return read_with([&](const char *name) { return crv_ReadReq(name, selection, first_slot); }, bytes);
     }
-
-    int count = 0;
-    std::string path, out, err;
 };
 
 // Two requests, 10 of type 1 and 20 of type 4 with a name of its own, and a step per time.

@@ -1,0 +1,105 @@
+// stats/conditional.cpp - see conditional.h.
+#include "stats/conditional.h"
+
+#include "records/column.h"
+#include "util/text.h"
+
+#include <cstdint>
+#include <cstdio>
+
+namespace {
+
+// Point `number`, counted from 1, and where before it the crossing lies: 0 and 1 are the points themselves.
+struct crossing {
+    bool found;
+    int number;
+    double fraction;
+};
+
+// A point and the one before it; the first point stands before itself.
+struct neighbours {
+    double before;
+    double at;
+};
+
+} // namespace
+
+static void report_not_found(const crv_column *first, const crv_column *second, double x) {
+    printf("NOT! [%s] when [%s] = %f, (s = %d, %f) \n", first->colname, second->colname, x, -1, -1.0);
+}
+
+// Point `number` of the column. Returns false when it has no such point.
+static bool find_point(const crv_column *column, uint32_t number, neighbours *point) {
+    if (number == 0 || !column->val_list) return false;
+    point->before = column->val_list->val;
+    uint32_t count = 1;
+    const crv_value *node = column->val_list;
+    for (; node && count < number; ++count) {
+        point->before = node->val;
+        node = node->next;
+    }
+    if (!node) return false;
+    point->at = node->val;
+    return true;
+}
+
+static void report_extreme(const char *name, const crv_column *first, const crv_column *second, uint32_t step,
+                           double time) {
+    neighbours point = {};
+    if (find_point(first, step, &point)) {
+        printf("%f [%s] when [%s] = %s, (s = %d, t = %f)\n", point.at, first->colname, second->colname, name,
+               static_cast<int>(step), time);
+    } else {
+        report_not_found(first, second, 0.0);
+    }
+}
+
+// The first point that the column reaches or crosses x at; crossings are strict on both sides.
+static crossing find_crossing(const crv_column *column, double x) {
+    int number = 1;
+    double before = column->val_list ? column->val_list->val : 0.0;
+    for (const crv_value *node = column->val_list; node; node = node->next, ++number) {
+        const double at = node->val;
+        const bool rises = before < x && x < at;
+        const bool falls = before > x && x > at;
+        if (at == x) return {true, number, 0.0};
+        if (rises || falls) return {true, number, (x - before) / (at - before)};
+        before = at;
+    }
+    return {false, -1, -1.0};
+}
+
+static void report_number(const char *condition, const crv_column *first, const crv_column *second) {
+    const double x = utl_ToDouble(condition);
+    const crossing hit = find_crossing(first, x);
+    neighbours point = {};
+    if (!hit.found || !find_point(second, static_cast<uint32_t>(hit.number), &point)) {
+        report_not_found(first, second, x);
+        return;
+    }
+    const double value = point.before + hit.fraction * (point.at - point.before);
+    printf("%f [%s] when [%s] = %f, (s = %d, %f) \n", value, first->colname, second->colname, x, hit.number,
+           hit.fraction);
+}
+
+void crv_ReportValue(const char *condition, int /*debug_level*/) {
+    const crv_column *first = crv_columns[0];
+    const crv_column *second = crv_columns[1];
+    const char letter = condition[0];
+    const char second_letter = letter ? condition[1] : '\0';
+    const char third_letter = second_letter ? condition[2] : '\0';
+
+    if (letter == 'm' && second_letter == 'a') {
+        report_extreme("max", first, second, second->max_step, second->max_time);
+    } else if (letter == 'm' && second_letter == 'i') {
+        report_extreme("min", first, second, second->min_step, second->min_time);
+    } else if (letter == 'a' && third_letter == 'a') {
+        report_extreme("amax", first, second, second->absmax_step, second->absmax_time);
+    } else if (letter == 'a' && third_letter == 'i') {
+        report_extreme("amin", first, second, second->absmin_step, second->absmin_time);
+    } else if (letter == 'm' || letter == 'a') {
+        printf("\n");
+    } else {
+        report_number(condition, first, second);
+    }
+}

@@ -1,0 +1,192 @@
+// stats/dat_file.cpp - see dat_file.h.
+#include "stats/dat_file.h"
+
+#include "records/column.h"
+#include "records/settings.h"
+#include "util/console.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <span>
+#include <sys/stat.h>
+
+static constexpr int status_failed = 0;
+
+namespace {
+
+// When a row of the statistics is written.
+enum class group { always, absolute, all };
+
+// One row of the statistics: a label, or a field of each column as a value, a step or a time.
+struct statistics_row {
+    group written;
+    const char *label = nullptr;
+    double crv_column::*value = nullptr;
+    uint32_t crv_column::*step = nullptr;
+    double crv_column::*time = nullptr;
+    bool is_name = false;
+    bool is_range = false;
+};
+
+} // namespace
+
+// Deliberate: the steps of minimum and maximum are written with -all only, those of the absolute extremes whenever these
+// are, with -abs alone too.
+static constexpr statistics_row statistics[] = {
+    {.written = group::always, .label = "----------- "},
+    {.written = group::always, .is_name = true},
+    {.written = group::always, .value = &crv_column::min},
+    {.written = group::all, .step = &crv_column::min_step},
+    {.written = group::always, .time = &crv_column::var1},
+    {.written = group::always, .label = "Minimum ^^^ "},
+    {.written = group::always, .value = &crv_column::max},
+    {.written = group::all, .step = &crv_column::max_step},
+    {.written = group::always, .time = &crv_column::var2},
+    {.written = group::always, .label = "Maximum ^^^ "},
+    {.written = group::absolute, .label = "----------- "},
+    {.written = group::absolute, .value = &crv_column::absmin},
+    {.written = group::absolute, .step = &crv_column::absmin_step},
+    {.written = group::absolute, .time = &crv_column::absmin_time},
+    {.written = group::absolute, .label = "ABSMIN  ^^^ "},
+    {.written = group::absolute, .value = &crv_column::absmax},
+    {.written = group::absolute, .step = &crv_column::absmax_step},
+    {.written = group::absolute, .time = &crv_column::absmax_time},
+    {.written = group::absolute, .label = "ABSMAX  ^^^ "},
+    {.written = group::all, .label = "----------- "},
+    {.written = group::all, .value = &crv_column::begin_val},
+    {.written = group::all, .step = &crv_column::begin_step},
+    {.written = group::all, .time = &crv_column::begin_time},
+    {.written = group::all, .label = "BEGINVal^^^ "},
+    {.written = group::all, .value = &crv_column::end_val},
+    {.written = group::all, .step = &crv_column::end_step},
+    {.written = group::all, .time = &crv_column::end_time},
+    {.written = group::all, .label = "ENDVal  ^^^ "},
+    {.written = group::always, .label = "----------- "},
+    {.written = group::always, .is_range = true},
+    {.written = group::always, .label = "Range   ^^^ "},
+    {.written = group::always, .value = &crv_column::mean},
+    {.written = group::always, .label = "Mean    ^^^ "},
+    {.written = group::always, .label = "=========== "},
+};
+static_assert(std::size(statistics) == 34);
+
+using columns_span = std::span<crv_column *const>;
+
+std::string crv_DatPath(std::string_view path) {
+    const size_t dot = path.rfind('.');
+    const size_t slash = path.rfind('/');
+    const bool has_extension = dot != path.npos && (slash == path.npos || slash < dot);
+    return std::string(has_extension ? path.substr(0, dot) : path) + ".dat";
+}
+
+static bool is_same_file(const char *one, const char *other) {
+    struct stat a = {};
+    struct stat b = {};
+    return stat(one, &a) == 0 && stat(other, &b) == 0 && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+static void write_title(FILE *out, const crv_column *column) {
+    const auto length = static_cast<int>(strcspn(column->coltitle, "\n"));
+    fprintf(out, "\n%-78.*s\n\n\n", length < 78 ? length : 78, column->coltitle);
+}
+
+static bool is_written(group written) {
+    const bool all = (crv_settings.columnize_flags & crv_statistics_all) != 0;
+    const bool absolute = (crv_settings.columnize_flags & crv_absolute_dat) != 0;
+    switch (written) {
+    case group::absolute: return absolute || all;
+    case group::all: return all;
+    default: return true;
+    }
+}
+
+static void write_cell(FILE *out, const statistics_row &row, const crv_column *column) {
+    if (row.label) fputs(row.label, out);
+    if (row.is_name) fprintf(out, "%-11.11s ", column->colname);
+    if (row.value) fprintf(out, "%11.4e ", column->*row.value);
+    if (row.step) fprintf(out, "s=%9d ", static_cast<int>(column->*row.step));
+    if (row.time) fprintf(out, "t=%9.2e ", column->*row.time);
+    if (row.is_range) fprintf(out, "%11.4e ", column->max - column->min);
+}
+
+static void write_statistics(FILE *out, columns_span columns) {
+    for (const statistics_row &row : statistics) {
+        if (!is_written(row.written)) continue;
+        for (const crv_column *column : columns) write_cell(out, row, column);
+        fputs("\n", out);
+    }
+}
+
+// Sets the cursors to the first values. Returns false when a column has none.
+static bool go_to_first_row(columns_span columns) {
+    bool all_there = true;
+    for (crv_column *column : columns) {
+        column->val_cur = column->val_list;
+        all_there = all_there && column->val_cur;
+    }
+    return all_there;
+}
+
+// Moves the cursors that can move. Returns false when one of them cannot: that row was the last.
+static bool go_to_next_row(columns_span columns) {
+    for (const crv_column *column : columns)
+        if (!column->val_cur->next) return false;
+    for (crv_column *column : columns) column->val_cur = column->val_cur->next;
+    return true;
+}
+
+static void write_values(FILE *out, columns_span columns) {
+    if (!go_to_first_row(columns)) return;
+    do {
+        for (const crv_column *column : columns) fprintf(out, "%11.4e ", column->val_cur->val);
+        fputs("\n", out);
+    } while (go_to_next_row(columns));
+}
+
+// An incomplete table is removed, unless it is no file but, say, a device.
+[[noreturn]] static void give_up(const std::string &dat_path) {
+    perror(" crv_84-f-fwrite, in crv_writecols() ");
+    struct stat status = {};
+    if (lstat(dat_path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) remove(dat_path.c_str());
+    utl_Quit(status_failed);
+}
+
+static void close_table(FILE *out, const std::string &dat_path) {
+    const bool written = fflush(out) == 0 && !ferror(out);
+    const int error = errno;
+    const bool closed = fclose(out) == 0;
+    if (!written) errno = error;
+    if (!written || !closed) give_up(dat_path);
+}
+
+static FILE *open_table(const char *path, const std::string &dat_path) {
+    if (is_same_file(path, dat_path.c_str())) {
+        fprintf(stderr, "%%crv_84-f-wri, \"%s\" is the file that is read, it is not written over\n",
+                dat_path.c_str());
+        utl_Quit(status_failed);
+    }
+    FILE *out = fopen(dat_path.c_str(), "w");
+    if (!out) utl_QuitWithError(" crv_84-f-fopen, in crv_writecols() ", status_failed);
+    return out;
+}
+
+void crv_WriteCols(const char *path, int16_t start, int16_t end, uint16_t layout) {
+    if (crv_DBG == 84) printf("    _84-i-val, req_filename = \"%s\" \n", path);
+    if (end <= start) {
+        printf("%%crv_84-e-wri, Incorrect startcolum and end column specified!\n");
+        return;
+    }
+    const std::string dat_path = crv_DatPath(path);
+    printf("%%crv_84-i-wri, Writing \"%s\" ...\n\n", dat_path.c_str());
+
+    FILE *out = open_table(path, dat_path);
+    const columns_span columns = {crv_columns + start, crv_columns + end};
+    const bool has_title = layout == crv_dat_columns || layout == crv_dat_statistics || layout == crv_dat_all;
+    const bool has_statistics = layout == crv_dat_statistics || layout == crv_dat_all;
+    const bool has_values = layout == crv_dat_columns || layout == crv_dat_all || layout == crv_dat_values;
+    if (has_title) write_title(out, columns[0]);
+    if (has_statistics) write_statistics(out, columns);
+    if (has_values) write_values(out, columns);
+    close_table(out, dat_path);
+}
