@@ -8,10 +8,12 @@
 namespace {
 
 class column_file : public reader_test {
-protected:
+  protected:
     int read(const std::string &bytes, const char *selection, int label_line = 1, int first_slot = 0) {
         return read_with(
-            [&](const char *name) { return crv_ReadPost(name, selection, first_slot, label_line, label_line + 1); },
+            [&](const char *name) {
+                return crv_ReadPost(name, selection, first_slot, label_line, label_line + 1);
+            },
             bytes);
     }
 };
@@ -24,9 +26,13 @@ TEST_F(column_file, ColumnZeroIsTheRowCountAndOthersAreFields) {
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{10, 20, 30, 40, 50}));
     EXPECT_EQ(crv_columns[0]->var1, 0.0);
     EXPECT_EQ(crv_columns[0]->var2, 4.0);
-    EXPECT_EQ(out, "%crv_94-i-wor, Reading \"" + path + "\" ...\n"
-                   "%crv_94-i-val, file " + path + " has  3 columns.\n"
-                   "%crv_94-i-pts, file " + path + " has 5 steps\n");
+    EXPECT_EQ(out, "%crv_94-i-wor, Reading \"" + path +
+                       "\" ...\n"
+                       "%crv_94-i-val, file " +
+                       path +
+                       " has  3 columns.\n"
+                       "%crv_94-i-pts, file " +
+                       path + " has 5 steps\n");
     EXPECT_EQ(err, "");
 }
 
@@ -63,9 +69,12 @@ TEST_F(column_file, TheLastColumnExistsAndTheNextDoesNot) {
     const std::string bytes = "a b c d\n1 2 3 4\n";
     EXPECT_EQ(read(bytes, "4"), 1);
     EXPECT_EQ(read(bytes, "4,5"), 0);
-    EXPECT_EQ(out, "%crv_94-i-wor, Reading \"" + path + "\" ...\n"
-                   "%crv_94-i-val, file " + path + " has  4 columns.\n"
-                   "%crv_94-f-nocol, Column \"5\" does not exist!\n");
+    EXPECT_EQ(out, "%crv_94-i-wor, Reading \"" + path +
+                       "\" ...\n"
+                       "%crv_94-i-val, file " +
+                       path +
+                       " has  4 columns.\n"
+                       "%crv_94-f-nocol, Column \"5\" does not exist!\n");
     EXPECT_EQ(read(bytes, "-1"), 0);
     EXPECT_THAT(out, testing::HasSubstr("Column \"4294967295\" does not exist!\n"));
 }
@@ -93,10 +102,11 @@ TEST_F(column_file, MagnitudesOfNegativeValuesFollowTheSignedComparison) {
 TEST_F(column_file, StepsTimesBeginAndEndStayZero) {
     read(table, "2");
     const crv_column *c = crv_columns[0];
-    for (const uint32_t step : {c->min_step, c->max_step, c->absmin_step, c->absmax_step, c->begin_step, c->end_step})
+    for (const uint32_t step :
+         {c->min_step, c->max_step, c->absmin_step, c->absmax_step, c->begin_step, c->end_step})
         EXPECT_EQ(step, 0U);
-    for (const double time : {c->min_time, c->max_time, c->absmin_time, c->absmax_time, c->begin_time, c->end_time,
-                              c->begin_val, c->end_val, c->stddev})
+    for (const double time : {c->min_time, c->max_time, c->absmin_time, c->absmax_time, c->begin_time,
+                              c->end_time, c->begin_val, c->end_val, c->stddev})
         EXPECT_EQ(time, 0.0);
     EXPECT_EQ(c->max, 5.0);
     EXPECT_EQ(c->absmax, 5.0);
@@ -179,21 +189,28 @@ TEST_F(column_file, Level94TracesTheWholeRead) {
     crv_DBG = 94;
     crv_settings.time_window[1] = 1;
     read("a bb\n1 2\n3 4\n", "2");
-    EXPECT_EQ(out, "    _94-i-val, pos_filename = \"" + path + "\" \n"
-                   "    _94-i-val, Access column =  2, \n"
-                   "%crv_94-i-wor, Reading \"" + path + "\" ...\n"
-                   "%crv_94-i-val, file " + path + " has  2 columns.\n"
-                   "    _94-i-val, rec = a bb\n \n"
-                   "    _94-i-val, item = 2, label = bb \n"
-                   "    _94-i-val, rec = 1 2\n \n"
-                   "    _94-i-val, item = 2, val1 = 2.000000 \n"
-                   "    _94-i-val, rec = 3 4\n \n"
-                   "    _94-i-val, item = 2, val1 = 4.000000 \n"
-                   "%crv_94-i-pts, file " + path + " has 2 steps\n"
-                   "    _94-i-val, ---------------------------- \n"
-                   "    _94-i-val, name = bb, max = 2.000000, min = 2.000000 \n"
-                   "    _94-i-val, var1 = 0.000000, var2 = 0.000000, mean = 1.000000 \n"
-                   "    _94-i-val,   1: value =      2.000 \n");
+    EXPECT_EQ(out, "    _94-i-val, pos_filename = \"" + path +
+                       "\" \n"
+                       "    _94-i-val, Access column =  2, \n"
+                       "%crv_94-i-wor, Reading \"" +
+                       path +
+                       "\" ...\n"
+                       "%crv_94-i-val, file " +
+                       path +
+                       " has  2 columns.\n"
+                       "    _94-i-val, rec = a bb\n \n"
+                       "    _94-i-val, item = 2, label = bb \n"
+                       "    _94-i-val, rec = 1 2\n \n"
+                       "    _94-i-val, item = 2, val1 = 2.000000 \n"
+                       "    _94-i-val, rec = 3 4\n \n"
+                       "    _94-i-val, item = 2, val1 = 4.000000 \n"
+                       "%crv_94-i-pts, file " +
+                       path +
+                       " has 2 steps\n"
+                       "    _94-i-val, ---------------------------- \n"
+                       "    _94-i-val, name = bb, max = 2.000000, min = 2.000000 \n"
+                       "    _94-i-val, var1 = 0.000000, var2 = 0.000000, mean = 1.000000 \n"
+                       "    _94-i-val,   1: value =      2.000 \n");
     EXPECT_EQ(crv_columns[0]->val_cur, nullptr);
 }
 

@@ -8,7 +8,7 @@
 namespace {
 
 class frame_file : public reader_test {
-protected:
+  protected:
     void SetUp() override {
         reader_test::SetUp();
         chart = crv_AllocCht(0);

@@ -8,7 +8,7 @@
 namespace {
 
 class madymo_file : public reader_test {
-protected:
+  protected:
     int read(const std::string &bytes, const char *selection, int first_slot = 0) {
         return read_with([&](const char *name) { return crv_ReadMad(name, selection, first_slot); }, bytes);
     }
@@ -20,7 +20,8 @@ std::string steps(const numbers &times) {
     std::string text;
     char line[200];
     for (const double t : times) {
-        snprintf(line, sizeof line, "%g\n%g 2 3\n%g,20, 30\n1 2 3 4 5 6 7 8 9 10 11 12 13 14\n", t, 10 + t, -10 - t);
+        snprintf(line, sizeof line, "%g\n%g 2 3\n%g,20, 30\n1 2 3 4 5 6 7 8 9 10 11 12 13 14\n", t, 10 + t,
+                 -10 - t);
         text += line;
     }
     return text;
@@ -35,7 +36,8 @@ TEST_F(madymo_file, ARequestIsNamedByItsPlaceAndItemsByTheirs) {
     EXPECT_STREQ(crv_columns[1]->colname, "CHEST     , R 2, C 3 ");
     EXPECT_STREQ(crv_columns[2]->colname, "HEAD ACCEL, R 1, C 1 ");
     EXPECT_STREQ(crv_columns[0]->coltitle, "The title\n");
-    EXPECT_EQ(out, "%crv_88-i-wor, Reading \"" + path + "\" ...\n%crv_88-i-pts, file (" + path + ") has 2 steps\n");
+    EXPECT_EQ(out, "%crv_88-i-wor, Reading \"" + path + "\" ...\n%crv_88-i-pts, file (" + path +
+                       ") has 2 steps\n");
     EXPECT_EQ(err, "");
 }
 
@@ -87,9 +89,11 @@ TEST_F(madymo_file, StatisticsComeWithoutStepsAndTimes) {
     EXPECT_EQ(c->end_val, 1.0);
     EXPECT_EQ(c->sum, 2.0);
     EXPECT_EQ(c->mean, 0.5);
-    for (const uint32_t step : {c->min_step, c->max_step, c->absmin_step, c->absmax_step, c->begin_step, c->end_step})
+    for (const uint32_t step :
+         {c->min_step, c->max_step, c->absmin_step, c->absmax_step, c->begin_step, c->end_step})
         EXPECT_EQ(step, 0U);
-    for (const double time : {c->min_time, c->max_time, c->absmin_time, c->absmax_time, c->begin_time, c->end_time})
+    for (const double time :
+         {c->min_time, c->max_time, c->absmin_time, c->absmax_time, c->begin_time, c->end_time})
         EXPECT_EQ(time, 0.0);
 }
 
@@ -116,9 +120,11 @@ TEST_F(madymo_file, ARequestThatIsNotThereReturnsZero) {
 
 TEST_F(madymo_file, AThirdLineWithoutTwoNumbersIsComplainedOfAndReadingGoesOn) {
     EXPECT_EQ(read("t\n\n1\nname\n0\n5\n", "1"), 1);
-    EXPECT_EQ(out, "%crv_88-i-wor, Reading \"" + path + "\" ...\n"
-                   "%crv_xx-e-num, Request count or column count incorrect\n"
-                   "%crv_88-i-pts, file (" + path + ") has 1 steps\n");
+    EXPECT_EQ(out, "%crv_88-i-wor, Reading \"" + path +
+                       "\" ...\n"
+                       "%crv_xx-e-num, Request count or column count incorrect\n"
+                       "%crv_88-i-pts, file (" +
+                       path + ") has 1 steps\n");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{5}));
     EXPECT_EQ(read("t\n\nno numbers\n0\n1\n", "0"), 1);
     EXPECT_THAT(out, testing::HasSubstr("%crv_xx-e-num"));
@@ -217,18 +223,23 @@ TEST_F(madymo_file, TheProvisionalLabelLooksAtTheEntryOfTheSlotNumber) {
 TEST_F(madymo_file, Level88TracesTheWholeRead) {
     crv_DBG = 88;
     read("t\n\n1 0\nname\n0.5\n7 8\n", "1:2");
-    EXPECT_EQ(out, "    _88-i-val, mad_filename = \"" + path + "\" \n"
-                   "    _88-i-val, Access results for req =    1, item = 2 \n"
-                   "%crv_88-i-wor, Reading \"" + path + "\" ...\n"
-                   "    _88-i-val, *************************************\n"
-                   "    _88-i-val, rec = 7 8\n \n"
-                   "    _88-i-val, item = 2, val1 = 8.000000 \n"
-                   "    _88-i-val, current_time = 0.500000 \n"
-                   "%crv_88-i-pts, file (" + path + ") has 1 steps\n"
-                   "    _88-i-val, ---------------------------- \n"
-                   "    _88-i-val, name = R:   1, i:2, max = 8.000000, min = 8.000000 \n"
-                   "    _88-i-val, var1 = 0.500000, var2 = 0.500000 \n"
-                   "    _88-i-val,   1: value =      8.000 \n");
+    EXPECT_EQ(out, "    _88-i-val, mad_filename = \"" + path +
+                       "\" \n"
+                       "    _88-i-val, Access results for req =    1, item = 2 \n"
+                       "%crv_88-i-wor, Reading \"" +
+                       path +
+                       "\" ...\n"
+                       "    _88-i-val, *************************************\n"
+                       "    _88-i-val, rec = 7 8\n \n"
+                       "    _88-i-val, item = 2, val1 = 8.000000 \n"
+                       "    _88-i-val, current_time = 0.500000 \n"
+                       "%crv_88-i-pts, file (" +
+                       path +
+                       ") has 1 steps\n"
+                       "    _88-i-val, ---------------------------- \n"
+                       "    _88-i-val, name = R:   1, i:2, max = 8.000000, min = 8.000000 \n"
+                       "    _88-i-val, var1 = 0.500000, var2 = 0.500000 \n"
+                       "    _88-i-val,   1: value =      8.000 \n");
 }
 
 } // namespace

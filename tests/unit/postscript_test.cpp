@@ -98,6 +98,17 @@ TEST_F(sections, StoriesStandInThePreambleAsTheyAre) {
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 126);
 }
 
+TEST_F(sections, EveryStoryOfThePreambleIsCheckedForBalance) {
+    for (const int number : {1, 2, 3}) {
+        for (auto &story : chart->story_ts) strcpy(story, "");
+        strcpy(chart->story_ts[number], "({");
+        const std::string path = testing::TempDir() + "crv_unit_story_" + std::to_string(getpid()) + ".ps";
+        EXPECT_EQ(stderr_of([&] { fclose(crv_PlotHead(path.c_str(), chart)); }),
+                  parens + "    _47-e-bal,  \"({\"\n" + braces + "    _47-e-bal,  \"({\"\n");
+        remove(path.c_str());
+    }
+}
+
 TEST_F(sections, AChartThatCannotBeOpenedEndsTheProgram) {
     EXPECT_EXIT(crv_PlotHead("/nowhere/at/all/crv.ps", chart), testing::ExitedWithCode(0),
                 "^    _41-e-fopen: No such file or directory\n$");
@@ -173,6 +184,8 @@ TEST_F(sections, ARangeOfExactly0_0005CountsAsZero) {
     EXPECT_EQ(out, "%crv_44-e-zero, X range is zero \n");
     chart->xminmax[1] = -0.0005;
     EXPECT_EQ(data_section(), "");
+    chart->xminmax[1] = -0.00051;
+    EXPECT_NE(data_section(), "") << "low above high is no range of zero";
     chart->xminmax[1] = 0.00051;
     chart->yminmax[1] = 0.0005;
     EXPECT_EQ(data_section(), "");
@@ -240,9 +253,15 @@ TEST_F(sections, FiveDecimalsWhenTheUpperBoundIsAtMost0_05) {
                 testing::HasSubstr("75 106 moveto (-1.00000) show \n75 506 moveto (0.05000) show \n"));
 }
 
+TEST_F(sections, AnUpperBoundThatIsNoNumberHasTwoDecimals) {
+    add_curves(1);
+    chart->xminmax[1] = NAN;
+    EXPECT_THAT(data_section(), testing::HasSubstr("127 95 moveto (   0.00) show \n"));
+}
+
 TEST_F(sections, APointOnARangeBoundIsKept) {
-    add_column(0, {0, 10, 10.001, -0.001, 5, 5, NAN});
-    add_column(1, {100, 0, 50, 50, 100.001, -0.001, 50});
+    add_column(0, {0, 10, 10.001, -0.001, 5, 5, NAN, 5});
+    add_column(1, {100, 0, 50, 50, 100.001, -0.001, 50, NAN});
     chart->num_curves = 1;
     EXPECT_EQ(path_of(data_section(), 1), "135 510 moveto \n735 110 lineto stroke \n");
 }
@@ -286,6 +305,39 @@ TEST_F(sections, TheSecondMajorTitleReplacesTheSubtitle) {
     EXPECT_EQ(count_of(text, "435 530 (Second) CenterHorText \n"), 1);
 }
 
+TEST_F(sections, BothSubtitlesAreCheckedForBalance) {
+    add_curves(1);
+    strcpy(chart->minor_t[0], "a)");
+    EXPECT_EQ(stderr_of([&] { data_section(); }), parens + "    _47-e-bal,  \"a)\"\n");
+    strcpy(chart->major_t[1], "b}");
+    EXPECT_EQ(stderr_of([&] { data_section(); }), braces + "    _47-e-bal,  \"b}\"\n");
+}
+
+TEST_F(sections, EverythingButTheTitleFollowsTheFrame) {
+    add_curves(1);
+    strcpy(chart->major_t[1], "Second");
+    const std::string text =
+        written_by([&](FILE *stream) { crv_PlotData(stream, 100, 50, 333, 222, chart); });
+    for (const char *line :
+         {"600 20 moveto (c1) show \n", "510 20 moveto 590 20 lineto stroke \n",
+          "435 550 () CenterHorText \n", "266 292 (Second) CenterHorText \n", "140 10 moveto (c0) show \n",
+          "92 35 moveto (   0.00) show \n425 35 moveto (  10.00) show \n258 35 moveto (   5.00) show \n"
+          "175 35 moveto (   2.50) show \n341 35 moveto (   7.50) show \n",
+          "40 46 moveto (   0.00) show \n40 268 moveto ( 100.00) show \n40 157 moveto (  50.00) show \n"
+          "40 101 moveto (  25.00) show \n40 212 moveto (  75.00) show \n",
+          "100 50 moveto \n433 72 lineto stroke \n"})
+        EXPECT_THAT(text, testing::HasSubstr(line));
+}
+
+TEST_F(sections, CursorsStayWhereTheWalkEnded) {
+    crv_column *x = add_column(0, {0, 5, 10});
+    crv_column *y = add_column(1, {0, 0});
+    chart->num_curves = 1;
+    data_section();
+    EXPECT_EQ(x->val_cur, x->val_list->next->next);
+    EXPECT_EQ(y->val_cur, nullptr);
+}
+
 TEST_F(sections, Level441LeavesTheSubtitleOut) {
     add_curves(1);
     strcpy(chart->major_t[1], "Second");
@@ -325,7 +377,8 @@ TEST_F(sections, CurvesSixAndSevenPairColumnZeroWithItself) {
     add_column(0, {0, 5, 10}, "Time");
     for (int k = 1; k <= 7; ++k) add_column(k, {50, 50, 50}, ("c" + std::to_string(k)).c_str());
     chart->num_curves = 7;
-    const std::string text = data_section();
+    std::string text;
+    EXPECT_EQ(stderr_of([&] { text = data_section(); }), "") << "seven curves fit";
     EXPECT_EQ(path_of(text, 5), "135 310 moveto \n435 310 lineto 735 310 lineto stroke \n");
     for (const int n : {6, 7})
         EXPECT_EQ(path_of(text, n), "135 110 moveto \n435 130 lineto 735 150 lineto stroke \n");
@@ -379,18 +432,17 @@ TEST_F(sections, ACurveOf902PointsBreaksAfterThe901st) {
     EXPECT_EQ(count_of(path, "stroke"), 2);
 }
 
-TEST_F(sections, TheLineCounterGoesOnAcrossABreak) {
-    add_column(0, std::vector<double>(910, 0.0));
-    add_column(1, std::vector<double>(910, 0.0));
+TEST_F(sections, EveryPieceOfALongCurveHasAtMost900FurtherPoints) {
+    add_column(0, std::vector<double>(2705, 0.0));
+    add_column(1, std::vector<double>(2705, 0.0));
     chart->num_curves = 1;
-    chart->xminmax[0] = -1;
-    chart->xminmax[1] = 1;
     const std::string path = path_of(data_section(), 1);
-    // 900 is a multiple of five: the break falls on a full line, and the next line is full again after five.
-    EXPECT_THAT(path, testing::EndsWith(
-                          "stroke \n435 110 moveto \n"
-                          "435 110 lineto 435 110 lineto 435 110 lineto 435 110 lineto 435 110 lineto \n"
-                          "435 110 lineto 435 110 lineto 435 110 lineto 435 110 lineto stroke \n"));
+    std::vector<int> linetos;
+    size_t begin = 0;
+    for (size_t end; (end = path.find("stroke \n", begin)) != path.npos; begin = end + 1)
+        linetos.push_back(count_of(path.substr(begin, end - begin), "lineto"));
+    EXPECT_EQ(linetos, (std::vector<int>{900, 900, 900, 4}));
+    EXPECT_EQ(count_of(path, "stroke \n135 110 moveto \n"), 3);
 }
 
 TEST_F(sections, PointsThatNoWholeNumberHoldsBecomeTheSmallest) {
@@ -446,16 +498,25 @@ TEST_F(sections, RightEdgeTicksAreCommentedAsLeft) {
         testing::HasSubstr("  731 y_pos moveto 735 y_pos lineto stroke  %% --- Y minor ticks (left)\n"));
 }
 
-TEST_F(sections, AFrameBelowFourPointsWideHasAStepOfZero) {
-    EXPECT_THAT(written_by([](FILE *stream) { crv_PlotGrid(stream, 0, 0, 3, 400); }),
-                testing::HasSubstr("0 0 3 { \n"));
+TEST_F(sections, AFrameBelowFourPointsWideHasAMajorStepOfZero) {
+    EXPECT_THAT(written_by([](FILE *stream) { crv_PlotGrid(stream, 7, 0, 3, 400); }),
+                testing::HasSubstr(".3 setgray\n7 0 10 { \n"));
 }
 
-TEST_F(sections, StepsAreTruncatedMinorOnesFromTheTruncatedMajorOne) {
-    // 39 / 4 = 9 and 9 / 5 = 1, although 39 / 20 would be nearly 2; below 20 the minor step is 0.
-    EXPECT_THAT(written_by([](FILE *stream) { crv_PlotGrid(stream, 0, 0, 39, 19); }),
-                testing::AllOf(testing::HasSubstr("9 9 30 { \n"), testing::HasSubstr("\n0 1 39 { \n"),
+TEST_F(sections, AFrameBelowTwentyPointsWideHasAMinorStepOfZero) {
+    EXPECT_THAT(written_by([](FILE *stream) { crv_PlotGrid(stream, 7, 0, 19, 19); }),
+                testing::AllOf(testing::HasSubstr("0 setlinewidth\n7 0 26 { \n"),
                                testing::HasSubstr("\n 0 0 19 { \n")));
+}
+
+TEST_F(sections, StepsAndTickLengthsAreTruncated) {
+    const std::string grid = written_by([](FILE *stream) { crv_PlotGrid(stream, 0, 0, 199, 399); });
+    EXPECT_THAT(grid, testing::HasSubstr(".3 setgray\n49 49 150 { \n"));
+    EXPECT_THAT(grid, testing::HasSubstr("0 setlinewidth\n0 9 199 { \n"));
+    EXPECT_THAT(grid,
+                testing::HasSubstr("x_pos 0 moveto x_pos 1 lineto stroke  %% --- X minor ticks (bottom)"));
+    EXPECT_THAT(grid,
+                testing::HasSubstr("  0 y_pos moveto 3 y_pos lineto stroke  %% --- Y minor ticks (left)"));
 }
 
 // ----- appended file

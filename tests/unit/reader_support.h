@@ -4,7 +4,7 @@
 #include "support.h"
 
 class reader_test : public fresh_run {
-protected:
+  protected:
     // Runs `reader` with the path of a file that holds `bytes`.
     template <typename reader_call> int read_with(reader_call reader, const std::string &bytes) {
         const text_file file(bytes);

@@ -8,7 +8,7 @@
 namespace {
 
 class request_file : public reader_test {
-protected:
+  protected:
     int read(const std::string &bytes, const char *selection, int first_slot = 0) {
         return read_with([&](const char *name) { return crv_ReadReq(name, selection, first_slot); }, bytes);
     }
