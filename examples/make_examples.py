@@ -1,8 +1,12 @@
 #!/usr/bin/env python3
-"""Makes the example files. Only + - * / are used, so that every machine makes the same bytes.
+"""Makes the example files. Only + - * / and the square root are used, so that every machine makes the same bytes.
 
-run1.req   a quarter-car model drives over a bump: a car body on a suspension on a wheel on a tyre
+run1.req     a quarter-car model drives over a bump: a car body on a suspension on a wheel on a tyre
+sled.mad     a sled test: the crash pulse of the sled, and how chest and head follow in their belts
+sensors.pos  a table as a data logger writes it: a press closes, holds and opens again, with noise
+bumper.vdr   force against deflection of a bumper that is pushed in and let go
 """
+import math
 import pathlib
 import sys
 
@@ -96,7 +100,66 @@ def request_file():
     return "".join(out)
 
 
-FILES = {"run1.req": request_file}
+def pulse(t):
+    """Deceleration of the sled in m/s2: a smooth pulse of 0.1 s."""
+    s = t / 0.1
+    return -330.0 * (4.0 * s * (1.0 - s)) * (1.0 - 0.4 * s) if 0.0 < s < 1.0 else 0.0
+
+
+def belted(stiffness, damping, h=0.0001):
+    """Accelerations of a part held to the sled by a spring and a damper per unit of mass, every 0.001 s."""
+    travel = speed = 0.0
+    for k in range(1501):
+        pull = -stiffness * travel - damping * speed
+        if k % 10 == 0:
+            yield pull
+        speed += h * (pull - pulse(k * h))
+        travel += h * speed
+
+
+def madymo_file():
+    names = ["SLED", "CHEST", "HEAD"]
+    columns = ["resultant acceleration", "x acceleration", "y acceleration", "z acceleration"]
+    out = ["Sled test, 48 km/h\n", "accelerations in m/s2 over time in s\n", f"{len(names):5d}{len(columns):5d}\n"]
+    out += [f"{name:<10}{place:4d}\n" for place, name in enumerate(names, 1)]
+    out += [name + "\n" for name in columns]
+    for k, (chest, head) in enumerate(zip(belted(3600.0, 36.0), belted(1600.0, 16.0))):
+        t = k * 0.001
+        out.append(f"{t:12.5f}\n")
+        for x, lift in ((pulse(t), 0.0), (chest, 0.12), (head, -0.35)):
+            z = lift * x
+            out.append("".join(f"{v:14.5E}" for v in (math.sqrt(x * x + z * z), x, 0.0, z)) + "\n")
+    return "".join(out)
+
+
+def column_file():
+    out = ["time_s, force_kN, travel_mm, temperature_C\n"]
+    noise = 20171220
+    for k in range(200):
+        t = k * 0.05
+        closed = min(t / 3.0, 1.0) if t < 7.0 else max(1.0 - (t - 7.0) / 2.0, 0.0)
+        jitter = []
+        for _ in range(3):
+            noise = (noise * 1103515245 + 12345) % 2147483648
+            jitter.append(noise / 1073741824.0 - 1.0)
+        force = 80.0 * closed * closed * closed + 0.4 * jitter[0]
+        travel = 12.0 * closed + 0.02 * jitter[1]
+        out.append(f"{t:.2f}, {force:.3f}, {travel:.4f}, {21.5 + 0.01 * k + 0.05 * jitter[2]:.2f}\n")
+    return "".join(out)
+
+
+def frame_file():
+    pushed = [(d, 0.9 * d + 0.012 * d * d) for d in (2.0 * k for k in range(31))]
+    top, force = pushed[-1]
+    released = [(d, force * ((d - 18.0) / (top - 18.0)) ** 2) for d in (top - 2.0 * k for k in range(1, 22))]
+    points = pushed + released
+    out = ["%T\n", "Bumper, pushed in and let go\n", "%XA\n", "Deflection (mm)\n", "%YA\n", "Force (kN)\n"]
+    out += ["%XR\n", "0\n", "60\n", "%YR\n", "0\n", "100\n", "%S\n", "1\n", "%N\n", f"{len(points)}\n", "%XY\n", "%D\n"]
+    out += [f"{d:8.2f} {f:10.4f}\n" for d, f in points]
+    return "".join(out)
+
+
+FILES = {"run1.req": request_file, "sled.mad": madymo_file, "sensors.pos": column_file, "bumper.vdr": frame_file}
 
 
 def main():

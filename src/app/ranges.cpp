@@ -18,6 +18,7 @@ static void read_range(std::string_view value, double (&range)[2]) {
               colon == value.npos ? 0.0 : utl_ToDouble(value.substr(colon + 1)));
 }
 
+// Deliberate: another pair than the default, and no range either.
 static void clear_range(double (&range)[2]) { set_range(range, 10.0, -10.0); }
 
 void crv_TakeTimeWindow(const char *value) {

@@ -30,7 +30,7 @@ struct crv_run {
     int files_met = 0;
     std::string file_path;
     uint16_t columns_read = 0;
-    double x_range[2] = {100.0, -100.0};
+    double x_range[2] = {100.0, -100.0}; // Deliberate: low above high is no range.
     double y_range[2] = {100.0, -100.0};
     crv_chart *chart = nullptr;
 };

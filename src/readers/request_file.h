@@ -27,7 +27,8 @@
 //
 // Returns the number of columns made; 0 when a selected request is not in the file (no column is made then); -1 when
 // the file cannot be read, holds several result sets, or memory runs out. A column without a value ends the program with
-// status 1. Deliberate: so does one of 32,768 values or more, as they are counted in 16 bits with a sign.
+// status 1. Deliberate: so does one of 32,768 values to
+// 65,536, as they are counted in 16 bits with a sign; with more the count begins anew.
 int crv_ReadReq(const char *path, const char *selection, int first_slot);
 
 // The value that `item` names on a record line. Sets *complete to false, and leaves it alone otherwise, when the line

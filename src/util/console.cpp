@@ -14,12 +14,14 @@ void utl_QuitWithError(const char *report, int status) {
 void utl_ReadAnswer(char *answer, size_t size) {
     fflush(stdout);
     size_t length = 0;
-    bool cr_held = false; // a CR belongs to the answer only when no line end follows it
-    for (int c = getchar(); c != EOF && c != '\n'; c = getchar()) {
-        if (cr_held && length + 1 < size) answer[length++] = '\r';
-        cr_held = c == '\r';
-        if (!cr_held && length + 1 < size) answer[length++] = static_cast<char>(c);
+    int held = '\0'; // a CR, which belongs to the answer only when no line end follows it
+    int c = getchar();
+    for (; c != EOF && c != '\n'; c = getchar()) {
+        if (held && length + 1 < size) answer[length++] = '\r';
+        held = c == '\r' ? c : '\0';
+        if (!held && length + 1 < size) answer[length++] = static_cast<char>(c);
     }
+    if (held && c == EOF && length + 1 < size) answer[length++] = '\r';
     answer[length] = '\0';
 }
 

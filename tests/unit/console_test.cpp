@@ -17,6 +17,7 @@ TEST(Console, AnAnswerIsOneLineWithoutItsEnd) {
     EXPECT_EQ(answer_to("yes\nno\n", 64), "yes");
     EXPECT_EQ(answer_to("yes\r\n", 64), "yes");
     EXPECT_EQ(answer_to("a\rb", 64), "a\rb");
+    EXPECT_EQ(answer_to("a\r", 64), "a\r");
 }
 
 TEST(Console, TheEndOfInputIsAnEmptyAnswer) { EXPECT_EQ(answer_to("", 64), ""); }

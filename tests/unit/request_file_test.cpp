@@ -342,6 +342,11 @@ TEST_F(request_file, ATitleOfAHundredCharactersGivesItsFirst79) {
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(79, 't'));
 }
 
+TEST_F(request_file, ATitleCutByANulKeepsItsLineEnd) {
+    read(std::string("\nti\0tle\n0\n1\n", 12), "0");
+    EXPECT_STREQ(crv_columns[0]->coltitle, "ti\n");
+}
+
 TEST_F(request_file, ATitlePaddedToEightyCharactersLosesItsBlanks) {
     read(with_title("Padded" + std::string(74, ' ')), "0");
     EXPECT_STREQ(crv_columns[0]->coltitle, "Padded");
