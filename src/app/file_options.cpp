@@ -1,7 +1,6 @@
 // app/file_options.cpp - see file_options.h.
 #include "app/file_options.h"
 
-#include "app/not_yet.h"
 #include "readers/column_file.h"
 #include "readers/frame_file.h"
 #include "readers/madymo_file.h"
@@ -12,6 +11,7 @@
 #include "stats/conditional.h"
 #include "stats/dat_file.h"
 #include "stats/rounding.h"
+#include "util/file_pickers.h"
 #include "util/text.h"
 
 #include <climits>
@@ -41,11 +41,15 @@ static void apply_positional_rules(crv_run *run) {
 }
 
 // The next argument, or the user's pick. Returns false when that is too short to be a name.
-static bool choose_file(crv_run *run, int index, const char * /*pattern*/) {
+static bool choose_file(crv_run *run, int index, const char *pattern) {
     const char *value = crv_NextValue(run, index);
-    if (!value) crv_NotYet("list files to pick from");
-    run->file_path = value;
-    printf("%%crv_05-i-fil, File to process = \"%s\" \n", run->file_path.c_str());
+    if (value) {
+        run->file_path = value;
+        printf("%%crv_05-i-fil, File to process = \"%s\" \n", run->file_path.c_str());
+    } else {
+        utl_lstfile(pattern, &run->file_path, 0, crv_DBG);
+        printf("%%crv_05-i-fil, File = \"%s\" \n", run->file_path.c_str());
+    }
     return run->file_path.size() >= shortest_path;
 }
 
@@ -175,24 +179,39 @@ static uint16_t layout_of(char letter) {
     }
 }
 
-// Reads one result file and writes its table. The columns do not count as read: the next file takes the same slots.
-static void columnize(crv_run *run, int (*read_file)(crv_run *), uint16_t layout) {
-    const int count = read_file(run);
-    crv_WriteCols(run->file_path.c_str(), 0, static_cast<int16_t>(count), layout);
-    printf("   \n");
-}
+// What the columnizing options take their files from.
+struct columnized_format {
+    const char *pattern;
+    int (*read_file)(crv_run *run);
+};
+static constexpr columnized_format columnized_requests = {request_pattern, read_request_file};
+static constexpr columnized_format columnized_madymo = {madymo_pattern, read_madymo_file};
 
-// -fa, -fc, -fd, -fs, and -fma, -fmc, -fmd, -fms
-[[noreturn]] static void take_columnizing(crv_run *run, int index, char letter, int (*read_file)(crv_run *)) {
+// The file that is named, or those that the user picks when the option is the last argument.
+static crv_file *choose_files(const crv_run *run, int index, const char *pattern) {
     const char *next = crv_NextArgument(run, index);
-    if (!next) crv_NotYet("list files to pick from");
+    if (!next) return crv_ListFiles(pattern);
     if (next[0] == '-') {
         fprintf(stderr, "%%crv_05-f-fil, Option %s needs a file name, not \"%s\"\n", run->argv[index], next);
         utl_Quit(status_refused);
     }
-    run->file_path = next;
-    printf("%%crv_05-i-fil, File to process = \"%s\" \n", next);
-    columnize(run, read_file, layout_of(letter));
+    crv_file *file = crv_AllocFile(next);
+    printf("%%crv_05-i-fil, File to process = \"%s\" \n", file->name);
+    return file;
+}
+
+// -fa, -fc, -fd, -fs, and -fma, -fmc, -fmd, -fms: a table for each file. The columns do not count as read, so that each
+// file takes the same slots.
+[[noreturn]] static void take_columnizing(crv_run *run, int index, char letter,
+                                          const columnized_format &format) {
+    crv_file *file = choose_files(run, index, format.pattern);
+    while (file) {
+        run->file_path = file->name;
+        const int count = format.read_file(run);
+        crv_WriteCols(run->file_path.c_str(), 0, static_cast<int16_t>(count), layout_of(letter));
+        file = crv_FreeFile(file);
+        printf("   \n");
+    }
     utl_Quit(status_columnized);
 }
 
@@ -203,7 +222,7 @@ static void take_madymo_option(crv_run *run, int index) {
     case 'a':
     case 'c':
     case 'd':
-    case 's': take_columnizing(run, index, letter, read_madymo_file);
+    case 's': take_columnizing(run, index, letter, columnized_madymo);
     default: break;
     }
 }
@@ -220,9 +239,12 @@ void crv_TakeFileOption(crv_run *run, int index) {
     case 'a':
     case 'c':
     case 'd':
-    case 's': take_columnizing(run, index, letter, read_request_file);
+    case 's': take_columnizing(run, index, letter, columnized_requests);
     default: break;
     }
 }
 
-void crv_ReadPickedRequestFile(crv_run * /*run*/) { crv_NotYet("list files to pick from"); }
+void crv_ReadPickedRequestFile(crv_run *run) {
+    utl_lstfile(request_pattern, &run->file_path, 0, crv_DBG);
+    load_request_file(run);
+}

@@ -2,10 +2,10 @@
 #include "app/options.h"
 
 #include "app/file_options.h"
-#include "app/not_yet.h"
 #include "app/ranges.h"
 #include "records/column.h"
 #include "records/settings.h"
+#include "util/product_log.h"
 #include "util/text.h"
 
 #include <cctype>
@@ -13,6 +13,7 @@
 #include <cstring>
 
 static constexpr size_t asked_title_length = 80;
+static constexpr int usage_action = 100;
 
 static void take_columnize_flag(const char *option) {
     if (strncmp(option, "-abs", 4) == 0) {
@@ -147,6 +148,11 @@ static void take_title_or_time(crv_run *run, int index) {
     }
 }
 
+// -u: a line in the usage file. Its result becomes the run request.
+static void take_usage(crv_run *run) {
+    run->request = utl_Report(run->argc, run->argv, "crv", nullptr, usage_action, crv_DBG);
+}
+
 static void take_file_to_write(crv_run *run, int index) {
     run->request = crv_run_write;
     const char *value = crv_NextValue(run, index);
@@ -214,7 +220,7 @@ static void take_option(crv_run *run, int index) {
     case 'r': take_selection(run, index); break;
     case 's': take_story(run, index); break;
     case 't': take_title_or_time(run, index); break;
-    case 'u': crv_NotYet("write its log"); break;
+    case 'u': take_usage(run); break;
     case 'v': take_verbose_level(run, index); break;
     case 'w': take_file_to_write(run, index); break;
     case 'x': take_x(run, index); break;

@@ -2,9 +2,9 @@
 #include "app/setup.h"
 
 #include "app/file_options.h"
-#include "app/not_yet.h"
 #include "app/options.h"
 #include "app/run.h"
+#include "app/texts.h"
 #include "postscript/chart_file.h"
 #include "records/column.h"
 #include "records/dump.h"
@@ -21,6 +21,7 @@ static constexpr int frame_width = 600;
 static constexpr int frame_height = 400;
 static constexpr int legend_font_size = 10;
 
+static constexpr int status_text_printed = 1;
 static constexpr int status_chart_done = 1; // Deliberate: a finished chart ends with 1.
 
 static void use_given_range(const double (&given)[2], double (&range)[2]) {
@@ -39,6 +40,17 @@ static void use_given_range(const double (&given)[2], double (&range)[2]) {
     printf("  \n");
     printf(" %%crv_05-i-fini, ******** voila\n");
     utl_Quit(status_chart_done);
+}
+
+[[noreturn]] static void print_text(const crv_run *run, const utl_identity &identity) {
+    switch (run->request) {
+    case crv_run_help: crv_PrintHelp(); break;
+    case crv_run_status: crv_PrintStatus(run->argv[0], identity); break;
+    case crv_run_debug_help: crv_PrintDebugHelp(); break;
+    case crv_run_examples: crv_PrintExamples(); break;
+    default: crv_PrintBugs(); break;
+    }
+    utl_Quit(status_text_printed);
 }
 
 static void check_data(const crv_run *run) {
@@ -63,7 +75,7 @@ static void dump_records(const crv_run *run) {
     }
 }
 
-static void finish_run(crv_run *run) {
+static void finish_run(crv_run *run, const utl_identity &identity) {
     if (crv_DBG == 49) {
         printf("    _05-v-val, 11111111111111111111 Before DumpChts()\n");
         crv_UseChart(run);
@@ -76,9 +88,7 @@ static void finish_run(crv_run *run) {
         printf("    _05-v-val, 2222222222222 Before DumpChts() \n");
         crv_DumpChts(0);
     }
-    if (run->request >= crv_run_help && run->request <= crv_run_bugs) {
-        crv_NotYet("print its texts");
-    }
+    if (run->request >= crv_run_help && run->request <= crv_run_bugs) print_text(run, identity);
     if (run->request == crv_run_chart) draw_chart(run);
     dump_records(run);
     printf("\n");
@@ -91,6 +101,8 @@ void crv_SetUp(int argc, char **argv, char ** /*envp*/) {
     run.request = argc - 1;
     crv_settings.time_window[0] = -100.0;
     crv_settings.time_window[1] = 10000.0;
+    utl_identity identity;
+    utl_Identify(&identity);
     if (argc < 2) {
         printf("%%crv_05-f-arg, No arguments specified. Try (crv -h) \n");
         utl_Quit(0);
@@ -98,5 +110,5 @@ void crv_SetUp(int argc, char **argv, char ** /*envp*/) {
     run.chart = crv_AllocCht(0);
     crv_ClearColumns();
     crv_ScanOptions(&run);
-    finish_run(&run);
+    finish_run(&run, identity);
 }

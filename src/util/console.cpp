@@ -11,18 +11,35 @@ void utl_QuitWithError(const char *report, int status) {
     utl_Quit(status);
 }
 
-void utl_ReadAnswer(char *answer, size_t size) {
+// The next character of standard input, with a CR before a line end left out.
+static int next_character() {
+    const int c = getchar();
+    if (c != '\r') return c;
+    const int after = getchar();
+    if (after == '\n') return after;
+    ungetc(after, stdin);
+    return c;
+}
+
+bool utl_ReadPiece(char *answer, size_t size) {
     fflush(stdout);
     size_t length = 0;
-    int held = '\0'; // a CR, which belongs to the answer only when no line end follows it
-    int c = getchar();
-    for (; c != EOF && c != '\n'; c = getchar()) {
-        if (held && length + 1 < size) answer[length++] = '\r';
-        held = c == '\r' ? c : '\0';
-        if (!held && length + 1 < size) answer[length++] = static_cast<char>(c);
+    while (length + 1 < size) {
+        const int c = next_character();
+        if (c == EOF || c == '\n') {
+            answer[length] = '\0';
+            return true;
+        }
+        answer[length++] = static_cast<char>(c);
     }
-    if (held && c == EOF && length + 1 < size) answer[length++] = '\r';
     answer[length] = '\0';
+    return false;
+}
+
+void utl_ReadAnswer(char *answer, size_t size) {
+    char rest[128];
+    bool ended = utl_ReadPiece(answer, size);
+    while (!ended) ended = utl_ReadPiece(rest, sizeof rest);
 }
 
 bool utl_RunCommand(const char *command) {

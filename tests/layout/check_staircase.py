@@ -6,7 +6,7 @@ import sys
 
 ALLOWED = {
     "records": {"records"},
-    "util": {"util", "records/settings.h"},
+    "util": {"util", "records/settings.h", "records/memory.h"},
     "stats": {"stats", "records", "util"},
     "readers": {"readers", "stats", "records", "util"},
     "postscript": {"postscript", "records", "util"},

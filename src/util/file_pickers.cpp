@@ -1,0 +1,246 @@
+// util/file_pickers.cpp - see file_pickers.h.
+#include "util/file_pickers.h"
+
+#include "records/memory.h"
+#include "records/settings.h"
+#include "util/console.h"
+#include "util/line_reader.h"
+#include "util/listing.h"
+#include "util/text.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+static constexpr size_t listing_limit = 79; // characters of a line, its line end included
+static constexpr size_t name_block = 80;    // of a listed name
+static constexpr size_t answer_size = 16;   // 15 characters
+static constexpr int status_no_memory = 0;  // of the routines 34 and 35
+static constexpr int status_failed = 1;     // of routine 33
+static constexpr int marked_none = -10;
+
+namespace {
+
+// What a picker reports when memory runs out, and the status it ends with.
+struct memory_reports {
+    const char *first_name;
+    const char *later_name;
+    const char *entry;
+    int status;
+};
+
+// Files first to last of a list, counted from 1; first is marked_none for none.
+struct file_range {
+    int first;
+    int last;
+};
+
+} // namespace
+
+static crv_file *new_file(std::string_view name, size_t block, const char *name_report,
+                          const char *entry_report, int status) {
+    auto *copy = static_cast<char *>(crv_Calloc(block, 1));
+    if (!copy) utl_QuitWithError(name_report, status);
+    utl_CopyText(copy, block, name);
+    auto *file = static_cast<crv_file *>(crv_Calloc(1, sizeof(crv_file)));
+    if (!file) utl_QuitWithError(entry_report, status);
+    *file = {nullptr, copy};
+    return file;
+}
+
+// The last character of a line goes; in a piece of a line that was too long it is one of the name.
+static std::string_view name_on(utl_line line) {
+    if (line.end == utl_end::newline || line.text.empty()) return line.text;
+    return line.text.substr(0, line.text.size() - 1);
+}
+
+// Makes a list of the names in an open listing and closes it. A last line without its line end is no name.
+static crv_file *read_listing(utl_lines *in, const memory_reports &reports, int *count) {
+    crv_file *list = nullptr;
+    crv_file **end = &list;
+    *count = 0;
+    for (;;) {
+        const utl_line line = utl_NextLine(in, listing_limit);
+        if (line.end == utl_end::file_end || line.end == utl_end::nothing) break;
+        const char *name_report = *count == 0 ? reports.first_name : reports.later_name;
+        *end = new_file(name_on(line), name_block, name_report, reports.entry, reports.status);
+        end = &(*end)->next;
+        ++*count;
+    }
+    utl_CloseLines(in);
+    return list;
+}
+
+static void free_list(crv_file *list) {
+    while (list) list = crv_FreeFile(list);
+}
+
+crv_file *crv_FreeFile(crv_file *file) {
+    crv_file *next = file->next;
+    free(file->name);
+    free(file);
+    return next;
+}
+
+crv_file *crv_AllocFile(const char *name) {
+    const size_t size = strlen(name) + 1;
+    crv_file *file =
+        new_file(name, size < 256 ? 256 : size, "    _35-e-malloc", "    _35-e-calloc", status_no_memory);
+    if (crv_DBG == 35) printf("    _35-i-val, File %3.0u: %s\n", 1U, file->name);
+    return file;
+}
+
+static bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+// A number of so many digits that it comes out below 0 counts as 0.
+static int file_number(std::string_view text) {
+    const int number = utl_ToInt(text);
+    return number < 0 ? 0 : number;
+}
+
+// ----- several files
+
+static void print_list(const crv_file *list) {
+    unsigned number = 0;
+    printf(" \n");
+    for (const crv_file *file = list; file; file = file->next)
+        printf(" %3.0u --> %s\n", ++number, file->name);
+    printf("\n");
+    printf("Enter (E) or return to EXIT, (A) all, (n:n) for a range \n");
+    printf("Select file(s) to be processed? 1, 2, 3, ...: ");
+}
+
+static file_range one_file(std::string_view answer, int count) {
+    const int number = file_number(answer);
+    if (number > count) {
+        printf("%%crv_34-f-fil, Improper file selection, num too high \n");
+        return {marked_none, number};
+    }
+    if (number < 1) {
+        printf("%%crv_34-f-fil, Improper file selection, num too low \n");
+        return {marked_none, number};
+    }
+    return {number, number};
+}
+
+static file_range several_files(std::string_view answer, size_t colon, int count) {
+    const int first = file_number(answer.substr(0, colon));
+    const int last = file_number(answer.substr(colon + 1));
+    if (first < 1 || first > count || last > count || first > last) {
+        printf("%%crv_34-f-fil, Improper specified range \n");
+        return {marked_none, last};
+    }
+    return {first, last};
+}
+
+static file_range choose_range(std::string_view answer, int count) {
+    const char letter = answer.empty() ? '\0' : answer[0];
+    if (letter == '\0' || letter == 'e' || letter == 'E' || letter == 'q' || letter == 'Q')
+        printf("%%crv_34-i-fin, Routine exiting. \n");
+    if (letter == 'a' || letter == 'A') {
+        printf("%%crv_34-i-files, All Files, %d through %d \n", 1, count);
+        return {1, count};
+    }
+    if (!is_digit(letter)) {
+        printf("%%crv_34-f-fil, Improper file selection, choose a numeric \n");
+        return {marked_none, -1};
+    }
+    const size_t colon = answer.find(':');
+    return colon == answer.npos ? one_file(answer, count) : several_files(answer, colon, count);
+}
+
+// Keeps the files of the range and frees the others.
+static crv_file *keep_range(crv_file *list, file_range range) {
+    crv_file *kept = nullptr;
+    crv_file **end = &kept;
+    for (int number = 1; list; ++number) {
+        if (range.first == marked_none || number < range.first || number > range.last) {
+            list = crv_FreeFile(list);
+            continue;
+        }
+        *end = list;
+        end = &list->next;
+        list = list->next;
+        *end = nullptr;
+    }
+    return kept;
+}
+
+crv_file *crv_ListFiles(const char *pattern) {
+    static constexpr memory_reports reports = {"    _34-e-first, malloc", "    _34-e-malloc",
+                                               "    _34-e-calloc", status_no_memory};
+    utl_lines *in = utl_OpenCrvListing(pattern);
+    if (!in) {
+        perror("    _34-e-fopen");
+        return nullptr;
+    }
+    int count = 0;
+    crv_file *list = read_listing(in, reports, &count);
+    print_list(list);
+    utl_RemoveCrvListing();
+
+    char answer[answer_size];
+    utl_ReadAnswer(answer, sizeof answer);
+    const file_range range = choose_range(answer, count);
+    printf("%%crv_34-i-val, Selection = %d through %d \n", range.first, range.last);
+    crv_file *kept = keep_range(list, range);
+    unsigned number = 0;
+    if (crv_DBG == 34)
+        for (const crv_file *file = kept; file; file = file->next)
+            printf("    _34-i-val, File %3.0u: %s\n", ++number, file->name);
+    return kept;
+}
+
+// ----- one file
+
+[[noreturn]] static void refuse_answer() {
+    fprintf(stderr, "%%utl_33-f-nofil, Improper file selection.\n");
+    utl_Quit(status_failed);
+}
+
+static const crv_file *file_at(const crv_file *list, int number) {
+    for (; list && number > 1; --number) list = list->next;
+    return list;
+}
+
+static void ask_name(std::string *name) {
+    char typed[4096];
+    printf(" Enter desired file: ");
+    utl_ReadAnswer(typed, sizeof typed);
+    *name = typed;
+}
+
+int utl_lstfile(const char *pattern, std::string *name, uint32_t allow_typing, int debug_level) {
+    static constexpr memory_reports reports = {"    _33-e-first, malloc", "    _33-e-malloc",
+                                               "    _33-e-calloc", status_failed};
+    if (debug_level == 33) printf("    _33-v-val, file_spec =(%s)\n", pattern);
+    utl_lines *in = utl_OpenUtlListing(pattern);
+    if (!in) utl_QuitWithError("    _33-e-fopen, utl_lstfile()", status_failed);
+    int count = 0;
+    crv_file *list = read_listing(in, reports, &count);
+
+    int number = 0;
+    printf(" \n");
+    for (const crv_file *file = list; file; file = file->next) printf("%3.0d --> %s\n", ++number, file->name);
+    printf("\n");
+    printf("Select file to be processed? 1, 2, 3, ...: ");
+    utl_RemoveUtlListing();
+
+    char answer[answer_size];
+    utl_ReadAnswer(answer, sizeof answer);
+    name->clear();
+    int result = 1;
+    if (answer[0] == 'e' || answer[0] == 'E') {
+        printf("%%utl_33-i-nofil, No file selected, returning NULL.\n");
+        result = 0;
+    } else if (answer[0] == '\0' && allow_typing) {
+        ask_name(name);
+    } else {
+        if (answer[0] != '\0' && !is_digit(answer[0])) refuse_answer();
+        const int chosen = answer[0] == '\0' ? 1 : file_number(answer);
+        if (chosen < 1 || chosen > count) refuse_answer();
+        *name = file_at(list, chosen)->name;
+    }
+    free_list(list);
+    return result;
+}

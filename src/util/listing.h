@@ -1,0 +1,15 @@
+// util/listing.h - listings of the current folder in temporary files, as the host makes them.
+//
+// A symbolic link that stands where the temporary file goes is removed first: nothing is written through it.
+#pragma once
+
+#include "util/line_reader.h"
+
+// Has the host's listing command write the names that match `pattern` to crv_temp.tmp, and opens that. Returns null with
+// errno set when it cannot be opened. Debug level 34 shows the commands.
+utl_lines *utl_OpenCrvListing(const char *pattern);
+void utl_RemoveCrvListing();
+
+// The same with utl_temp.tmp; names are sorted by their bytes, hidden ones left out, folders among them.
+utl_lines *utl_OpenUtlListing(const char *pattern);
+void utl_RemoveUtlListing();

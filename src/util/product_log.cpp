@@ -1,0 +1,111 @@
+// util/product_log.cpp - see product_log.h.
+#include "util/product_log.h"
+
+#include "util/console.h"
+#include "util/identity.h"
+
+#include <cstdio>
+#include <ctime>
+#include <string>
+#include <string_view>
+
+static constexpr int action_show = 0;
+static constexpr int action_comment = 1;
+static constexpr int action_usage = 100;
+static constexpr const char *user_word = "NT_User";
+
+static std::string base_name(std::string_view path, std::string_view application) {
+    std::string base(path);
+    const size_t slash = base.rfind('/');
+    if (slash != base.npos) base.replace(slash + 1, base.npos, application);
+    if (base.starts_with(application) && base.find('/') == base.npos) base = application;
+    return base;
+}
+
+// What every record begins with, without its blanks: date, user and version.
+static void write_record_head(FILE *out) {
+    const time_t now = time(nullptr);
+    const struct tm *local = localtime(&now);
+    utl_identity identity;
+    utl_Identify(&identity);
+    char date[32];
+    snprintf(date, sizeof date, "%u-%02u-%02u", static_cast<unsigned>(local->tm_year + 1900),
+             static_cast<unsigned>(local->tm_mon + 1), static_cast<unsigned>(local->tm_mday));
+    fprintf(out, "%s %-10s %s  Command = (", date, user_word, identity.version + utl_mark_length);
+}
+
+static bool close_record(FILE *out) {
+    const bool written = !ferror(out);
+    return fclose(out) == 0 && written;
+}
+
+static int add_usage(const std::string &path, int argc, char *const *argv, const char *comment) {
+    FILE *out = fopen(path.c_str(), "a");
+    if (!out) return 0;
+    write_record_head(out);
+    for (int k = 1; k < argc; ++k) fprintf(out, "%s, ", argv[k]);
+    if (comment) {
+        fprintf(out, ") %s\n", comment);
+    } else {
+        fprintf(out, ")\n");
+    }
+    return close_record(out) ? 1 : 0;
+}
+
+// A line too long for the buffer becomes several comment lines.
+static void add_comment_lines(FILE *out, const char *application) {
+    char line[128];
+    bool begins = true;
+    for (;;) {
+        if (begins) printf("  %s > ", application);
+        const bool ends = utl_ReadPiece(line, sizeof line - 1);
+        fprintf(out, " > %s\n", line);
+        if (begins && ends && line[0] == '\0') return;
+        begins = ends;
+    }
+}
+
+static int add_entry(const std::string &path, const char *application) {
+    FILE *out = fopen(path.c_str(), "a");
+    if (!out) {
+        perror(" utl_501-e-fopen append, .log");
+        return 0;
+    }
+    fprintf(out, "\n");
+    write_record_head(out);
+    fprintf(out, "Log Entry)\n");
+    printf("\n      Enter comment in the product log, <return> when finished:\n");
+    add_comment_lines(out, application);
+    if (!close_record(out)) {
+        perror(" utl_501-e-fwrite, .log");
+        return 0;
+    }
+    printf("%%utl_501-s-fin, Completed entry in log file %s\n", path.c_str());
+    return 1;
+}
+
+static void show_log(const std::string &path) {
+#ifdef _WIN32
+    utl_RunCommand(("type " + path).c_str());
+#else
+    FILE *in = fopen(path.c_str(), "r");
+    if (!in) {
+        perror(" utl_501-e-fopen read, .log");
+        return;
+    }
+    for (int c = getc(in); c != EOF; c = getc(in)) putchar(c);
+    fclose(in);
+#endif
+}
+
+int utl_Report(int argc, char *const *argv, const char *application, const char *comment, int action,
+               int debug_level) {
+    const std::string base = base_name(argc > 0 ? argv[0] : "", application);
+    if (debug_level == 501) printf("%%utl_501-v-val, filename = \"%s\"\n", base.c_str());
+    switch (action) {
+    case action_show: show_log(base + ".log"); return 1;
+    case action_comment: return add_entry(base + ".log", application);
+    case action_usage: return add_usage(base + ".use", argc, argv, comment);
+    default: printf("%%utl_501-w-val, utl_Report() called with invalid action code.\n"); return 0;
+    }
+}
