@@ -61,7 +61,8 @@ def run(case, program):
         (tools / "lpr").chmod(0o755)
         fetch_inputs(case, folder)
         before = snapshot(folder)
-        environment = {"PATH": f"{tools}:/usr/bin:/bin", "TZ": "UTC0"}
+        environment = {"PATH": f"{tools}:/usr/bin:/bin", "TZ": "UTC0",
+                       "LSAN_OPTIONS": f"suppressions={HERE}/unit/leaks.supp:print_suppressions=0"}
         done = subprocess.run(["sh", "-c", (case / "cmd").read_text()], cwd=folder, env=environment,
                               input=read(case / "stdin"), capture_output=True, timeout=TIME_LIMIT)
         after = snapshot(folder)

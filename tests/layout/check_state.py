@@ -11,7 +11,8 @@ WRITABLE = re.compile(r"^\.(data|bss|tdata|tbss)(?!\.rel\.ro)")
 
 def writable_symbols(source, src, compiler, scratch):
     obj = pathlib.Path(scratch) / "object.o"
-    subprocess.run([compiler, "-std=c++20", "-fno-exceptions", "-O1", f"-I{src}", "-c", str(source), "-o", str(obj)], check=True)
+    subprocess.run([compiler, "-std=c++20", "-fno-exceptions", "-O1", f"-I{src}", "-DCRV_BUILD_DATE=\"\"",
+                    "-DCRV_BUILD_TIME=\"\"", "-c", str(source), "-o", str(obj)], check=True)
     table = subprocess.run(["objdump", "-t", str(obj)], check=True, capture_output=True, text=True).stdout
     for line in table.splitlines():
         symbol = re.match(r"[0-9a-f]+ (.{7}) (\S+)\s+([0-9a-f]+) (.*)", line)

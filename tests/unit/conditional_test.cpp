@@ -6,7 +6,7 @@
 namespace {
 
 class conditional : public fresh_run {
-protected:
+  protected:
     // The report on columns a and b.
     std::string report(const std::vector<double> &a, const std::vector<double> &b, const char *condition) {
         crv_ClearColumns();
@@ -46,7 +46,8 @@ TEST_F(conditional, AHitAtTheFirstPointGivesItsOwnValue) {
 }
 
 TEST_F(conditional, TheFirstCrossingCounts) {
-    EXPECT_EQ(report({0, 4, 0, 4}, {1, 2, 3, 4}, "1"), "1.250000 [a] when [b] = 1.000000, (s = 2, 0.250000) \n");
+    EXPECT_EQ(report({0, 4, 0, 4}, {1, 2, 3, 4}, "1"),
+              "1.250000 [a] when [b] = 1.000000, (s = 2, 0.250000) \n");
 }
 
 TEST_F(conditional, AValueThatIsNotReachedGivesTheNotLine) {
@@ -73,7 +74,8 @@ TEST_F(conditional, ExtremesOfTheSecondColumnGiveTheFirstColumnsValue) {
 }
 
 TEST_F(conditional, AnUnknownWordPrintsAnEmptyLine) {
-    for (const char *word : {"mean", "m", "a", "abs", "am", "mx"}) EXPECT_EQ(report(up, tens, word), "\n") << word;
+    for (const char *word : {"mean", "m", "a", "abs", "am", "mx"})
+        EXPECT_EQ(report(up, tens, word), "\n") << word;
 }
 
 TEST_F(conditional, AnExtremeWithoutItsPointGivesTheNotLine) {
@@ -81,7 +83,8 @@ TEST_F(conditional, AnExtremeWithoutItsPointGivesTheNotLine) {
     crv_ClearColumns();
     add_column(0, {1, 2}, "a");
     add_column(1, {1, 2}, "b");
-    EXPECT_EQ(stdout_of([] { crv_ReportValue("min", 0); }), "NOT! [a] when [b] = 0.000000, (s = -1, -1.000000) \n");
+    EXPECT_EQ(stdout_of([] { crv_ReportValue("min", 0); }),
+              "NOT! [a] when [b] = 0.000000, (s = -1, -1.000000) \n");
 }
 
 } // namespace

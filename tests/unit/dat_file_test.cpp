@@ -11,7 +11,7 @@
 namespace {
 
 class dat_file : public fresh_run {
-protected:
+  protected:
     void SetUp() override {
         fresh_run::SetUp();
         folder = testing::TempDir() + "crv_unit_dat_" + std::to_string(getpid());

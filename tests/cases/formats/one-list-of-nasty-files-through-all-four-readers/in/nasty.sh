@@ -1,3 +1,4 @@
+#!/bin/sh
 # Runs one list of nasty files through the four readers and prints a line for each: status, points of the two columns,
 # and the last error or warning. The good file of each format holds three points of two series.
 good_req='run\nTitle\n1\n7 1 0 0 0\n1\n10\n2\n20\n3\n30\n'
@@ -19,7 +20,7 @@ row() { # name, then the four files as printf formats
         shift
         # shellcheck disable=SC2059  # the files are formats
         printf "$1" > nasty.txt
-        try $pair
+        try "${pair%% *}" "${pair#* }"
     done
     rm -f nasty.txt
 }

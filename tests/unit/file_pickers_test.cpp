@@ -1,0 +1,129 @@
+// unit/file_pickers_test.cpp - what the command line does not reach; the rest are cases.
+#include "util/file_pickers.h"
+
+#include "support.h"
+
+#include <cstring>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+class file_pickers : public fresh_run {
+  protected:
+    void SetUp() override {
+        fresh_run::SetUp();
+        folder = testing::TempDir() + "crv_unit_pick_" + std::to_string(getpid());
+        mkdir(folder.c_str(), 0700);
+        ASSERT_EQ(chdir(folder.c_str()), 0);
+    }
+    void TearDown() override {
+        for (const std::string &name : made) remove(name.c_str());
+        ASSERT_EQ(chdir("/"), 0);
+        rmdir(folder.c_str());
+        fresh_run::TearDown();
+    }
+    void make(const std::string &name) {
+        std::ofstream(name) << "x";
+        made.push_back(name);
+    }
+    void type(const std::string &text) {
+        const text_file typed(text, ".txt");
+        ASSERT_TRUE(freopen(typed.path(), "r", stdin));
+    }
+    std::string folder;
+    std::vector<std::string> made;
+};
+
+TEST_F(file_pickers, ANamedFileIsAListOfOne) {
+    crv_file *file = crv_AllocFile("run1.req");
+    EXPECT_STREQ(file->name, "run1.req");
+    EXPECT_EQ(file->next, nullptr);
+    EXPECT_EQ(crv_FreeFile(file), nullptr);
+}
+
+TEST_F(file_pickers, ALongNameIsNotCut) {
+    const std::string name(1000, 'n');
+    crv_file *file = crv_AllocFile(name.c_str());
+    EXPECT_EQ(file->name, name);
+    crv_FreeFile(file);
+}
+
+TEST_F(file_pickers, AnEmptyAnswerAsksForANameWhereTypingIsAllowed) {
+    make("a.req");
+    type("\ntyped name.req\n");
+    std::string name;
+    const std::string out = stdout_of([&] { EXPECT_EQ(utl_lstfile("*.req", &name, 1, 0), 1); });
+    EXPECT_EQ(name, "typed name.req");
+    EXPECT_EQ(out, " \n  1 --> a.req\n\nSelect file to be processed? 1, 2, 3, ...:  Enter desired file: ");
+}
+
+TEST_F(file_pickers, ANumberThatWrapsBelowZeroCountsAsZero) {
+    make("a.req");
+    type("2147483648\n2147483648\n");
+    const std::string out = stdout_of([] { EXPECT_EQ(crv_ListFiles("*.req"), nullptr); });
+    EXPECT_THAT(out, testing::HasSubstr("num too low \n%crv_34-i-val, Selection = -10 through 0 \n"));
+    std::string name;
+    EXPECT_EXIT(utl_lstfile("*.req", &name, 0, 0), testing::ExitedWithCode(1), "Improper file selection");
+    remove("utl_temp.tmp");
+}
+
+TEST_F(file_pickers, ANameOfMoreThan78CharactersShowsAsSeveral) {
+    make(std::string(100, 'n') + ".req");
+    type("a\n");
+    crv_file *list = nullptr;
+    stdout_of([&] { list = crv_ListFiles("*.req"); });
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->name, std::string(78, 'n')) << "the last character of a piece goes, as a line end would";
+    ASSERT_NE(list->next, nullptr);
+    EXPECT_EQ(list->next->name, std::string(21, 'n') + ".req");
+    while (list) list = crv_FreeFile(list);
+}
+
+TEST_F(file_pickers, FoldersAreListedAndHiddenNamesAreNot) {
+    make("b.req");
+    make(".hidden.req");
+    mkdir("a.req", 0700);
+    type("1\n");
+    std::string name;
+    EXPECT_THAT(stdout_of([&] { utl_lstfile("*.req", &name, 0, 0); }),
+                testing::StartsWith(" \n  1 --> a.req\n  2 --> b.req\n\n"));
+    rmdir("a.req");
+}
+
+TEST_F(file_pickers, MemoryThatRunsOutIsReported) {
+    make("a.req");
+    make("b.req");
+    const char *const reports[] = {"first, malloc", "calloc", "malloc", "calloc"};
+    for (int good = 0; good < 4; ++good) {
+        const std::string text = std::string(reports[good]) + ": Cannot allocate memory\n$";
+        EXPECT_EXIT(
+            {
+                const failing_memory memory(good);
+                crv_ListFiles("*.req");
+            },
+            testing::ExitedWithCode(0), "^    _34-e-" + text);
+        std::string name;
+        EXPECT_EXIT(
+            {
+                const failing_memory memory(good);
+                utl_lstfile("*.req", &name, 0, 0);
+            },
+            testing::ExitedWithCode(1), "^    _33-e-" + text);
+    }
+    for (const char *name : {"crv_temp.tmp", "utl_temp.tmp"}) remove(name);
+    EXPECT_EXIT(
+        {
+            const failing_memory memory(0);
+            crv_AllocFile("a");
+        },
+        testing::ExitedWithCode(0), "^    _35-e-malloc: Cannot allocate memory\n$");
+    EXPECT_EXIT(
+        {
+            const failing_memory memory(1);
+            crv_AllocFile("a");
+        },
+        testing::ExitedWithCode(0), "^    _35-e-calloc: Cannot allocate memory\n$");
+}
+
+} // namespace

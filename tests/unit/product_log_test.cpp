@@ -1,0 +1,139 @@
+// unit/product_log_test.cpp
+#include "util/product_log.h"
+
+#include "support.h"
+
+#include <cstring>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+class product_log : public fresh_run {
+  protected:
+    void SetUp() override {
+        fresh_run::SetUp();
+        folder = testing::TempDir() + "crv_unit_log_" + std::to_string(getpid());
+        mkdir(folder.c_str(), 0700);
+        program = folder + "/crv.exe";
+    }
+    void TearDown() override {
+        for (const char *name : {"/crv.use", "/crv.log"}) remove((folder + name).c_str());
+        rmdir(folder.c_str());
+        fresh_run::TearDown();
+    }
+
+    int report(std::vector<std::string> arguments, const char *comment, int action, int debug_level = 0) {
+        arguments.insert(arguments.begin(), program);
+        std::vector<char *> argv;
+        for (std::string &argument : arguments) argv.push_back(argument.data());
+        int result = -1;
+        out = stdout_of([&] {
+            result =
+                utl_Report(static_cast<int>(argv.size()), argv.data(), "crv", comment, action, debug_level);
+        });
+        return result;
+    }
+
+    void type(const std::string &text) {
+        const text_file typed(text, ".txt");
+        ASSERT_TRUE(freopen(typed.path(), "r", stdin));
+    }
+
+    std::string folder, program, out;
+};
+
+std::string today() {
+    const time_t now = time(nullptr);
+    char text[32];
+    strftime(text, sizeof text, "%Y-%m-%d", localtime(&now));
+    return text;
+}
+
+std::string head() {
+    return today() + " NT_User    Version: (2003.0.15.0) - (Windows_NT 0.0 os-0.wi-0)  Command = (";
+}
+
+TEST_F(product_log, EveryArgumentOfAUsageLineHasACommaBehindIt) {
+    EXPECT_EQ(report({"-u", "-r", "1,2"}, nullptr, 100), 1);
+    EXPECT_EQ(bytes_of(folder + "/crv.use"), head() + "-u, -r, 1,2, )\n");
+    EXPECT_EQ(out, "");
+}
+
+TEST_F(product_log, WithoutArgumentsNothingStandsBetweenTheParentheses) {
+    EXPECT_EQ(report({}, nullptr, 100), 1);
+    EXPECT_EQ(bytes_of(folder + "/crv.use"), head() + ")\n");
+}
+
+TEST_F(product_log, ACommentStandsBehindTheUsageLine) {
+    EXPECT_EQ(report({"%s"}, "100%n", 100), 1);
+    EXPECT_EQ(report({}, "", 100), 1);
+    EXPECT_EQ(bytes_of(folder + "/crv.use"), head() + "%s, ) 100%n\n" + head() + ") \n");
+}
+
+TEST_F(product_log, AUsageFileThatCannotBeWrittenIsSilent) {
+    program = "/nowhere/crv";
+    EXPECT_EQ(stderr_of([&] { EXPECT_EQ(report({}, nullptr, 100), 0); }), "");
+    EXPECT_EQ(out, "");
+}
+
+TEST_F(product_log, CommentLinesGoToTheLogWithTheEmptyOne) {
+    type("first line\nsecond %s\n\nnot read\n");
+    EXPECT_EQ(report({}, nullptr, 1), 1);
+    EXPECT_EQ(bytes_of(folder + "/crv.log"),
+              "\n" + head() + "Log Entry)\n > first line\n > second %s\n > \n");
+    EXPECT_EQ(out, "\n      Enter comment in the product log, <return> when finished:\n"
+                   "  crv >   crv >   crv > %utl_501-s-fin, Completed entry in log file " +
+                       folder + "/crv.log\n");
+}
+
+TEST_F(product_log, TheEndOfInputEndsAComment) {
+    type("only line");
+    EXPECT_EQ(report({}, nullptr, 1), 1);
+    EXPECT_EQ(bytes_of(folder + "/crv.log"), "\n" + head() + "Log Entry)\n > only line\n > \n");
+}
+
+TEST_F(product_log, ALongCommentLineIsKeptInPieces) {
+    type(std::string(200, 'c') + "\n\n");
+    EXPECT_EQ(report({}, nullptr, 1), 1);
+    EXPECT_EQ(bytes_of(folder + "/crv.log"), "\n" + head() + "Log Entry)\n > " + std::string(126, 'c') +
+                                                 "\n > " + std::string(74, 'c') + "\n > \n");
+}
+
+TEST_F(product_log, ALogThatCannotBeWrittenIsReported) {
+    program = "/nowhere/crv";
+    EXPECT_EQ(stderr_of([&] { EXPECT_EQ(report({}, nullptr, 1), 0); }),
+              " utl_501-e-fopen append, .log: No such file or directory\n");
+}
+
+TEST_F(product_log, TheLogIsShown) {
+    std::ofstream(folder + "/crv.log") << "an entry\n%s\n";
+    EXPECT_EQ(report({}, nullptr, 0), 1);
+    EXPECT_EQ(out, "an entry\n%s\n");
+}
+
+TEST_F(product_log, AnUnknownActionIsComplainedOf) {
+    for (const int action : {2, -1, 99, 101}) {
+        EXPECT_EQ(report({}, nullptr, action), 0);
+        EXPECT_EQ(out, "%utl_501-w-val, utl_Report() called with invalid action code.\n");
+    }
+}
+
+TEST_F(product_log, TheBaseNameFollowsTheInvocation) {
+    const char *const cases[][2] = {{"/opt/bin/crv.exe", "/opt/bin/crv"},
+                                    {"crv.exe", "crv"},
+                                    {"crv", "crv"},
+                                    {"plot", "plot"},
+                                    {"./plot", "./crv"},
+                                    {"crvx", "crv"},
+                                    {"C:\\bin\\crv.exe", "C:\\bin\\crv.exe"},
+                                    {"/", "/crv"},
+                                    {"", ""}};
+    for (const auto &[path, base] : cases) {
+        program = path;
+        report({}, nullptr, 2, 501);
+        EXPECT_THAT(out, testing::StartsWith("%utl_501-v-val, filename = \"" + std::string(base) + "\"\n"));
+    }
+}
+
+} // namespace
