@@ -5,9 +5,11 @@
 #include "postscript/balance.h"
 #include "postscript/chart_file.h"
 #include "records/column.h"
+#include "util/number_text.h"
 
 #include <climits>
 #include <iterator>
+#include <string_view>
 
 static constexpr int legend_spacing = 15;     // points from row to row
 static constexpr int linetos_per_line = 5;    // keeps lines short for printer spoolers
@@ -66,23 +68,33 @@ struct polyline {
     int in_stroke;
 };
 
+// Writes "%u %u" and the operator.
+static void write_point(FILE *stream, unsigned x, unsigned y, std::string_view name) {
+    char text[3 * utl_number_room];
+    char *end = utl_PutUnsigned(text, x);
+    *end++ = ' ';
+    end = utl_PutUnsigned(end, y);
+    end += name.copy(end, name.size());
+    fwrite(text, 1, static_cast<size_t>(end - text), stream);
+}
+
 static void draw_to(polyline *path, unsigned x, unsigned y) {
     if (!path->begun) {
-        fprintf(path->stream, "%u %u moveto \n", x, y);
+        write_point(path->stream, x, y, " moveto \n");
         *path = {path->stream, true, 1, 1};
         return;
     }
     ++path->in_stroke;
     if (path->on_line < linetos_per_line) {
-        fprintf(path->stream, "%u %u lineto ", x, y);
+        write_point(path->stream, x, y, " lineto ");
         ++path->on_line;
     } else {
-        fprintf(path->stream, "%u %u lineto \n", x, y);
+        write_point(path->stream, x, y, " lineto \n");
         path->on_line = 1;
     }
     if (path->in_stroke > points_per_stroke) {
         fputs("stroke \n", path->stream);
-        fprintf(path->stream, "%u %u moveto \n", x, y);
+        write_point(path->stream, x, y, " moveto \n");
         path->in_stroke = 1;
     }
 }

@@ -179,16 +179,24 @@ static void need_line_end(const madymo_file *mad, utl_line line) {
     utl_Quit(status_failed);
 }
 
+// The line of the next entry in a step, or the first of the next step.
+static int64_t wanted_block(const madymo_file *mad, size_t next) {
+    return next < mad->entries.size() ? mad->entries[mad->order[next]].block : int64_t{mad->num_requests} + 1;
+}
+
 static void read_steps(madymo_file *mad) {
     for (;; ++mad->steps_done) {
-        size_t next = 0;                                               // of the entries in order
-        for (int64_t block = 0; block <= mad->num_requests; ++block) { // 0 is the time line
+        size_t next = 0; // of the entries in order
+        for (int64_t block = 0; block <= mad->num_requests; ++block) {
+            if (block > 0) { // block 0 is the time line
+                block += utl_PassLines(mad->in, line_limit, wanted_block(mad, next) - block);
+                if (block > mad->num_requests) break;
+            }
             const utl_line line = utl_NextLine(mad->in, line_limit);
             if (line.end == utl_end::nothing) return;
             need_line_end(mad, line);
             if (block == 0 && !crv_ReadNumberAt(line.text, 1, &mad->time)) tell_missing(mad);
-            for (; next < mad->entries.size() && mad->entries[mad->order[next]].block == block; ++next)
-                take_value(mad, mad->order[next], line);
+            for (; wanted_block(mad, next) == block; ++next) take_value(mad, mad->order[next], line);
         }
     }
 }

@@ -194,15 +194,24 @@ static outcome refuse_several(const request_file *req) {
     return outcome::refused;
 }
 
+// The line of the next entry in a step, or the first of the next step.
+static int64_t wanted_block(const request_file *req, size_t next) {
+    return next < req->entries.size() ? req->entries[req->order[next]].block : int64_t{req->num_requests} + 1;
+}
+
 static outcome read_steps(request_file *req) {
     for (req->step = 1;; ++req->step) {
-        size_t next = 0;                                               // of the entries in order
-        for (int64_t block = 0; block <= req->num_requests; ++block) { // 0 is the time line
+        size_t next = 0; // of the entries in order
+        for (int64_t block = 0; block <= req->num_requests; ++block) {
+            if (block > 0) { // block 0 is the time line
+                block += utl_PassLines(req->in, line_limit, wanted_block(req, next) - block);
+                if (block > req->num_requests) break;
+            }
             const utl_line line = utl_NextLine(req->in, line_limit);
-            if (line.text.find("<++>") != line.text.npos) return refuse_several(req);
+            if (line.marked && line.text.find("<++>") != line.text.npos) return refuse_several(req);
             if (line.end == utl_end::file_end || line.end == utl_end::nothing) return outcome::done;
             if (block == 0 && !crv_ReadNumberAt(line.text, 1, &req->time)) tell_missing(req);
-            for (; next < req->entries.size() && req->entries[req->order[next]].block == block; ++next)
+            for (; wanted_block(req, next) == block; ++next)
                 if (take_value(req, req->order[next], line) == outcome::refused) return outcome::refused;
         }
         ++req->steps_done;

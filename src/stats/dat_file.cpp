@@ -4,6 +4,7 @@
 #include "records/column.h"
 #include "records/settings.h"
 #include "util/console.h"
+#include "util/number_text.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -136,11 +137,18 @@ static bool go_to_next_row(columns_span columns) {
     return true;
 }
 
+// Each cell is "%11.4e ".
 static void write_values(FILE *out, columns_span columns) {
     if (!go_to_first_row(columns)) return;
+    char row[CRV_MAXCOLS * utl_number_room + 1];
     do {
-        for (const crv_column *column : columns) fprintf(out, "%11.4e ", column->val_cur->val);
-        fputs("\n", out);
+        char *end = row;
+        for (const crv_column *column : columns) {
+            end = utl_PutExp11(end, column->val_cur->val);
+            *end++ = ' ';
+        }
+        *end++ = '\n';
+        fwrite(row, 1, static_cast<size_t>(end - row), out);
     } while (go_to_next_row(columns));
 }
 

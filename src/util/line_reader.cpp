@@ -1,6 +1,8 @@
 // util/line_reader.cpp - see line_reader.h.
 #include "util/line_reader.h"
 
+#include "util/line_scan.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -33,7 +35,7 @@ utl_lines *utl_OpenLines(const char *path) {
     if (file < 0) return nullptr;
 
     auto *in = static_cast<utl_lines *>(calloc(1, sizeof(utl_lines)));
-    auto *block = static_cast<char *>(malloc(block_size));
+    auto *block = static_cast<char *>(calloc(block_size + utl_scan_reach, 1));
     if (in && block) {
         *in = {.file = file,
                .error = 0,
@@ -61,29 +63,48 @@ static std::string_view text_before_nul(const char *begin, size_t length) {
     return {begin, nul ? static_cast<size_t>(static_cast<const char *>(nul) - begin) : length};
 }
 
-utl_line utl_NextLine(utl_lines *in, size_t limit) {
-    // A line that just fits takes one character more than the limit when a CR stands before its line end.
-    const size_t longest = limit + 1;
-    if (static_cast<size_t>(in->block_end - in->next) < longest && !in->at_file_end) fill_block(in, longest);
+// A line that just fits takes one character more than the limit when a CR stands before its line end.
+static size_t longest_line(size_t limit) { return limit + 1; }
 
-    const char *begin = in->next;
-    const auto held = static_cast<size_t>(in->block_end - begin);
+// Sees to it that a whole line is in the block, if it fits at all. Returns how many characters are there.
+static size_t hold_line(utl_lines *in, size_t limit) {
+    if (static_cast<size_t>(in->block_end - in->next) < longest_line(limit) && !in->at_file_end)
+        fill_block(in, longest_line(limit));
+    return static_cast<size_t>(in->block_end - in->next);
+}
+
+utl_line utl_NextLine(utl_lines *in, size_t limit) {
+    const size_t held = hold_line(in, limit);
     in->line_number = in->lines_ended + 1;
     if (held == 0) return {{}, utl_end::nothing};
 
-    const void *found = memchr(begin, '\n', held < longest ? held : longest);
-    if (found) {
-        auto length = static_cast<size_t>(static_cast<const char *>(found) - begin);
-        const bool has_cr = length > 0 && begin[length - 1] == '\r';
-        if (length - has_cr < limit) {
-            in->next = begin + length + 1;
-            ++in->lines_ended;
-            return {text_before_nul(begin, length - has_cr), utl_end::newline};
-        }
+    const char *begin = in->next;
+    const utl_scanned line = utl_ScanLine(begin, held < longest_line(limit) ? held : longest_line(limit));
+    size_t length = line.length;
+    utl_end end = utl_end::newline;
+    if (line.ended && length > 0 && begin[length - 1] == '\r') --length;
+    if (line.ended && length < limit) {
+        in->next = begin + line.length + 1;
+        ++in->lines_ended;
+    } else {
+        length = held < limit ? held : limit;
+        in->next = begin + length;
+        end = length == limit ? utl_end::limit : utl_end::file_end;
     }
-    const size_t length = held < limit ? held : limit;
-    in->next = begin + length;
-    return {text_before_nul(begin, length), length == limit ? utl_end::limit : utl_end::file_end};
+    return {line.marked ? text_before_nul(begin, length) : std::string_view(begin, length), end, line.marked};
+}
+
+int64_t utl_PassLines(utl_lines *in, size_t limit, int64_t most) {
+    int64_t passed = 0;
+    while (passed < most) {
+        const size_t held = hold_line(in, limit);
+        const utl_skipped skipped = utl_SkipLines(in->next, held, limit, static_cast<size_t>(most - passed));
+        if (skipped.lines == 0) break;
+        in->next += skipped.length;
+        passed += static_cast<int64_t>(skipped.lines);
+    }
+    in->lines_ended += static_cast<uint64_t>(passed);
+    return passed;
 }
 
 bool utl_RewindLines(utl_lines *in) {

@@ -17,6 +17,7 @@ enum class utl_end {
 struct utl_line {
     std::string_view text; // valid until the next read
     utl_end end;
+    bool marked = false; // a '<' may be in the text; without the flag there is none
 };
 
 // An open file with its one block of text.
@@ -36,6 +37,10 @@ utl_lines *utl_OpenLines(const char *path);
 
 // Reads on: at most `limit` characters, the line end counted as one of them, 1 <= limit <= 65,536.
 utl_line utl_NextLine(utl_lines *in, size_t limit);
+
+// Skips up to `most` lines as if each had been read, and returns how many: whole lines of less than `limit` characters
+// without a '<'. It can stop early, and reading goes on with the line that it stopped at.
+int64_t utl_PassLines(utl_lines *in, size_t limit, int64_t most);
 
 // Back to the first line. Returns false with errno set when the file cannot be read twice.
 bool utl_RewindLines(utl_lines *in);

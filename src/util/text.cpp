@@ -1,6 +1,8 @@
 // util/text.cpp - see text.h.
 #include "util/text.h"
 
+#include "util/powers_of_ten.h"
+
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
@@ -61,7 +63,50 @@ static double convert_copy(std::string_view text) {
     return strtod(copy, nullptr);
 }
 
+// Reads a plain decimal that a double and a power of ten hold exactly: at most 19 digits, the number they make below
+// 2^53, a power of ten of at most 22. One multiplication or division then rounds as strtod does. Returns false for all
+// other text, also for what may go on as hexadecimal.
+static bool read_short_decimal(std::string_view text, double *value) {
+    const char *at = text.data();
+    const char *const end = at + text.size();
+    const bool negative = at != end && *at == '-';
+    if (negative) ++at;
+
+    uint64_t digits = 0;
+    int exponent = 0;
+    const char *first = at;
+    for (; at != end && is_digit(*at); ++at) digits = digits * 10 + static_cast<uint64_t>(*at - '0');
+    auto count = at - first;
+    if (at != end && *at == '.') {
+        first = ++at;
+        for (; at != end && is_digit(*at); ++at) digits = digits * 10 + static_cast<uint64_t>(*at - '0');
+        count += at - first;
+        exponent = static_cast<int>(first - at);
+    }
+    if (count == 0 || count > 19) return false;
+    if (at != end && (*at == 'e' || *at == 'E')) {
+        ++at;
+        const bool below_one = at != end && *at == '-';
+        if (at != end && (*at == '-' || *at == '+')) ++at;
+        if (end - at < 1 || end - at > 3) return false;
+        int written = 0;
+        for (; at != end && is_digit(*at); ++at) written = written * 10 + (*at - '0');
+        exponent += below_one ? -written : written;
+    }
+    if (at != end || digits > (uint64_t{1} << 53) || exponent <= -utl_exact_powers ||
+        exponent >= utl_exact_powers)
+        return false;
+    const auto whole = static_cast<double>(digits);
+    const double magnitude =
+        exponent < 0 ? whole / utl_power_of_ten(-exponent) : whole * utl_power_of_ten(exponent);
+    *value = negative ? -magnitude : magnitude;
+    return true;
+}
+
 double utl_ToDouble(std::string_view text) {
+    double short_value = 0.0;
+    if (read_short_decimal(text, &short_value)) return short_value;
+
     // from_chars reads plain decimals as strtod does, and several times as fast. All else is left to strtod: a leading
     // plus, hexadecimal, infinite and not-a-number forms, and what lies outside the range.
     text = without_leading_space(text);

@@ -1,0 +1,91 @@
+// util/line_scan.cpp - see line_scan.h.
+#include "util/line_scan.h"
+
+#include <cstring>
+
+utl_scanned utl_ScanLinePlainly(const char *begin, size_t most) {
+    bool marked = false;
+    for (size_t k = 0; k < most; ++k) {
+        if (begin[k] == '\n') return {k, true, marked};
+        marked = marked || begin[k] == '<' || begin[k] == '\0';
+    }
+    return {most, false, marked};
+}
+
+utl_skipped utl_SkipLinesPlainly(const char *begin, size_t length, size_t limit, size_t most_lines) {
+    utl_skipped skipped = {0, 0};
+    while (skipped.lines < most_lines) {
+        const char *line = begin + skipped.length;
+        const size_t left = length - skipped.length;
+        const void *found = memchr(line, '\n', left < limit ? left : limit);
+        if (!found) break;
+        const auto line_length = static_cast<size_t>(static_cast<const char *>(found) - line);
+        if (memchr(line, '<', line_length)) break;
+        ++skipped.lines;
+        skipped.length += line_length + 1;
+    }
+    return skipped;
+}
+
+#ifdef __SSE2__
+
+#include <emmintrin.h>
+
+static __m128i load(const char *at) { return _mm_loadu_si128(reinterpret_cast<const __m128i *>(at)); }
+
+// A bit for each of the 16 characters that is `c`.
+static unsigned bits_of(__m128i text, char c) {
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(text, _mm_set1_epi8(c))));
+}
+
+static unsigned first_bit(unsigned bits) { return static_cast<unsigned>(__builtin_ctz(bits)); }
+
+utl_scanned utl_ScanLine(const char *begin, size_t most) {
+    unsigned marks = 0;
+    for (size_t k = 0; k < most; k += 16) {
+        const __m128i text = load(begin + k);
+        const unsigned ends = bits_of(text, '\n');
+        const unsigned marks_here = bits_of(text, '<') | bits_of(text, '\0');
+        if (ends == 0 && k + 16 <= most) {
+            marks |= marks_here;
+            continue;
+        }
+        // The line or what may be looked at ends here.
+        const unsigned looked_at = most - k < 16 ? static_cast<unsigned>(most - k) : 16;
+        const unsigned end = ends != 0 ? first_bit(ends) : 16;
+        const unsigned length = end < looked_at ? end : looked_at;
+        marks |= marks_here & ((1U << length) - 1);
+        return {k + length, end < looked_at, marks != 0};
+    }
+    return {most, false, marks != 0};
+}
+
+utl_skipped utl_SkipLines(const char *begin, size_t length, size_t limit, size_t most_lines) {
+    size_t line = 0; // where the line begins
+    size_t lines = 0;
+    for (size_t k = 0; k < length; k += 16) {
+        const __m128i text = load(begin + k);
+        unsigned ends = bits_of(text, '\n');
+        const unsigned marks = bits_of(text, '<');
+        if ((ends | marks) == 0) continue;
+        if (marks != 0) ends &= (1U << first_bit(marks)) - 1; // line ends before the mark still count
+        for (; ends != 0; ends &= ends - 1) {
+            const size_t end = k + first_bit(ends);
+            if (end >= length || end - line >= limit) return {lines, line};
+            line = end + 1;
+            if (++lines == most_lines) return {lines, line};
+        }
+        if (marks != 0) break;
+    }
+    return {lines, line};
+}
+
+#else
+
+utl_scanned utl_ScanLine(const char *begin, size_t most) { return utl_ScanLinePlainly(begin, most); }
+
+utl_skipped utl_SkipLines(const char *begin, size_t length, size_t limit, size_t most_lines) {
+    return utl_SkipLinesPlainly(begin, length, limit, most_lines);
+}
+
+#endif

@@ -1,0 +1,75 @@
+// util/number_text.cpp - see number_text.h.
+#include "util/number_text.h"
+
+#include "util/powers_of_ten.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+static constexpr size_t field_width = 11;
+static constexpr int decimals = 4;
+
+// The four decimals of d.dddde+dd are found by scaling the value to a whole number of five digits, with one rounding of
+// at most 2^-53. Where that could matter, because the scaled value is this close to the middle between two whole numbers,
+// the slow way decides.
+static constexpr double too_close = 1e-6;
+
+// A value as five digits and an exponent of ten.
+struct scaled_value {
+    int digits; // 10000 to 99999, 0 when the slow way must decide
+    int exponent;
+};
+
+static scaled_value scale(double magnitude) {
+    // The decimal exponent, from the binary one; it can be one too low.
+    int exponent = static_cast<int>(std::floor(std::ilogb(magnitude) * 0.30102999566398120));
+    if (exponent <= decimals - utl_exact_powers || exponent + 1 >= decimals + utl_exact_powers) return {0, 0};
+    const auto scaled_by = [magnitude](int power) {
+        return power >= 0 ? magnitude * utl_power_of_ten(power) : magnitude / utl_power_of_ten(-power);
+    };
+    double scaled = scaled_by(decimals - exponent);
+    if (scaled >= 100000.0 - too_close) scaled = scaled_by(decimals - ++exponent);
+
+    const double whole = std::floor(scaled);
+    const double rest = scaled - whole;
+    if (std::fabs(rest - 0.5) < too_close || scaled < 10000.0) return {0, 0};
+    int digits = static_cast<int>(whole) + (rest > 0.5 ? 1 : 0);
+    if (digits == 100000) {
+        digits = 10000;
+        ++exponent;
+    }
+    return {digits, exponent};
+}
+
+static char *put_two_digits(char *to, int value) {
+    *to++ = static_cast<char>('0' + value / 10);
+    *to++ = static_cast<char>('0' + value % 10);
+    return to;
+}
+
+static char *put_scaled(char *to, bool negative, scaled_value value) {
+    *to++ = negative ? '-' : ' ';
+    *to++ = static_cast<char>('0' + value.digits / 10000);
+    *to++ = '.';
+    to = put_two_digits(to, value.digits / 100 % 100);
+    to = put_two_digits(to, value.digits % 100);
+    *to++ = 'e';
+    *to++ = value.exponent < 0 ? '-' : '+';
+    return put_two_digits(to, value.exponent < 0 ? -value.exponent : value.exponent);
+}
+
+char *utl_PutExp11(char *to, double value) {
+    if (std::isfinite(value) && value != 0.0) {
+        const scaled_value scaled = scale(std::fabs(value));
+        if (scaled.digits != 0) return put_scaled(to, value < 0.0, scaled);
+    }
+    char *end = std::to_chars(to, to + utl_number_room, value, std::chars_format::scientific, decimals).ptr;
+    const auto length = static_cast<size_t>(end - to);
+    if (length >= field_width) return end;
+    memmove(to + (field_width - length), to, length);
+    memset(to, ' ', field_width - length);
+    return to + field_width;
+}
+
+char *utl_PutUnsigned(char *to, unsigned value) { return std::to_chars(to, to + utl_number_room, value).ptr; }

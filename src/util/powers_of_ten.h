@@ -1,0 +1,13 @@
+// util/powers_of_ten.h - the powers of ten that a double holds exactly. A product or quotient with one of them is rounded
+// once, as IEEE arithmetic rounds.
+#pragma once
+
+constexpr int utl_exact_powers = 23;
+
+inline constexpr double utl_powers_of_ten[utl_exact_powers] = {
+    1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+    1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22,
+};
+
+// 10 to the power of `exponent`, 0 <= exponent < utl_exact_powers.
+constexpr double utl_power_of_ten(int exponent) { return utl_powers_of_ten[exponent]; }

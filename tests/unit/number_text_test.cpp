@@ -1,0 +1,101 @@
+// unit/number_text_test.cpp
+#include "util/number_text.h"
+
+#include "support.h"
+
+#include <bit>
+#include <cfloat>
+#include <cmath>
+#include <random>
+
+namespace {
+
+std::string exp11(double value) {
+    char text[utl_number_room];
+    return {text, utl_PutExp11(text, value)};
+}
+
+std::string printed(double value) {
+    char text[64];
+    snprintf(text, sizeof text, "%11.4e", value);
+    return text;
+}
+
+TEST(NumberText, SpecialValuesAreWrittenAsByPrintf) {
+    for (const double value : {0.0,
+                               -0.0,
+                               1.0,
+                               -1.0,
+                               9.99995,
+                               9.999949999,
+                               99999.5,
+                               1e5,
+                               12345.5,
+                               12346.5,
+                               0.5,
+                               2.5,
+                               1.00005,
+                               1.00015,
+                               1e-5,
+                               1e15,
+                               1e22,
+                               1e23,
+                               1e26,
+                               1e27,
+                               1e-18,
+                               1e-19,
+                               1e100,
+                               1e-100,
+                               1e308,
+                               DBL_MAX,
+                               DBL_MIN,
+                               4.9e-324,
+                               9.9999e-5,
+                               static_cast<double>(INFINITY),
+                               -static_cast<double>(INFINITY),
+                               static_cast<double>(NAN),
+                               -static_cast<double>(NAN),
+                               0.1,
+                               0.2,
+                               0.3,
+                               123456789.0})
+        for (const double near : {value, std::nextafter(value, 1e300), std::nextafter(value, -1e300)})
+            EXPECT_EQ(exp11(near), printed(near));
+}
+
+TEST(NumberText, RandomBitsAreWrittenAsByPrintf) {
+    std::mt19937_64 random(11);
+    for (int round = 0; round < 200000; ++round) {
+        const auto value = std::bit_cast<double>(static_cast<uint64_t>(random()));
+        ASSERT_EQ(exp11(value), printed(value));
+    }
+}
+
+TEST(NumberText, OrdinaryValuesAreWrittenAsByPrintf) {
+    std::mt19937_64 random(12);
+    std::uniform_real_distribution<double> mantissa(-10.0, 10.0);
+    for (int round = 0; round < 200000; ++round) {
+        const double value = mantissa(random) * std::pow(10.0, static_cast<double>(random() % 60) - 30.0);
+        ASSERT_EQ(exp11(value), printed(value));
+    }
+}
+
+TEST(NumberText, ValuesInTheMiddleAreWrittenAsByPrintf) {
+    // Halves of the fifth digit, exactly and nearly.
+    for (int digits = 10000; digits < 100000; digits += 7) {
+        for (const double scale : {1e-3, 1.0, 1e3, 0x1p-10, 0x1p20}) {
+            const double middle = (digits + 0.5) * scale;
+            for (const double value : {middle, std::nextafter(middle, 0.0), std::nextafter(middle, 1e300)})
+                ASSERT_EQ(exp11(value), printed(value));
+        }
+    }
+}
+
+TEST(NumberText, UnsignedNumbersAreWrittenAsByPrintf) {
+    for (const unsigned value : {0U, 9U, 10U, 735U, 4294967295U, 2147483648U}) {
+        char text[utl_number_room];
+        EXPECT_EQ(std::string(text, utl_PutUnsigned(text, value)), std::to_string(value));
+    }
+}
+
+} // namespace
