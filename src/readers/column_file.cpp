@@ -146,16 +146,16 @@ static void take_value(const column_file *pos, size_t k, utl_line line, double r
 static void read_row(const column_file *pos, utl_line line) {
     const double row = pos->rows_done + 1.0;
     std::string_view rest = line.text;
-    std::string_view field;
     int32_t at = 0; // field 0 is the row number
     double value = row;
     for (size_t next = 0; next < pos->entries.size(); ++next) {
         const size_t k = pos->order[next];
         const int32_t wanted = pos->entries[k].block;
         if (at < wanted) {
-            for (; at < wanted; ++at)
-                if (!utl_NextField(&rest, &field)) return;
-            value = utl_ToDouble(field);
+            if (!utl_SkipFields(&rest, static_cast<unsigned>(wanted - at - 1)) ||
+                !utl_NextNumber(&rest, &value))
+                return;
+            at = wanted;
         }
         take_value(pos, k, line, row, value);
     }

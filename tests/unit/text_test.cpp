@@ -109,6 +109,37 @@ TEST(Text, RandomNumbersAreReadAsByAtof) {
     }
 }
 
+TEST(Text, NumbersInFieldsAreReadAsFieldsAre) {
+    std::mt19937_64 random(39);
+    const std::string characters = "0123456789012345678901234567890123456789...,,    eE+-x";
+    for (int round = 0; round < 50000; ++round) {
+        std::string line;
+        for (size_t length = random() % 60; length > 0; --length)
+            line += characters[random() % characters.size()];
+        std::string_view fields = line;
+        std::string_view numbers = line;
+        std::string_view field;
+        while (utl_NextField(&fields, &field)) {
+            double number = -1;
+            ASSERT_TRUE(utl_NextNumber(&numbers, &number)) << line;
+            expect_same(number, atof(std::string(field).c_str()), line);
+            ASSERT_EQ(numbers, fields) << line;
+        }
+        double number = -1;
+        EXPECT_FALSE(utl_NextNumber(&numbers, &number));
+        EXPECT_EQ(number, 0.0);
+    }
+}
+
+TEST(Text, SkippingFieldsLeavesTheOthers) {
+    std::string_view rest = " a,b  c , d";
+    EXPECT_TRUE(utl_SkipFields(&rest, 0));
+    EXPECT_TRUE(utl_SkipFields(&rest, 2));
+    EXPECT_EQ(fields_of(rest), (std::vector<std::string>{"c", "d"}));
+    EXPECT_FALSE(utl_SkipFields(&rest, 3));
+    EXPECT_TRUE(fields_of(rest).empty());
+}
+
 TEST(Text, ANumberEndsWithItsText) {
     EXPECT_EQ(utl_ToDouble(std::string_view("12345").substr(0, 2)), 12.0);
     EXPECT_EQ(utl_ToDouble(std::string_view("+12345").substr(0, 3)), 12.0);
