@@ -59,42 +59,53 @@ static bool is_inside(const plot_area &area, double x, double y) {
     return area.x_low <= x && x <= area.x_high && area.y_low <= y && y <= area.y_high;
 }
 
+static constexpr size_t point_room = 3 * utl_number_room; // of one point with its operator
+
 // A path under way: every fifth lineto ends its line in the file, and after 900 points a new path begins where the old
-// one ended.
+// one ended. Its text goes to the stream in pieces: a call for each point costs more than making its text.
 struct polyline {
     FILE *stream;
     bool begun;
     int on_line;
     int in_stroke;
+    size_t length; // of the text
+    char text[65536];
 };
 
+static void flush_path(polyline *path) {
+    fwrite(path->text, 1, path->length, path->stream);
+    path->length = 0;
+}
+
 // Writes "%u %u" and the operator.
-static void write_point(FILE *stream, unsigned x, unsigned y, std::string_view name) {
-    char text[3 * utl_number_room];
-    char *end = utl_PutUnsigned(text, x);
+static void write_point(polyline *path, unsigned x, unsigned y, std::string_view name) {
+    if (path->length + point_room > sizeof path->text) flush_path(path);
+    char *end = utl_PutUnsigned(path->text + path->length, x);
     *end++ = ' ';
     end = utl_PutUnsigned(end, y);
     end += name.copy(end, name.size());
-    fwrite(text, 1, static_cast<size_t>(end - text), stream);
+    path->length = static_cast<size_t>(end - path->text);
 }
 
 static void draw_to(polyline *path, unsigned x, unsigned y) {
     if (!path->begun) {
-        write_point(path->stream, x, y, " moveto \n");
-        *path = {path->stream, true, 1, 1};
+        write_point(path, x, y, " moveto \n");
+        path->begun = true;
+        path->on_line = path->in_stroke = 1;
         return;
     }
     ++path->in_stroke;
     if (path->on_line < linetos_per_line) {
-        write_point(path->stream, x, y, " lineto ");
+        write_point(path, x, y, " lineto ");
         ++path->on_line;
     } else {
-        write_point(path->stream, x, y, " lineto \n");
+        write_point(path, x, y, " lineto \n");
         path->on_line = 1;
     }
     if (path->in_stroke > points_per_stroke) {
+        flush_path(path);
         fputs("stroke \n", path->stream);
-        write_point(path->stream, x, y, " moveto \n");
+        write_point(path, x, y, " moveto \n");
         path->in_stroke = 1;
     }
 }
@@ -102,11 +113,15 @@ static void draw_to(polyline *path, unsigned x, unsigned y) {
 // Pairs the values of the two columns in step, up to the end of the shorter list, and draws those inside. Returns false
 // when there are none. A column can be paired with itself.
 static bool draw_points(FILE *stream, const plot_area &area, crv_column *x_column, crv_column *y_column) {
-    polyline path = {stream, false, 0, 0};
+    polyline path;
+    path.stream = stream;
+    path.begun = false;
+    path.length = 0;
     crv_value *x = x_column->val_list;
     crv_value *y = y_column->val_list;
     for (; x && y; x = x->next, y = y->next)
         if (is_inside(area, x->val, y->val)) draw_to(&path, page_x(area, x->val), page_y(area, y->val));
+    flush_path(&path);
     x_column->val_cur = x;
     y_column->val_cur = y;
     return path.begun;

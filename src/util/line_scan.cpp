@@ -33,31 +33,30 @@ utl_skipped utl_SkipLinesPlainly(const char *begin, size_t length, size_t limit,
 
 static __m128i load(const char *at) { return _mm_loadu_si128(reinterpret_cast<const __m128i *>(at)); }
 
-// A bit for each of the 16 characters that is `c`.
-static unsigned bits_of(__m128i text, char c) {
-    return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(text, _mm_set1_epi8(c))));
-}
+static __m128i equal_to(__m128i text, char c) { return _mm_cmpeq_epi8(text, _mm_set1_epi8(c)); }
+
+static unsigned bits_of(__m128i flags) { return static_cast<unsigned>(_mm_movemask_epi8(flags)); }
 
 static unsigned first_bit(unsigned bits) { return static_cast<unsigned>(__builtin_ctz(bits)); }
 
 utl_scanned utl_ScanLine(const char *begin, size_t most) {
-    unsigned marks = 0;
+    __m128i marks_before = _mm_setzero_si128();
     for (size_t k = 0; k < most; k += 16) {
         const __m128i text = load(begin + k);
-        const unsigned ends = bits_of(text, '\n');
-        const unsigned marks_here = bits_of(text, '<') | bits_of(text, '\0');
-        if (ends == 0 && k + 16 <= most) {
-            marks |= marks_here;
+        const __m128i marks = _mm_or_si128(equal_to(text, '<'), equal_to(text, '\0'));
+        const unsigned ends = bits_of(equal_to(text, '\n'));
+        if (ends == 0 && most - k >= 16) {
+            marks_before = _mm_or_si128(marks_before, marks);
             continue;
         }
-        // The line or what may be looked at ends here.
+        // The line, or what may be looked at, ends here.
         const unsigned looked_at = most - k < 16 ? static_cast<unsigned>(most - k) : 16;
         const unsigned end = ends != 0 ? first_bit(ends) : 16;
         const unsigned length = end < looked_at ? end : looked_at;
-        marks |= marks_here & ((1U << length) - 1);
-        return {k + length, end < looked_at, marks != 0};
+        const unsigned marks_here = bits_of(marks) & ((1U << length) - 1);
+        return {k + length, end < looked_at, (marks_here | bits_of(marks_before)) != 0};
     }
-    return {most, false, marks != 0};
+    return {most, false, bits_of(marks_before) != 0};
 }
 
 utl_skipped utl_SkipLines(const char *begin, size_t length, size_t limit, size_t most_lines) {
@@ -65,8 +64,8 @@ utl_skipped utl_SkipLines(const char *begin, size_t length, size_t limit, size_t
     size_t lines = 0;
     for (size_t k = 0; k < length; k += 16) {
         const __m128i text = load(begin + k);
-        unsigned ends = bits_of(text, '\n');
-        const unsigned marks = bits_of(text, '<');
+        unsigned ends = bits_of(equal_to(text, '\n'));
+        const unsigned marks = bits_of(equal_to(text, '<'));
         if ((ends | marks) == 0) continue;
         if (marks != 0) ends &= (1U << first_bit(marks)) - 1; // line ends before the mark still count
         for (; ends != 0; ends &= ends - 1) {

@@ -72,4 +72,9 @@ char *utl_PutExp11(char *to, double value) {
     return to + field_width;
 }
 
-char *utl_PutUnsigned(char *to, unsigned value) { return std::to_chars(to, to + utl_number_room, value).ptr; }
+// Places on a page have three digits.
+char *utl_PutUnsigned(char *to, unsigned value) {
+    if (value < 100 || value > 999) return std::to_chars(to, to + utl_number_room, value).ptr;
+    *to++ = static_cast<char>('0' + value / 100);
+    return put_two_digits(to, static_cast<int>(value % 100));
+}

@@ -3,6 +3,7 @@
 
 #include "util/powers_of_ten.h"
 
+#include <bit>
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
@@ -20,12 +21,44 @@ std::string_view utl_TrimEnd(std::string_view text) {
 
 static bool is_separator(char c) { return c == ' ' || c == ','; }
 
-bool utl_NextField(std::string_view *rest, std::string_view *field) {
-    const char *at = rest->data();
-    const char *const end = at + rest->size();
+#ifdef __SSE2__
+
+#include <emmintrin.h>
+
+// A bit for each of the 16 characters at `at` that separates fields.
+static unsigned separator_bits(const char *at) {
+    const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i *>(at));
+    const __m128i blanks = _mm_cmpeq_epi8(text, _mm_set1_epi8(' '));
+    const __m128i commas = _mm_cmpeq_epi8(text, _mm_set1_epi8(','));
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(blanks, commas)));
+}
+
+#endif
+
+// The first character that begins or ends a field. Blanks and fields are of all lengths, which makes a loop guess wrong at
+// their ends: 16 characters at once save a third of the time that a row takes.
+static const char *find_field(const char *at, const char *end) {
+#ifdef __SSE2__
+    for (; end - at >= 16; at += 16)
+        if (const unsigned bits = separator_bits(at) ^ 0xFFFFU) return at + __builtin_ctz(bits);
+#endif
     while (at != end && is_separator(*at)) ++at;
-    const char *const begin = at;
+    return at;
+}
+
+static const char *find_separator(const char *at, const char *end) {
+#ifdef __SSE2__
+    for (; end - at >= 16; at += 16)
+        if (const unsigned bits = separator_bits(at)) return at + __builtin_ctz(bits);
+#endif
     while (at != end && !is_separator(*at)) ++at;
+    return at;
+}
+
+bool utl_NextField(std::string_view *rest, std::string_view *field) {
+    const char *const end = rest->data() + rest->size();
+    const char *const begin = find_field(rest->data(), end);
+    const char *const at = find_separator(begin, end);
     *field = {begin, static_cast<size_t>(at - begin)};
     *rest = {at, static_cast<size_t>(end - at)};
     return !field->empty();
@@ -118,7 +151,7 @@ static int take_digits(const char *at, const char *end, uint64_t *number) {
 // ends, or null for all other text. What follows may make it another number: a digit of the exponent, or an x.
 static const char *read_short_decimal(const char *at, const char *end, double *value) {
     const bool negative = at != end && *at == '-';
-    if (negative) ++at;
+    at += negative; // no branch: signs come and go without a pattern
 
     uint64_t digits = 0;
     int count = take_digits(at, end, &digits);
@@ -143,15 +176,13 @@ static const char *read_short_decimal(const char *at, const char *end, double *v
     const auto whole = static_cast<double>(digits);
     const double magnitude =
         exponent < 0 ? whole / utl_power_of_ten(-exponent) : whole * utl_power_of_ten(exponent);
-    *value = negative ? -magnitude : magnitude;
+    *value = std::bit_cast<double>(std::bit_cast<uint64_t>(magnitude) | uint64_t{negative} << 63);
     return at;
 }
 
 bool utl_NextNumber(std::string_view *rest, double *number) {
-    const char *at = rest->data();
-    const char *const end = at + rest->size();
-    while (at != end && is_separator(*at)) ++at;
-    const char *const stop = read_short_decimal(at, end, number);
+    const char *const end = rest->data() + rest->size();
+    const char *const stop = read_short_decimal(find_field(rest->data(), end), end, number);
     if (stop && (stop == end || is_separator(*stop))) {
         *rest = {stop, static_cast<size_t>(end - stop)};
         return true;
@@ -165,9 +196,9 @@ bool utl_SkipFields(std::string_view *rest, unsigned count) {
     const char *at = rest->data();
     const char *const end = at + rest->size();
     for (; count > 0; --count) {
-        while (at != end && is_separator(*at)) ++at;
+        at = find_field(at, end);
         if (at == end) break;
-        while (at != end && !is_separator(*at)) ++at;
+        at = find_separator(at, end);
     }
     *rest = {at, static_cast<size_t>(end - at)};
     return count == 0;

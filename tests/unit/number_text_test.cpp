@@ -92,7 +92,7 @@ TEST(NumberText, ValuesInTheMiddleAreWrittenAsByPrintf) {
 }
 
 TEST(NumberText, UnsignedNumbersAreWrittenAsByPrintf) {
-    for (const unsigned value : {0U, 9U, 10U, 735U, 4294967295U, 2147483648U}) {
+    for (const unsigned value : {0U, 9U, 10U, 99U, 100U, 735U, 999U, 1000U, 4294967295U, 2147483648U}) {
         char text[utl_number_room];
         EXPECT_EQ(std::string(text, utl_PutUnsigned(text, value)), std::to_string(value));
     }
