@@ -1,10 +1,14 @@
 # The date and time that the program shows as its own. Two builds of the same source must not differ: they are taken from
-# SOURCE_DATE_EPOCH, or the time of the last commit, or, without either, a fixed day.
+# SOURCE_DATE_EPOCH when the build is configured, or the time of the last commit, or, without either, a fixed day.
 if(DEFINED ENV{SOURCE_DATE_EPOCH})
   set(crv_epoch $ENV{SOURCE_DATE_EPOCH})
-else()
+elseif(EXISTS ${CMAKE_SOURCE_DIR}/.git)
   execute_process(COMMAND git log -1 --format=%ct WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
     OUTPUT_VARIABLE crv_epoch OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
+  # A new commit has a new time.
+  if(EXISTS ${CMAKE_SOURCE_DIR}/.git/logs/HEAD)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/.git/logs/HEAD)
+  endif()
 endif()
 if(NOT crv_epoch MATCHES "^[0-9]+$")
   set(crv_epoch 1767225600)

@@ -10,7 +10,7 @@ folder=${1:-$here/demo}
 need_packages "${build_packages[@]}" "${chart_packages[@]}"
 
 cd "$here"
-cmake --preset release -DCRV_TESTS=OFF >/dev/null
+cmake --preset release >/dev/null
 cmake --build --preset release --parallel "$(nproc)" | tail -n 1
 
 mkdir -p "$folder"

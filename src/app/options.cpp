@@ -23,6 +23,7 @@ static void take_columnize_flag(const char *option) {
         crv_settings.columnize_flags |= crv_statistics_all;
         printf("\n%%crv_05-i-val, StatisticsAll flag set");
     }
+    fflush(stdout); // these messages end no line, and what goes to standard error next stands behind them
 }
 
 // -d

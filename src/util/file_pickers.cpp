@@ -92,10 +92,10 @@ crv_file *crv_AllocFile(const char *name) {
 
 static bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-// A number of so many digits that it comes out below 0 counts as 0.
+// A number of so many digits that it comes out below 0 counts as 0; one with a minus sign is what it says.
 static int file_number(std::string_view text) {
     const int number = utl_ToInt(text);
-    return number < 0 ? 0 : number;
+    return number < 0 && text.find('-') == text.npos ? 0 : number;
 }
 
 // ----- several files

@@ -2,7 +2,7 @@
 //
 // Both pickers have a listing written to a temporary file, print the names with their numbers, remove the temporary file
 // and read the answer: at most 15 characters, the end of standard input is an empty one. Names have at most 78
-// characters; a longer one shows as several. A temporary file is never written through a symbolic link.
+// characters; a longer one shows as several. A temporary file is never written through a link.
 #pragma once
 
 #include <cstdint>

@@ -24,16 +24,13 @@ static constexpr const char *list_command_end = "";
 static constexpr const char *remove_command = "rm crv_temp.tmp";
 #endif
 
-// Returns false with errno set when a link is there and stays.
-static bool remove_link(const char *path) {
-    struct stat status = {};
-    if (lstat(path, &status) != 0 || !S_ISLNK(status.st_mode)) return true;
-    return unlink(path) == 0;
-}
+// Removes what stands where a listing goes: an old listing, or a link or pipe, which must not be written to. Returns false
+// with errno set when it stays.
+static bool clear_place(const char *path) { return unlink(path) == 0 || errno == ENOENT; }
 
 utl_lines *utl_OpenCrvListing(const char *pattern) {
     const std::string command = std::string(list_command) + pattern + list_command_end;
-    if (!remove_link(crv_listing)) return nullptr;
+    if (!clear_place(crv_listing)) return nullptr;
     if (crv_DBG == 34) {
         printf("    _34-i-wri, Writing \"crv_temp.tmp\". \n");
         printf("    _34-i-val command1 = \"%s\" \n", command.c_str());
@@ -44,23 +41,34 @@ utl_lines *utl_OpenCrvListing(const char *pattern) {
     return utl_OpenLines(crv_listing);
 }
 
-void utl_RemoveCrvListing() { utl_RunCommand(remove_command); }
+void utl_RemoveCrvListing() {
+    chmod(crv_listing,
+          S_IRUSR | S_IWUSR); // the command asks on a terminal before it removes what may not be written
+    utl_RunCommand(remove_command);
+}
 
-// Writes the names, one a line. What cannot be written shows when the listing is opened.
-static void write_names(const char *pattern) {
-    FILE *out = fopen(utl_listing, "w");
-    if (!out) return;
+// Writes the names, one a line. Returns false with errno set when that fails.
+static bool write_names(FILE *out, const char *pattern) {
     glob_t found = {};
     if (glob(pattern, 0, nullptr, &found) == 0)
         for (size_t k = 0; k < found.gl_pathc; ++k) fprintf(out, "%s\n", found.gl_pathv[k]);
     globfree(&found);
+    const bool written = fflush(out) == 0;
+    const int error = errno;
     fclose(out);
+    errno = error;
+    return written;
 }
 
 utl_lines *utl_OpenUtlListing(const char *pattern) {
-    if (!remove_link(utl_listing)) return nullptr;
-    write_names(pattern);
-    return utl_OpenLines(utl_listing);
+    if (!clear_place(utl_listing)) return nullptr;
+    FILE *out = fopen(utl_listing, "w");
+    if (!out) return nullptr;
+    if (write_names(out, pattern)) return utl_OpenLines(utl_listing);
+    const int error = errno;
+    utl_RemoveUtlListing();
+    errno = error;
+    return nullptr;
 }
 
 void utl_RemoveUtlListing() { remove(utl_listing); }

@@ -1,6 +1,6 @@
 // util/listing.h - listings of the current folder in temporary files, as the host makes them.
 //
-// A symbolic link that stands where the temporary file goes is removed first: nothing is written through it.
+// What stands where the temporary file goes is removed first, unless it is a folder: nothing is written through a link.
 #pragma once
 
 #include "util/line_reader.h"

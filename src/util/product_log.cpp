@@ -4,10 +4,12 @@
 #include "util/console.h"
 #include "util/identity.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <ctime>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
 static constexpr int action_show = 0;
 static constexpr int action_comment = 1;
@@ -39,8 +41,20 @@ static bool close_record(FILE *out) {
     return fclose(out) == 0 && written;
 }
 
+// A usage file or log that is a pipe would wait for a reader.
+static FILE *open_to_append(const std::string &path) {
+#ifndef _WIN32
+    struct stat status = {};
+    if (stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode)) {
+        errno = ESPIPE;
+        return nullptr;
+    }
+#endif
+    return fopen(path.c_str(), "a");
+}
+
 static int add_usage(const std::string &path, int argc, char *const *argv, const char *comment) {
-    FILE *out = fopen(path.c_str(), "a");
+    FILE *out = open_to_append(path);
     if (!out) return 0;
     write_record_head(out);
     for (int k = 1; k < argc; ++k) fprintf(out, "%s, ", argv[k]);
@@ -52,21 +66,22 @@ static int add_usage(const std::string &path, int argc, char *const *argv, const
     return close_record(out) ? 1 : 0;
 }
 
-// A line too long for the buffer becomes several comment lines.
+// Lines are read and written as fgets does it, 127 characters at the most: what is longer goes on behind another prompt and
+// on the same line of the file. Only an empty line of its own ends the entry.
 static void add_comment_lines(FILE *out, const char *application) {
     char line[128];
     bool begins = true;
     for (;;) {
-        if (begins) printf("  %s > ", application);
-        const bool ends = utl_ReadPiece(line, sizeof line - 1);
-        fprintf(out, " > %s\n", line);
+        printf("  %s > ", application);
+        const bool ends = utl_ReadPiece(line, sizeof line);
+        fprintf(out, " > %s%s", line, ends ? "\n" : "");
         if (begins && ends && line[0] == '\0') return;
         begins = ends;
     }
 }
 
 static int add_entry(const std::string &path, const char *application) {
-    FILE *out = fopen(path.c_str(), "a");
+    FILE *out = open_to_append(path);
     if (!out) {
         perror(" utl_501-e-fopen append, .log");
         return 0;

@@ -58,6 +58,84 @@ TEST_F(file_pickers, AnEmptyAnswerAsksForANameWhereTypingIsAllowed) {
     EXPECT_EQ(out, " \n  1 --> a.req\n\nSelect file to be processed? 1, 2, 3, ...:  Enter desired file: ");
 }
 
+// What the several-files picker says to an answer, with five files.
+TEST_F(file_pickers, EveryWayOfAnswering) {
+    for (const char *name : {"a.req", "b.req", "c.req", "d.req", "e.req"}) make(name);
+    const std::string leaving = "%crv_34-i-fin, Routine exiting. \n";
+    const std::string numeric = "%crv_34-f-fil, Improper file selection, choose a numeric \n";
+    const std::string range = "%crv_34-f-fil, Improper specified range \n";
+    struct {
+        const char *answer;
+        std::string said;
+        int first, last;
+        size_t taken;
+    } const cases[] = {{"a", "%crv_34-i-files, All Files, 1 through 5 \n", 1, 5, 5},
+                       {"A", "%crv_34-i-files, All Files, 1 through 5 \n", 1, 5, 5},
+                       {"e", leaving + numeric, -10, -1, 0},
+                       {"E", leaving + numeric, -10, -1, 0},
+                       {"q", leaving + numeric, -10, -1, 0},
+                       {"Q", leaving + numeric, -10, -1, 0},
+                       {" 1", numeric, -10, -1, 0},
+                       {"5", "", 5, 5, 1},
+                       {"2:4", "", 2, 4, 3},
+                       {"2:-5", range, -10, -5, 0},
+                       {"2:2147483648", range, -10, 0, 0},
+                       {"2147483648:3", range, -10, 3, 0},
+                       {"3:", range, -10, 0, 0},
+                       {"1              :5", "", 1, 1, 1},
+                       {"1            :5", "", 1, 5, 5}};
+    for (const auto &c : cases) {
+        type(std::string(c.answer) + "\n");
+        crv_file *list = nullptr;
+        const std::string out = stdout_of([&] { list = crv_ListFiles("*.req"); });
+        const std::string wanted = c.said + "%crv_34-i-val, Selection = " + std::to_string(c.first) +
+                                   " through " + std::to_string(c.last) + " \n";
+        EXPECT_EQ(out.substr(out.find("...: ") + 5), wanted) << c.answer;
+        size_t taken = 0;
+        for (; list; list = crv_FreeFile(list)) ++taken;
+        EXPECT_EQ(taken, c.taken) << c.answer;
+    }
+}
+
+TEST_F(file_pickers, OneFileIsLeftWithALetterE) {
+    make("a.req");
+    std::string name;
+    for (const char *answer : {"e\n", "E\n", "exit\n"}) {
+        type(answer);
+        stdout_of([&] { EXPECT_EQ(utl_lstfile("*.req", &name, 0, 0), 0); });
+        EXPECT_EQ(name, "");
+    }
+    type("q\n");
+    EXPECT_EXIT(utl_lstfile("*.req", &name, 0, 0), testing::ExitedWithCode(1), "Improper file selection");
+    type("000000000000001"
+         "9\n");
+    stdout_of([&] { EXPECT_EQ(utl_lstfile("*.req", &name, 0, 0), 1); });
+    EXPECT_EQ(name, "a.req") << "fifteen characters count";
+    remove("utl_temp.tmp");
+}
+
+TEST_F(file_pickers, AListingDoesNotWriteToWhatStandsInItsPlace) {
+    make("a.req");
+    make("precious");
+    std::string name;
+    for (const char *place : {"crv_temp.tmp", "utl_temp.tmp"}) {
+        ASSERT_EQ(link("precious", place), 0);
+        type("e\n");
+        stdout_of([&] {
+            place[0] == 'c' ? static_cast<void>(crv_ListFiles("*.req"))
+                            : static_cast<void>(utl_lstfile("*.req", &name, 0, 0));
+        });
+        EXPECT_EQ(bytes_of("precious"), "x") << place;
+        ASSERT_EQ(mkfifo(place, 0600), 0);
+        type("e\n");
+        stdout_of([&] {
+            place[0] == 'c' ? static_cast<void>(crv_ListFiles("*.req"))
+                            : static_cast<void>(utl_lstfile("*.req", &name, 0, 0));
+        });
+        EXPECT_NE(access(place, F_OK), 0) << place;
+    }
+}
+
 TEST_F(file_pickers, ANumberThatWrapsBelowZeroCountsAsZero) {
     make("a.req");
     type("2147483648\n2147483648\n");

@@ -114,6 +114,28 @@ TEST_F(identity, TheOffsetTracesBothTimes) {
                     "%utl_23-i-val, Loc = [0-9]{4}-[0-9][0-9]-[0-9][0-9] [0-9][0-9]:[0-9][0-9] \\+0200\n"));
 }
 
+TEST_F(identity, TheTracedTimesAreThoseOfTheClock) {
+    zone("XXX-2");
+    char buffer[16], gmt[64], local[64];
+    std::string shown;
+    time_t before = 0;
+    do { // within one minute
+        before = time(nullptr);
+        shown = stdout_of([&] { utl_GmtOffset(buffer, sizeof buffer, 7); });
+    } while (before / 60 != time(nullptr) / 60);
+    strftime(gmt, sizeof gmt, "%%utl_23-i-val, GMT = %Y-%m-%d %H:%M\n", gmtime(&before));
+    strftime(local, sizeof local, "%%utl_23-i-val, Loc = %Y-%m-%d %H:%M +0200\n", localtime(&before));
+    EXPECT_EQ(shown, std::string(gmt) + local);
+}
+
+TEST_F(identity, TheDateTracesItsOffsetAtAnyLevelButZero) {
+    const struct tm when = december();
+    char buffer[64];
+    EXPECT_THAT(stdout_of([&] { utl_DateText(&when, 5, buffer, sizeof buffer, 5); }),
+                testing::StartsWith("%utl_23-i-val, GMT = "));
+    EXPECT_EQ(stdout_of([&] { utl_DateText(&when, 5, buffer, sizeof buffer, 0); }), "");
+}
+
 TEST_F(identity, EveryStringHasItsMark) {
     utl_identity id;
     EXPECT_EQ(utl_Identify(&id), 0);

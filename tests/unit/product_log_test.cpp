@@ -93,11 +93,42 @@ TEST_F(product_log, TheEndOfInputEndsAComment) {
     EXPECT_EQ(bytes_of(folder + "/crv.log"), "\n" + head() + "Log Entry)\n > only line\n > \n");
 }
 
-TEST_F(product_log, ALongCommentLineIsKeptInPieces) {
-    type(std::string(200, 'c') + "\n\n");
-    EXPECT_EQ(report({}, nullptr, 1), 1);
-    EXPECT_EQ(bytes_of(folder + "/crv.log"), "\n" + head() + "Log Entry)\n > " + std::string(126, 'c') +
-                                                 "\n > " + std::string(74, 'c') + "\n > \n");
+TEST_F(product_log, ACommentLineIsReadIn127CharactersAtATime) {
+    const std::string begin = "\n" + head() + "Log Entry)\n > ";
+    const auto c = [](size_t count) { return std::string(count, 'c'); };
+    const std::string wanted[][2] = {{c(125), c(125) + "\n > \n"},
+                                     {c(126), c(126) + "\n > \n"},
+                                     {c(127), c(127) + " > \n > \n"},
+                                     {c(128), c(127) + " > c\n > \n"},
+                                     {c(300), c(127) + " > " + c(127) + " > " + c(46) + "\n > \n"}};
+    for (const auto &[typed, written] : wanted) {
+        type(typed + "\n\n");
+        EXPECT_EQ(report({}, nullptr, 1), 1);
+        EXPECT_EQ(bytes_of(folder + "/crv.log"), begin + written);
+        remove((folder + "/crv.log").c_str());
+    }
+    type(c(300) + "\n\n");
+    report({}, nullptr, 1);
+    EXPECT_THAT(out, testing::HasSubstr("finished:\n  crv >   crv >   crv >   crv > %utl_501"));
+}
+
+TEST_F(product_log, ASecondEntryStandsBehindTheFirst) {
+    type("one\n\n");
+    report({}, nullptr, 1);
+    type("two\n\n");
+    report({}, nullptr, 1);
+    const std::string begin = "\n" + head() + "Log Entry)\n > ";
+    EXPECT_EQ(bytes_of(folder + "/crv.log"), begin + "one\n > \n" + begin + "two\n > \n");
+}
+
+TEST_F(product_log, AUsageFileThatIsAPipeIsNotWaitedFor) {
+    ASSERT_EQ(mkfifo((folder + "/crv.use").c_str(), 0600), 0);
+    EXPECT_EQ(report({}, nullptr, 100), 0);
+}
+
+TEST_F(product_log, AMissingLogIsReported) {
+    EXPECT_EQ(stderr_of([&] { EXPECT_EQ(report({}, nullptr, 0), 1); }),
+              " utl_501-e-fopen read, .log: No such file or directory\n");
 }
 
 TEST_F(product_log, ALogThatCannotBeWrittenIsReported) {
@@ -124,6 +155,7 @@ TEST_F(product_log, TheBaseNameFollowsTheInvocation) {
                                     {"crv.exe", "crv"},
                                     {"crv", "crv"},
                                     {"plot", "plot"},
+                                    {"crv/prog", "crv/crv"},
                                     {"./plot", "./crv"},
                                     {"crvx", "crv"},
                                     {"C:\\bin\\crv.exe", "C:\\bin\\crv.exe"},
