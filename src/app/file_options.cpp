@@ -88,6 +88,7 @@ static void widen_y_range(crv_chart *chart, int count) {
 
 static void count_columns(crv_run *run, int count) {
     run->columns_read = static_cast<uint16_t>(run->columns_read + count);
+    run->paths_read.push_back(run->file_path);
 }
 
 static int read_request_file(crv_run *run) {

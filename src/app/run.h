@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // Values of the run request: what is done after the last argument. The last option that
 // sets it wins. Deliberate: it starts as the number of arguments.
@@ -29,6 +30,7 @@ struct crv_run {
     int plots_per_page = 0;     // echoed only
     int files_met = 0;
     std::string file_path;
+    std::vector<std::string> paths_read;
     uint16_t columns_read = 0;
     double x_range[2] = {100.0, -100.0}; // Deliberate: low above high is no range.
     double y_range[2] = {100.0, -100.0};

@@ -10,6 +10,7 @@
 #include "records/dump.h"
 #include "records/settings.h"
 #include "util/console.h"
+#include "util/same_file.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -22,14 +23,26 @@ static constexpr int frame_height = 400;
 static constexpr int legend_font_size = 10;
 
 static constexpr int status_text_printed = 1;
+static constexpr int status_spared = 0;
 static constexpr int status_chart_done = 1; // Deliberate: a finished chart ends with 1.
 
 static void use_given_range(const double (&given)[2], double (&range)[2]) {
     if (given[1] > given[0]) std::copy(std::begin(given), std::end(given), range);
 }
 
+// A slip of the command line must not cost a result file: the chart is not written over what was read.
+static void spare_files_read(const crv_run *run) {
+    for (const std::string &path : run->paths_read) {
+        if (!utl_IsSameFile(run->ps_path, path.c_str())) continue;
+        fprintf(stderr, "%%crv_05-f-ps , The chart would be written over \"%s\", which was read\n",
+                path.c_str());
+        utl_Quit(status_spared);
+    }
+}
+
 [[noreturn]] static void draw_chart(crv_run *run) {
     crv_chart *chart = crv_UseChart(run);
+    spare_files_read(run);
     FILE *stream = crv_PlotHead(run->ps_path, chart);
     crv_PlotTxt(stream, frame_left, frame_bottom, frame_width, frame_height, legend_font_size, chart);
     if (chart->story_ts[0][0] != '\0') crv_PlotAppen(stream, chart->story_ts[0], run->ps_path);

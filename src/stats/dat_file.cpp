@@ -5,6 +5,7 @@
 #include "records/settings.h"
 #include "util/console.h"
 #include "util/number_text.h"
+#include "util/same_file.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -79,12 +80,6 @@ std::string crv_DatPath(std::string_view path) {
     const size_t slash = path.rfind('/');
     const bool has_extension = dot != path.npos && (slash == path.npos || slash < dot);
     return std::string(has_extension ? path.substr(0, dot) : path) + ".dat";
-}
-
-static bool is_same_file(const char *one, const char *other) {
-    struct stat a = {};
-    struct stat b = {};
-    return stat(one, &a) == 0 && stat(other, &b) == 0 && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
 static void write_title(FILE *out, const crv_column *column) {
@@ -169,7 +164,7 @@ static void close_table(FILE *out, const std::string &dat_path) {
 }
 
 static FILE *open_table(const char *path, const std::string &dat_path) {
-    if (is_same_file(path, dat_path.c_str())) {
+    if (utl_IsSameFile(path, dat_path.c_str())) {
         fprintf(stderr, "%%crv_84-f-wri, \"%s\" is the file that is read, it is not written over\n",
                 dat_path.c_str());
         utl_Quit(status_failed);
