@@ -18,7 +18,7 @@
 #include <cstdio>
 #include <cstring>
 
-static constexpr size_t shortest_path = 3; // shorter names read nothing
+static constexpr size_t shortest_path = 3; // Deliberate: shorter names read nothing.
 
 static constexpr const char *request_pattern = "*.req";
 static constexpr const char *madymo_pattern = "*.mad";

@@ -75,6 +75,7 @@ static void take_menu_panes(const crv_run *run, int index) {
     printf("%%crv_05-i-mnu, Menu number altered %s \n", next);
 }
 
+// -p. Deliberate: any next argument is the chart's name, and the scan sees it again.
 static void take_chart(crv_run *run, int index) {
     const char *option = run->argv[index];
     run->request = crv_run_chart;

@@ -16,6 +16,6 @@
 // Returns the number of columns made, or 0 when a selected column does not exist (none is made then). A file that cannot
 // be read and memory that runs out end the program with status 0.
 //
-// Deliberate: numpts counts the rows that the time window drops, and the mean divides by it; var1 and var2 are row
+// Deliberate: failures end with 0, where those of a request file end with 1; numpts counts the rows that the time window drops, and the mean divides by it; var1 and var2 are row
 // indices counted from 0; and magnitudes are compared with their sign.
 int crv_ReadPost(const char *path, const char *selection, int first_slot, int label_line, int first_line);

@@ -109,7 +109,7 @@ static void trace_record(utl_line line) {
 static void keep_value(frame_file *vdr, int k, double value) {
     crv_column *column = vdr->columns[k];
     ++column->numpts;
-    vdr->totals[k] += value;
+    vdr->totals[k] = column->val_list ? vdr->totals[k] + value : value;
     crv_KeepMinMax(column, value, 0, 0.0, 0.0);
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _85-e-calloc", status_failed);
 }

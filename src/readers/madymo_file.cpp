@@ -137,7 +137,7 @@ static void make_columns(madymo_file *mad) {
 }
 
 static double take_item(madymo_file *mad, std::string_view line, uint32_t item) {
-    if (item > most_numbers) {
+    if (item > most_numbers) { // Deliberate: the message is misspelled.
         fprintf(stderr, "%%crv_88-f-col, Exceeded Max number of col to reqest of %d\n",
                 static_cast<int>(most_numbers));
         utl_Quit(status_failed);

@@ -97,7 +97,7 @@ void crv_ReportValue(const char *condition, int /*debug_level*/) {
         report_extreme("amax", first, second, second->absmax_step, second->absmax_time);
     } else if (letter == 'a' && third_letter == 'i') {
         report_extreme("amin", first, second, second->absmin_step, second->absmin_time);
-    } else if (letter == 'm' || letter == 'a') {
+    } else if (letter == 'm' || letter == 'a') { // Deliberate: another word is no number.
         printf("\n");
     } else {
         report_number(condition, first, second);

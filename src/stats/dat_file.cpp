@@ -147,7 +147,7 @@ static void write_values(FILE *out, columns_span columns) {
     } while (go_to_next_row(columns));
 }
 
-// An incomplete table is removed, unless it is no file but, say, a device.
+// An incomplete table is removed, unless a link or a device stands in its place.
 [[noreturn]] static void give_up(const std::string &dat_path) {
     perror(" crv_84-f-fwrite, in crv_writecols() ");
     struct stat status = {};

@@ -21,8 +21,10 @@ constexpr uint16_t crv_dat_values = 4;     // values only
 // the groups of the statistics. Any other layout makes an empty file. The val_cur of a column whose values were written
 // is the last one that was.
 //
-// A file that cannot be opened or written ends the program with status 0, as does one that is the result file itself;
-// what was written of an incomplete table is removed.
+// A file that cannot be opened or written ends the program with status 0, as does one that is the result file itself. An
+// incomplete table is removed; a link or a device in its place stays.
+//
+// Deliberate: the status is 0 although the table failed.
 void crv_WriteCols(const char *path, int16_t start, int16_t end, uint16_t layout);
 
 // The name of the table for a result file: its extension replaced by ".dat", or ".dat" appended when it has none.

@@ -18,7 +18,9 @@ struct crv_file {
 // nothing). Returns the files taken, in listing order, or null. A wrong answer takes none. Without memory the program
 // ends with status 0.
 //
-// Deliberate: leaving without a choice also complains that no number was chosen.
+// Deliberate: leaving without a choice also complains that no number was chosen; and a wrong answer takes nothing here,
+// where it ends the program in routine 33. The two list differently too: this one as the host's command does, in the order
+// of the locale and with what matching folders hold.
 crv_file *crv_ListFiles(const char *pattern);
 
 // Routine 35. Gives a list of one entry with a copy of `name`. Without memory the program ends with status 0.

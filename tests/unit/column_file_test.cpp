@@ -65,6 +65,11 @@ TEST_F(column_file, ANegativeLabelLineReadsNoLineAndFindsNoColumns) {
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 2}));
 }
 
+TEST_F(column_file, ALabelLineOfMinusOneLosesNoRow) {
+    EXPECT_EQ(read("1 2\n3 4\n", "0", -1), 1);
+    EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 2}));
+}
+
 TEST_F(column_file, TheLastColumnExistsAndTheNextDoesNot) {
     const std::string bytes = "a b c d\n1 2 3 4\n";
     EXPECT_EQ(read(bytes, "4"), 1);

@@ -70,6 +70,7 @@ TEST_F(conditional, ExtremesOfTheSecondColumnGiveTheFirstColumnsValue) {
     EXPECT_EQ(report(first, tens, "min"), "5.000000 [a] when [b] = min, (s = 1, t = 0.100000)\n");
     EXPECT_EQ(report(first, tens, "amax"), "6.000000 [a] when [b] = amax, (s = 2, t = 0.200000)\n");
     EXPECT_EQ(report(first, tens, "abax"), "6.000000 [a] when [b] = amax, (s = 2, t = 0.200000)\n");
+    EXPECT_EQ(report(first, tens, "a-i"), "8.000000 [a] when [b] = amin, (s = 4, t = 0.400000)\n");
     EXPECT_EQ(report(first, tens, "amin"), "8.000000 [a] when [b] = amin, (s = 4, t = 0.400000)\n");
 }
 

@@ -39,6 +39,38 @@ TEST_F(frame_file, APointBlockMakesTwoColumnsWithRoundedExtremes) {
     EXPECT_EQ(err, "");
 }
 
+TEST_F(frame_file, BothColumnsAreRounded) {
+    read("%N\n3\n%D\n1.5 -12\n2 3\n2.5 47\n");
+    EXPECT_EQ(crv_columns[0]->min, 1.0);
+    EXPECT_EQ(crv_columns[0]->max, 3.0);
+    EXPECT_EQ(crv_columns[1]->min, -20.0);
+    EXPECT_EQ(crv_columns[1]->max, 50.0);
+}
+
+TEST_F(frame_file, ARangeOfOneValueIsNeitherReportedNorUsed) {
+    read("%N\n5\n%XR\n3\n3\n%YR\n3\n3\n" + five);
+    EXPECT_THAT(out, testing::StartsWith("%crv_85-i-dat"));
+    EXPECT_EQ(crv_columns[0]->max, 6.0);
+    EXPECT_EQ(crv_columns[1]->max, 50.0);
+}
+
+TEST_F(frame_file, TheFirstValueSetsTheTotal) {
+    read("%N\n3\n%D\n-0 -0\n-0 -0\n-0 -0\n");
+    EXPECT_TRUE(std::signbit(crv_columns[0]->mean));
+}
+
+TEST_F(frame_file, TheStyleIsSixteenBitsWide) {
+    read("%S\n65539\n");
+    EXPECT_EQ(chart->style, 3);
+    read("%S\n300\n");
+    EXPECT_EQ(chart->style, 300);
+}
+
+TEST_F(frame_file, ALineOf126CharactersIsWhole) {
+    read("%N\n3\n%D\n1 2" + std::string(120, ' ') + "999\n3 4\n5 6\n");
+    EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 3, 5}));
+}
+
 TEST_F(frame_file, AGivenRangeReplacesTheRoundedOne) {
     read("%N\n5\n%XR\n0\n100\n" + five + "%YR\n-0.5\n7.25\n");
     EXPECT_EQ(crv_columns[0]->min, 0.0);

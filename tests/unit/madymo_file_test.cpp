@@ -186,6 +186,10 @@ TEST_F(madymo_file, TheTitleIsLineOneCutAt79) {
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(79, 't'));
     read("Padded" + std::string(90, ' ') + "\n\n0 0\n0\n", "0");
     EXPECT_STREQ(crv_columns[0]->coltitle, "Padded");
+    read(std::string(125, 't') + "\n\n0 0\n7\n", "0");
+    EXPECT_EQ(values_of(crv_columns[0]), (numbers{7})) << "125 characters are one line";
+    read(std::string(126, 't') + "\n0 0\n7\n", "0");
+    EXPECT_EQ(values_of(crv_columns[0]), (numbers{7})) << "of 126 the line end stands for the second line";
     // Beyond 125 characters the rest stands for the second line.
     read(std::string(130, 't') + "\n0 0\n0\n", "0");
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(79, 't'));
