@@ -8,8 +8,8 @@
 #include "util/number_text.h"
 
 #include <climits>
+#include <cstring>
 #include <iterator>
-#include <string_view>
 
 static constexpr int legend_spacing = 15;     // points from row to row
 static constexpr int linetos_per_line = 5;    // keeps lines short for printer spoolers
@@ -78,12 +78,14 @@ static void flush_path(polyline *path) {
 }
 
 // Writes "%u %u" and the operator.
-static void write_point(polyline *path, unsigned x, unsigned y, std::string_view name) {
+template <size_t size>
+static void write_point(polyline *path, unsigned x, unsigned y, const char (&name)[size]) {
     if (path->length + point_room > sizeof path->text) flush_path(path);
     char *end = utl_PutUnsigned(path->text + path->length, x);
     *end++ = ' ';
     end = utl_PutUnsigned(end, y);
-    end += name.copy(end, name.size());
+    memcpy(end, name, size - 1);
+    end += size - 1;
     path->length = static_cast<size_t>(end - path->text);
 }
 

@@ -39,24 +39,28 @@ static unsigned bits_of(__m128i flags) { return static_cast<unsigned>(_mm_movema
 
 static unsigned first_bit(unsigned bits) { return static_cast<unsigned>(__builtin_ctz(bits)); }
 
+static __m128i marks_of(__m128i text) { return _mm_or_si128(equal_to(text, '<'), equal_to(text, '\0')); }
+
+// Whether one of the first `length` characters is a mark.
+static bool has_mark(__m128i marks, unsigned length) { return (bits_of(marks) & ((1U << length) - 1)) != 0; }
+
 utl_scanned utl_ScanLine(const char *begin, size_t most) {
-    __m128i marks_before = _mm_setzero_si128();
-    for (size_t k = 0; k < most; k += 16) {
+    __m128i marks = _mm_setzero_si128(); // of the vectors before
+    size_t k = 0;
+    for (const size_t whole = most & ~size_t{15}; k < whole; k += 16) {
         const __m128i text = load(begin + k);
-        const __m128i marks = _mm_or_si128(equal_to(text, '<'), equal_to(text, '\0'));
         const unsigned ends = bits_of(equal_to(text, '\n'));
-        if (ends == 0 && most - k >= 16) {
-            marks_before = _mm_or_si128(marks_before, marks);
-            continue;
+        if (ends != 0) {
+            const unsigned length = first_bit(ends);
+            return {k + length, true, has_mark(marks, 16) || has_mark(marks_of(text), length)};
         }
-        // The line, or what may be looked at, ends here.
-        const unsigned looked_at = most - k < 16 ? static_cast<unsigned>(most - k) : 16;
-        const unsigned end = ends != 0 ? first_bit(ends) : 16;
-        const unsigned length = end < looked_at ? end : looked_at;
-        const unsigned marks_here = bits_of(marks) & ((1U << length) - 1);
-        return {k + length, end < looked_at, (marks_here | bits_of(marks_before)) != 0};
+        marks = _mm_or_si128(marks, marks_of(text));
     }
-    return {most, false, bits_of(marks_before) != 0};
+    const auto rest = static_cast<unsigned>(most - k);
+    const __m128i text = load(begin + k);
+    const unsigned ends = bits_of(equal_to(text, '\n')) & ((1U << rest) - 1);
+    const unsigned length = ends != 0 ? first_bit(ends) : rest;
+    return {k + length, ends != 0, has_mark(marks, 16) || has_mark(marks_of(text), length)};
 }
 
 utl_skipped utl_SkipLines(const char *begin, size_t length, size_t limit, size_t most_lines) {

@@ -25,12 +25,16 @@ static bool is_separator(char c) { return c == ' ' || c == ','; }
 
 #include <emmintrin.h>
 
+static unsigned bits_of(__m128i flags) { return static_cast<unsigned>(_mm_movemask_epi8(flags)); }
+
+static unsigned first_bit(unsigned bits) { return static_cast<unsigned>(__builtin_ctz(bits)); }
+
 // A bit for each of the 16 characters at `at` that separates fields.
 static unsigned separator_bits(const char *at) {
     const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i *>(at));
     const __m128i blanks = _mm_cmpeq_epi8(text, _mm_set1_epi8(' '));
     const __m128i commas = _mm_cmpeq_epi8(text, _mm_set1_epi8(','));
-    return static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(blanks, commas)));
+    return bits_of(_mm_or_si128(blanks, commas));
 }
 
 #endif
@@ -40,7 +44,7 @@ static unsigned separator_bits(const char *at) {
 static const char *find_field(const char *at, const char *end) {
 #ifdef __SSE2__
     for (; end - at >= 16; at += 16)
-        if (const unsigned bits = separator_bits(at) ^ 0xFFFFU) return at + __builtin_ctz(bits);
+        if (const unsigned bits = separator_bits(at) ^ 0xFFFFU) return at + first_bit(bits);
 #endif
     while (at != end && is_separator(*at)) ++at;
     return at;
@@ -49,7 +53,7 @@ static const char *find_field(const char *at, const char *end) {
 static const char *find_separator(const char *at, const char *end) {
 #ifdef __SSE2__
     for (; end - at >= 16; at += 16)
-        if (const unsigned bits = separator_bits(at)) return at + __builtin_ctz(bits);
+        if (const unsigned bits = separator_bits(at)) return at + first_bit(bits);
 #endif
     while (at != end && !is_separator(*at)) ++at;
     return at;
@@ -104,6 +108,14 @@ struct digit_run {
 
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
 
+// The number that eight digits make, each a value of 0 to 9 in its byte, the first in the lowest.
+static uint64_t number_of(uint64_t digits) {
+    digits = digits * 10 + (digits >> 8);
+    const uint64_t high = ((digits & 0x000000FF000000FFU) * 0x000F424000000064U) >> 32;
+    const uint64_t low = (((digits >> 16) & 0x000000FF000000FFU) * 0x0000271000000001U) >> 32;
+    return (high + low) & 0xFFFFFFFFU;
+}
+
 // Up to eight digits at once, in the bytes of a word: a number of ordinary length takes two such steps instead of a
 // dozen, a third of the time of the loop.
 static digit_run take_eight(const char *at) {
@@ -113,11 +125,7 @@ static digit_run take_eight(const char *at) {
     const uint64_t others = ((word + 0x4646464646464646U) | values) & 0x8080808080808080U;
     const int count = others == 0 ? 8 : __builtin_ctzll(others) / 8;
     if (count == 0) return {0, 0};
-    uint64_t number = values << (64 - 8 * count); // as if zeros stood in front
-    number = number * 10 + (number >> 8);
-    const uint64_t high = ((number & 0x000000FF000000FFU) * 0x000F424000000064U) >> 32;
-    const uint64_t low = (((number >> 16) & 0x000000FF000000FFU) * 0x0000271000000001U) >> 32;
-    return {(high + low) & 0xFFFFFFFFU, count};
+    return {number_of(values << (64 - 8 * count)), count}; // as if zeros stood in front
 }
 
 #else
@@ -146,12 +154,17 @@ static int take_digits(const char *at, const char *end, uint64_t *number) {
     return static_cast<int>(at - begin);
 }
 
+// No branch: signs come and go without a pattern.
+static double with_sign(double magnitude, unsigned negative) {
+    return std::bit_cast<double>(std::bit_cast<uint64_t>(magnitude) | uint64_t{negative} << 63);
+}
+
 // Reads a plain decimal that a double and a power of ten hold exactly: at most 19 digits, the number they make at most
 // 2^53, a power of ten of at most 22. One multiplication or division then rounds as strtod does. Returns where the number
 // ends, or null for all other text. What follows may make it another number: a digit of the exponent, or an x.
 static const char *read_short_decimal(const char *at, const char *end, double *value) {
     const bool negative = at != end && *at == '-';
-    at += negative; // no branch: signs come and go without a pattern
+    at += negative;
 
     uint64_t digits = 0;
     int count = take_digits(at, end, &digits);
@@ -173,16 +186,67 @@ static const char *read_short_decimal(const char *at, const char *end, double *v
         exponent += below_one ? -written : written;
     }
     if (exponent <= -utl_exact_powers || exponent >= utl_exact_powers) return nullptr;
-    const auto whole = static_cast<double>(digits);
+    const auto whole = static_cast<double>(static_cast<int64_t>(digits));
     const double magnitude =
         exponent < 0 ? whole / utl_power_of_ten(-exponent) : whole * utl_power_of_ten(exponent);
-    *value = std::bit_cast<double>(std::bit_cast<uint64_t>(magnitude) | uint64_t{negative} << 63);
+    *value = with_sign(magnitude, negative);
     return at;
 }
 
+#if defined(__SSE2__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+
+// A run of digits of known length, at most eight; `fault` becomes other than 0 when it holds something else.
+static uint64_t known_digits(const char *at, unsigned count, uint64_t *fault) {
+    if (count == 0) return 0;
+    uint64_t word = 0;
+    memcpy(&word, at, sizeof word);
+    const unsigned foreign = 64 - 8 * count; // bits of what stands behind the digits
+    const uint64_t values = word - 0x3030303030303030U;
+    *fault |= (((word + 0x4646464646464646U) | values) & 0x8080808080808080U) << foreign;
+    return number_of(values << foreign);
+}
+
+// The next number when it is of the plainest kind: a sign perhaps, up to eight digits, a point perhaps and up to eight
+// digits. One vector tells where it begins and ends and where its point is, so that nothing is looked for twice: half the
+// time of the general way, in files of columns. Returns where it ends, or null when the general way must look.
+static const char *read_plain_number(const char *at, const char *end, double *number) {
+    if (end - at < 24) return nullptr; // words of eight are read from within the vector
+    const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i *>(at));
+    const unsigned separators = separator_bits(at);
+    const unsigned begin = first_bit(~separators);
+    const unsigned behind = separators >> begin;
+    if (begin >= 16 || behind == 0) return nullptr;
+    const unsigned length = first_bit(behind);
+    const unsigned sign = at[begin] == '-';
+    const char *const digits = at + begin + sign;
+    const unsigned points = bits_of(_mm_cmpeq_epi8(text, _mm_set1_epi8('.'))) >> (begin + sign);
+    const unsigned whole_count = first_bit(points | (1U << (length - sign)));
+    const unsigned point = whole_count < length - sign ? 1 : 0;
+    const unsigned part_count = length - sign - whole_count - point;
+    if (whole_count > 8 || part_count > 8 || whole_count + part_count == 0) return nullptr;
+
+    uint64_t fault = 0;
+    const uint64_t whole = known_digits(digits, whole_count, &fault);
+    const uint64_t part = known_digits(digits + whole_count + point, part_count, &fault);
+    if (fault != 0 || whole > 9'000'000) return nullptr; // below 2^53 with eight digits more
+    const double magnitude = static_cast<double>(static_cast<int64_t>(whole * tens[part_count] + part)) /
+                             utl_power_of_ten(static_cast<int>(part_count));
+    *number = with_sign(magnitude, sign);
+    return at + begin + length;
+}
+
+#else
+
+static const char *read_plain_number(const char * /*at*/, const char * /*end*/, double * /*number*/) {
+    return nullptr;
+}
+
+#endif
+
 bool utl_NextNumber(std::string_view *rest, double *number) {
     const char *const end = rest->data() + rest->size();
-    const char *const stop = read_short_decimal(find_field(rest->data(), end), end, number);
+    const char *stop = read_plain_number(rest->data(), end, number);
+    if (!stop) stop = read_short_decimal(find_field(rest->data(), end), end, number);
     if (stop && (stop == end || is_separator(*stop))) {
         *rest = {stop, static_cast<size_t>(end - stop)};
         return true;
