@@ -89,11 +89,13 @@ static void make_mad(output *out, long requests, long values, long steps) {
 
 static void make_pos(output *out, long columns, long rows) {
     random_bits random;
-    for (long k = 1; k <= columns; ++k) out->put(("column_" + std::to_string(k) + (k < columns ? " " : "")).c_str());
+    for (long k = 1; k <= columns; ++k)
+        out->put(("column_" + std::to_string(k) + (k < columns ? " " : "")).c_str());
     out->end_line();
     for (long row = 0; row < rows; ++row) {
         out->put(static_cast<double>(row) * 0.001, std::chars_format::fixed, 3, 13);
-        for (long k = 1; k < columns; ++k) out->put(random.between(-500.0, 500.0), std::chars_format::fixed, 6, 14);
+        for (long k = 1; k < columns; ++k)
+            out->put(random.between(-500.0, 500.0), std::chars_format::fixed, 6, 14);
         out->end_line();
     }
 }
@@ -120,7 +122,9 @@ int main(int argc, char **argv) {
     } else if (argc == 3 && strcmp(format, "vdr") == 0) {
         make_vdr(&out, number(argv, 2));
     } else {
-        fprintf(stderr, "usage: crv_make_files req REQUESTS STEPS | mad REQUESTS VALUES STEPS | pos COLUMNS ROWS | vdr PAIRS\n");
+        fprintf(
+            stderr,
+            "usage: crv_make_files req REQUESTS STEPS | mad REQUESTS VALUES STEPS | pos COLUMNS ROWS | vdr PAIRS\n");
         return 2;
     }
     return 0;

@@ -1,0 +1,147 @@
+// bench/pieces.cpp - the pieces of the program, each beside the C library's own way.
+#include "postscript/chart_file.h"
+#include "records/chart.h"
+#include "records/column.h"
+#include "util/line_reader.h"
+#include "util/number_text.h"
+#include "util/text.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+std::vector<std::string> numbers() {
+    std::vector<std::string> texts;
+    uint64_t state = 1;
+    for (int k = 0; k < 1000; ++k) {
+        state = state * 6364136223846793005U + 1442695040888963407U;
+        char text[32];
+        snprintf(text, sizeof text, "%.6f", (static_cast<double>(state >> 40) - 8388608.0) / 16777.216);
+        texts.emplace_back(text);
+    }
+    return texts;
+}
+
+// A file of lines as a column file has them.
+class line_file {
+  public:
+    line_file() : path_("/tmp/crv_bench_" + std::to_string(getpid())) {
+        FILE *out = fopen(path_.c_str(), "w");
+        for (int k = 0; k < lines; ++k) fprintf(out, "%s\n", std::string(90, 'x').c_str());
+        fclose(out);
+    }
+    ~line_file() { remove(path_.c_str()); }
+    line_file(const line_file &) = delete;
+    line_file &operator=(const line_file &) = delete;
+    const char *path() const { return path_.c_str(); }
+    static constexpr int lines = 100'000;
+
+  private:
+    std::string path_;
+};
+
+void line_by_utl_next_line(benchmark::State &state) {
+    const line_file file;
+    for (auto _ : state) {
+        utl_lines *in = utl_OpenLines(file.path());
+        while (utl_NextLine(in, 126).end != utl_end::nothing) {
+        }
+        utl_CloseLines(in);
+    }
+    state.SetItemsProcessed(state.iterations() * line_file::lines);
+}
+BENCHMARK(line_by_utl_next_line);
+
+void line_by_utl_pass_lines(benchmark::State &state) {
+    const line_file file;
+    for (auto _ : state) {
+        utl_lines *in = utl_OpenLines(file.path());
+        benchmark::DoNotOptimize(utl_PassLines(in, 126, line_file::lines));
+        utl_CloseLines(in);
+    }
+    state.SetItemsProcessed(state.iterations() * line_file::lines);
+}
+BENCHMARK(line_by_utl_pass_lines);
+
+void line_by_fgets(benchmark::State &state) {
+    const line_file file;
+    for (auto _ : state) {
+        FILE *in = fopen(file.path(), "r");
+        char line[128];
+        while (fgets(line, 127, in)) benchmark::DoNotOptimize(line);
+        fclose(in);
+    }
+    state.SetItemsProcessed(state.iterations() * line_file::lines);
+}
+BENCHMARK(line_by_fgets);
+
+void number_by_utl_next_number(benchmark::State &state) {
+    std::string line;
+    for (const std::string &text : numbers()) line += "   " + text;
+    for (auto _ : state) {
+        std::string_view rest = line;
+        double number = 0.0;
+        while (utl_NextNumber(&rest, &number)) benchmark::DoNotOptimize(number);
+    }
+    state.SetItemsProcessed(state.iterations() * 1000);
+}
+BENCHMARK(number_by_utl_next_number);
+
+void number_by_atof(benchmark::State &state) {
+    const std::vector<std::string> texts = numbers();
+    for (auto _ : state)
+        for (const std::string &text : texts) benchmark::DoNotOptimize(atof(text.c_str()));
+    state.SetItemsProcessed(state.iterations() * 1000);
+}
+BENCHMARK(number_by_atof);
+
+void cell_by_utl_put_exp11(benchmark::State &state) {
+    std::vector<double> values;
+    for (const std::string &text : numbers()) values.push_back(atof(text.c_str()));
+    char cell[utl_number_room];
+    for (auto _ : state)
+        for (const double value : values) benchmark::DoNotOptimize(utl_PutExp11(cell, value));
+    state.SetItemsProcessed(state.iterations() * 1000);
+}
+BENCHMARK(cell_by_utl_put_exp11);
+
+void cell_by_fprintf(benchmark::State &state) {
+    std::vector<double> values;
+    for (const std::string &text : numbers()) values.push_back(atof(text.c_str()));
+    FILE *out = fopen("/dev/null", "w");
+    for (auto _ : state)
+        for (const double value : values) fprintf(out, "%11.4e ", value);
+    fclose(out);
+    state.SetItemsProcessed(state.iterations() * 1000);
+}
+BENCHMARK(cell_by_fprintf);
+
+void curve_point(benchmark::State &state) {
+    constexpr int points = 100'000;
+    crv_chart *chart = crv_AllocCht(0);
+    for (int slot = 0; slot < 2; ++slot) {
+        crv_column *column = crv_AllocColumn(slot);
+        for (int k = 0; k < points; ++k) {
+            crv_value *node = crv_AllocValue();
+            node->val = k;
+            (column->val_list ? column->val_cur->next : column->val_list) = node;
+            column->val_cur = node;
+        }
+    }
+    chart->num_curves = 1;
+    chart->xminmax[0] = chart->yminmax[0] = 0;
+    chart->xminmax[1] = chart->yminmax[1] = points;
+    FILE *out = fopen("/dev/null", "w");
+    for (auto _ : state) crv_PlotData(out, 135, 110, 600, 400, chart);
+    fclose(out);
+    state.SetItemsProcessed(state.iterations() * points);
+}
+BENCHMARK(curve_point);
+
+} // namespace

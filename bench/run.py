@@ -1,0 +1,306 @@
+#!/usr/bin/env python3
+"""Measures crv beside the tools that a user would take instead, on the same work in one run.
+
+    bench/run.py BUILD_FOLDER           prints the tables
+    bench/run.py BUILD_FOLDER --write   also writes them into bench/README.md
+
+The large files are made in BUILD_FOLDER/bench_files (3 GB) and kept. Each command runs once to warm the page cache and then
+five times; the tables show the median, and the spread from the fastest to the slowest. What the tools write goes to a memory
+file system where there is one. Every answer is compared with crv's before it is timed.
+"""
+import os
+import pathlib
+import platform
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+RUNS = 5
+HERE = pathlib.Path(__file__).resolve().parent
+
+
+class Bench:
+    def __init__(self, build):
+        self.crv = str(build / "crv")
+        self.make = str(build / "bench" / "crv_make_files")
+        self.pieces = str(build / "bench" / "crv_bench_pieces")
+        self.files = build / "bench_files"
+        self.files.mkdir(exist_ok=True)
+        shared = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
+        self.scratch = pathlib.Path(tempfile.mkdtemp(dir=shared))
+        self.rows = []
+
+    def file(self, name, *arguments):
+        path = self.files / name
+        if not path.exists():
+            with open(path, "wb") as out:
+                subprocess.run([self.make, *map(str, arguments)], stdout=out, check=True)
+        # crv writes its table beside the file it reads: a link puts it into the scratch folder
+        link = self.scratch / name
+        if not link.exists():
+            link.symlink_to(path)
+        return link
+
+    def once(self, command):
+        """Seconds, peak KB and standard output of one run."""
+        with tempfile.TemporaryFile() as out:
+            begin = time.perf_counter()
+            child = subprocess.Popen(command, cwd=self.scratch, stdout=out, stderr=subprocess.DEVNULL,
+                                     stdin=subprocess.DEVNULL, env={**os.environ, "CRV_PRINTCHAIN": ":", "LC_ALL": "C"})
+            _, _, usage = os.wait4(child.pid, 0)
+            seconds = time.perf_counter() - begin
+            child.returncode = 0
+            out.seek(0)
+            return seconds, usage.ru_maxrss, out.read()
+
+    def measure(self, command):
+        self.once(command)
+        runs = [self.once(command) for _ in range(RUNS)]
+        times = [run[0] for run in runs]
+        return {"seconds": statistics.median(times), "low": min(times), "high": max(times),
+                "kb": max(run[1] for run in runs)}
+
+    def job(self, letter, text, size, commands, goals):
+        """commands: name to command, crv first. goals: (name, factor, '<=' times it or '>=' times as fast)."""
+        results = {name: self.measure(command) for name, command in commands.items()}
+        mine = results["crv"]["seconds"]
+        print(f"\n### {letter}: {text}\n")
+        lines = ["| tool | seconds | spread | MB/s | peak MB | time / crv |", "|---|---|---|---|---|---|"]
+        for name, r in results.items():
+            lines.append(f"| {name} | {r['seconds']:.4f} | {r['low']:.4f} to {r['high']:.4f} | "
+                         f"{size / 1e6 / r['seconds']:.0f} | {r['kb'] / 1024:.1f} | {r['seconds'] / mine:.2f} |")
+        for name, factor, kind in goals:
+            other = results[name]["seconds"]
+            ratio = mine / other if kind == "<=" else other / mine
+            met = ratio <= factor if kind == "<=" else ratio >= factor
+            meaning = f"times {name}" if kind == "<=" else f"times as fast as {name}"
+            lines.append(f"| goal | {'at most' if kind == '<=' else 'at least'} {factor} {meaning} | "
+                         f"{ratio:.2f} | {'met' if met else 'NOT MET'} | | |")
+        print("\n".join(lines))
+        self.rows += [f"\n### {letter}: {text}\n", *lines]
+        return results
+
+
+def need_same(name, one, other):
+    if one != other:
+        sys.exit(f"{name}: the answers differ")
+
+
+def awk_request(requests, wanted):
+    """An awk program that prints time and items of requests from a generated request file as crv's table has them."""
+    cells = "".join(f'if(k=={request}) v{n}=value({item});' for n, (request, item) in enumerate(wanted))
+    printed = ",".join(["t", *(f"v{n}" for n in range(len(wanted)))])
+    picture = "%11.4e " * (len(wanted) + 1)
+    return f"""function value(i) {{
+  if (i <= 6) return $(i ? i : 1)
+  if (i == 7) return sqrt(($2*$2+$1*$1)+$3*$3)
+  return sqrt(($5*$5+$4*$4)+$6*$6)
+}}
+NR > {requests + 3} {{
+  k = (NR - {requests + 4}) % {requests + 1}
+  if (k == 0) t = $1
+  {cells}
+  if (k == {requests}) printf "{picture}\\n", {printed}
+}}"""
+
+
+def awk_statistics(columns):
+    """Minimum, maximum, mean, extremes of the magnitude, first and last value of the cells on standard input's lines."""
+    return f"""{{ for (i = 1; i <= {columns}; ++i) {{ v = $i + 0; a = v < 0 ? -v : v
+  if (NR == 1) {{ lo[i] = hi[i] = first[i] = v; al[i] = ah[i] = a; ls[i] = hs[i] = 1 }}
+  if (v < lo[i]) {{ lo[i] = v; ls[i] = NR }} if (v > hi[i]) {{ hi[i] = v; hs[i] = NR }}
+  if (a < al[i]) al[i] = a; if (a > ah[i]) ah[i] = a
+  sum[i] += v; last[i] = v }} }}"""
+
+
+def with_statistics(program, count):
+    """The request program with all statistics kept as well, in one go."""
+    keep = "".join(f"keep({n}, {'t' if n == 0 else f'v{n - 1}'});" for n in range(count))
+    functions = """function keep(i, v,   a) { a = v < 0 ? -v : v
+  if (!(i in lo)) { lo[i] = hi[i] = first[i] = v; al[i] = ah[i] = a; ls[i] = hs[i] = 1 }
+  if (v < lo[i]) { lo[i] = v; ls[i] = NR } if (v > hi[i]) { hi[i] = v; hs[i] = NR }
+  if (a < al[i]) al[i] = a; if (a > ah[i]) ah[i] = a
+  sum[i] += v; last[i] = v; ++n[i] }
+"""
+    body = program.rstrip()
+    cut = body.rindex("if (k == ")
+    body = body[:cut] + "if (k == LAST) {" + keep + body[body.index("printf", cut):].rstrip("}").rstrip() + " }\n}"
+    end = "END { for (i = 0; i < COUNT; ++i) printf \"# %.6e %.6e %.6e %.6e %.6e\\n\", lo[i], hi[i], sum[i] / n[i], al[i], ah[i] }"
+    return functions + body + "\n" + end.replace("COUNT", str(count))
+
+
+def job_b(bench):
+    big = bench.file("big.req", "req", 300, 30000)
+    wanted = [(150, 3)]
+    awk = awk_request(300, wanted)
+    crv = [bench.crv, "-r", "0,1150:3", "-fd", big.name]
+    perl = ["perl", "-ne", 'next if $.<=303; $k=($.-304)%301; if($k==0){($t)=split} elsif($k==150){@f=split; '
+            'printf "%11.4e %11.4e \\n",$t,$f[2]}', big.name]
+    python = ["python3", "-c", "import sys\nk=-1\nwith open(sys.argv[1]) as f:\n for n,line in enumerate(f,1):\n"
+              "  if n<=303: continue\n  k=(n-304)%301\n  if k==0: t=float(line)\n"
+              "  elif k==150: print('%11.4e %11.4e '%(t,float(line.split()[2])))", big.name]
+    commands = {"crv": crv, "wc -l": ["wc", "-l", big.name], "cat": ["cat", big.name], "mawk": ["mawk", awk, big.name],
+                "gawk": ["gawk", awk, big.name], "perl": perl, "python3": python,
+                "mlr": ["mlr", "--inidx", "--ifs", " ", "--repifs", "--onidx", "filter",
+                        "NR>303 && ((NR-304)%301==0 || (NR-304)%301==150)", "then", "cut", "-f", "1,3", big.name]}
+    bench.once(crv)
+    table = (bench.scratch / "big.dat").read_bytes()
+    for name in ("mawk", "gawk", "perl", "python3"):
+        need_same(f"b {name}", bench.once(commands[name])[2], table)
+    result = bench.job("b", "time and one item of one request of a request file, 300 requests x 30,000 steps, as a table",
+                       big.stat().st_size, commands, [("wc -l", 1.4, "<="), ("mawk", 5, ">=")])
+    return result["crv"]["kb"] / 1024
+
+
+def job_c(bench):
+    mid = bench.file("mid.req", "req", 300, 6600)
+    wanted = [(1, 1), (30, 2), (60, 3), (90, 4), (120, 5), (150, 6), (180, 7), (210, 8), (240, 1), (300, 2)]
+    program = with_statistics(awk_request(300, wanted), 11).replace("LAST", "300")
+    selection = "0," + ",".join(f"{1000 + request}:{item}" for request, item in wanted)
+    crv = [bench.crv, "-all", "-r", selection, "-fa", mid.name]
+    bench.once(crv)
+    table = (bench.scratch / "mid.dat").read_text().splitlines()
+    values = [line for line in table[table.index("=========== " * 11) + 1:]]
+    minima = [float(x) for x in table[6].split()]
+    for tool in ("mawk", "gawk"):
+        answer = bench.once([tool, program, mid.name])[2].decode().splitlines()
+        need_same(f"c {tool}", [line for line in answer if not line.startswith("#")], values)
+        need_same(f"c {tool} minima", [f"{float(line.split()[1]):.4e}" for line in answer if line.startswith("#")],
+                  [f"{x:.4e}" for x in minima])
+    bench.job("c", "time and ten items of ten requests with all statistics, 300 requests x 6,600 steps", mid.stat().st_size,
+              {"crv": crv, "wc -l": ["wc", "-l", mid.name], "mawk": ["mawk", program, mid.name],
+               "gawk": ["gawk", program, mid.name]}, [("wc -l", 1.8, "<="), ("mawk", 15, ">="), ("gawk", 15, ">=")])
+
+
+def gnuplot(script):
+    return ["gnuplot", "-e", script]
+
+
+def job_d(bench):
+    big = bench.file("big.pos", "pos", 10, 5_000_000)
+    crv = [bench.crv, "-tm", "0:1e9", "-r", "1,3", "-fp", big.name, "-p", "d.ps"]
+    plot = gnuplot(f"set terminal postscript landscape color; set output 'gnuplot.ps'; unset key; "
+                   f"plot '{big.name}' every ::1 using 1:3 with lines")
+    program = ("NR>1{for(i=1;i<=3;i+=2){v=$i+0;a=v<0?-v:v;if(!(i in lo)){lo[i]=hi[i]=v;al[i]=ah[i]=a}if(v<lo[i])lo[i]=v;"
+               "if(v>hi[i])hi[i]=v;if(a<al[i])al[i]=a;if(a>ah[i])ah[i]=a;s[i]+=v}}"
+               "END{for(i=1;i<=3;i+=2)printf \"%f %f\\n\",lo[i],hi[i]}")
+    dump = bench.once([bench.crv, "-v", "83", "-tm", "0:1e9", "-r", "1,3", "-fp", big.name, "-w", "x", "-v", "49"])[2]
+    extremes = bench.once(["mawk", program, big.name])[2].decode().split()
+    if f"{float(extremes[0]):f}" not in dump.decode() and b"has 5000000 steps" not in dump:
+        sys.exit("d: the answers differ")
+    commands = {"crv": crv, "wc -l": ["wc", "-l", big.name], "gnuplot": plot, "mawk": ["mawk", program, big.name],
+                "gawk": ["gawk", program, big.name],
+                "datamash": ["datamash", "-W", "--header-in", "min", "1", "max", "1", "mean", "1", "min", "3", "max", "3",
+                             "mean", "3"]}
+    commands["datamash"] = ["sh", "-c", " ".join(commands["datamash"]) + f" < {big.name}"]
+    result = bench.job("d", "columns 1 and 3 of a column file, 10 columns x 5,000,000 rows: statistics and chart",
+                       big.stat().st_size, commands,
+                       [("wc -l", 5.5, "<="), ("gnuplot", 6, ">="), ("mawk", 4, ">=")])
+    return result["crv"]["kb"] / 1024
+
+
+def job_e(bench):
+    small = bench.file("small.req", "req", 3, 2000)
+    crv = [bench.crv, "-r", "0,1001:1,1002:1,1003:1", "-f", small.name, "-p", "e.ps"]
+    rows = bench.scratch / "small.txt"
+    bench.once([bench.crv, "-r", "0,1001:1,1002:1,1003:1", "-fd", small.name])
+    shutil.copyfile(bench.scratch / "small.dat", rows)
+    plot = gnuplot(f"set terminal postscript landscape color; set output 'gnuplot.ps'; "
+                   f"plot for [k=2:4] '{rows.name}' using 1:k with lines")
+    bench.job("e", "chart of a request file of 2,000 points with three curves", small.stat().st_size,
+              {"crv": crv, "gnuplot (rows made before)": plot}, [("gnuplot (rows made before)", 3, ">=")])
+
+
+def job_f(bench):
+    rows = bench.file("rows.req", "req", 30, 30000)
+    wanted = [(k, 1) for k in range(1, 31)]
+    program = awk_request(30, wanted).replace('printf "%11.4e ', 'printf "').replace("\\n\", t,", '\\n", ')
+    crv = [bench.crv, "-r", ",".join(str(1000 + k) for k in range(1, 31)), "-fd", rows.name]
+    bench.once(crv)
+    need_same("f mawk", bench.once(["mawk", program, rows.name])[2], (bench.scratch / "rows.dat").read_bytes())
+    result = bench.job("f", "30 columns x 30,000 rows as a table", rows.stat().st_size,
+                       {"crv": crv, "mawk": ["mawk", program, rows.name], "wc -l": ["wc", "-l", rows.name]},
+                       [("mawk", 5, ">=")])
+    cell = result["crv"]["seconds"] / 900_000 * 1e9
+    line = f"\nA cell takes {cell:.0f} ns, reading included; the goal is 80: {'met' if cell <= 80 else 'NOT MET'}."
+    print(line)
+    bench.rows.append(line)
+
+
+def job_g(bench):
+    loop = "i=0; while [ $i -lt 300 ]; do %s > /dev/null; i=$((i+1)); done"
+    bench.job("g", "300 starts", 0, {"crv": ["sh", "-c", loop % (bench.crv + " -h")],
+                                     "true": ["sh", "-c", loop % shutil.which("true")]}, [("true", 1.3, "<=")])
+
+
+def job_m(bench):
+    big = bench.file("big.mad", "mad", 20, 13, 50000)
+    bench.job("m", "time and three values of a Madymo file, 20 requests x 13 values x 50,000 steps, all statistics",
+              big.stat().st_size, {"crv": [bench.crv, "-all", "-r", "0,1:1,7:5,20:13", "-fms", big.name],
+                                   "wc -l": ["wc", "-l", big.name]}, [("wc -l", 2.5, "<=")])
+
+
+def job_v(bench):
+    big = bench.file("big.vdr", "vdr", 2_000_000)
+    plot = gnuplot(f"set terminal postscript landscape color; set output 'gnuplot.ps'; unset key; "
+                   f"plot '{big.name}' every ::10 using 1:2 with lines")
+    bench.job("v", "chart of a frame file of 2,000,000 pairs", big.stat().st_size,
+              {"crv": [bench.crv, "-r", "0", "-fg", big.name, "-p", "v.ps"], "gnuplot": plot}, [("gnuplot", 5, ">=")])
+
+
+def growth(bench):
+    lines = ["\n### Growth: job b on files of 10 MB, 100 MB and 1 GB\n", "| MB | seconds | ns a byte | peak MB |", "|---|---|---|---|"]
+    for steps in (366, 3660, 36600):
+        path = bench.file(f"grow{steps}.req", "req", 300, steps)
+        r = bench.measure([bench.crv, "-r", "0,1150:3", "-fd", path.name])
+        size = path.stat().st_size
+        lines.append(f"| {size / 1e6:.0f} | {r['seconds']:.4f} | {r['seconds'] / size * 1e9:.3f} | {r['kb'] / 1024:.1f} |")
+    print("\n".join(lines))
+    bench.rows += lines
+
+
+def pieces(bench):
+    out = subprocess.run([bench.pieces, "--benchmark_format=csv"], capture_output=True, text=True, check=True).stdout
+    lines = ["\n### Pieces\n", "| piece | ns each |", "|---|---|"]
+    for line in out.splitlines():
+        cells = line.split(",")
+        if len(cells) > 6 and cells[6].replace(".", "").replace("e+", "").isdigit():
+            lines.append(f"| {cells[0].strip(chr(34)).replace('_', ' ')} | {1e9 / float(cells[6]):.1f} |")
+    print("\n".join(lines))
+    bench.rows += lines
+
+
+def machine():
+    model = next((line.split(":")[1].strip() for line in open("/proc/cpuinfo") if line.startswith("model name")), "")
+    return f"{model}, {os.cpu_count()} cores, {platform.system()} {platform.release().split('-')[0]}"
+
+
+def main():
+    bench = Bench(pathlib.Path(sys.argv[1]).resolve())
+    try:
+        peak_b = job_b(bench)
+        job_c(bench)
+        peak_d = job_d(bench)
+        for job in (job_e, job_f, job_g, job_m, job_v, growth, pieces):
+            job(bench)
+        kept = 2 * 5_000_000 * 16 / 1024 / 1024
+        memory = (f"\n### Memory\n\nJob b peaks at {peak_b:.1f} MB; the goal is 6: {'met' if peak_b < 6 else 'NOT MET'}.\n"
+                  f"Job d keeps 10,000,000 values of 16 bytes, {kept:.1f} MB, and peaks {peak_d - kept:.1f} MB above that; "
+                  f"the goal is 6: {'met' if peak_d - kept < 6 else 'NOT MET'}.")
+        print(memory)
+        bench.rows.append(memory)
+    finally:
+        shutil.rmtree(bench.scratch)
+    if "--write" in sys.argv:
+        readme = HERE / "README.md"
+        mark = "<!-- what follows is written by run.py --write -->\n"
+        head = readme.read_text().split(mark)[0]
+        when = time.strftime("%Y-%m-%d", time.gmtime())
+        readme.write_text(head + mark + f"\nMeasured on {when}: {machine()}. Median of {RUNS} runs.\n" + "\n".join(bench.rows) + "\n")
+
+
+if __name__ == "__main__":
+    main()

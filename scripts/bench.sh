@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Builds the program as released and measures it beside the tools that a user would take instead.
+#
+#   scripts/bench.sh [--write]    with --write the tables of bench/README.md are renewed
+set -euo pipefail
+here=$(cd "$(dirname "$0")/.." && pwd)
+# shellcheck source=scripts/packages.sh
+. "$here/scripts/packages.sh"
+need_packages "${build_packages[@]}" "${bench_packages[@]}"
+
+cd "$here"
+cmake --preset release -DCRV_BENCH=ON >/dev/null
+cmake --build --preset release --parallel "$(nproc)" --target crv crv_make_files crv_bench_pieces | tail -n 1
+python3 bench/run.py build/release "$@"
