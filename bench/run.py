@@ -44,24 +44,29 @@ class Bench:
             link.symlink_to(path)
         return link
 
-    def once(self, command):
-        """Seconds, peak KB and standard output of one run."""
-        with tempfile.TemporaryFile() as out:
+    def run(self, command, out):
+        return subprocess.run(command, cwd=self.scratch, stdout=out, stderr=subprocess.DEVNULL, stdin=subprocess.DEVNULL,
+                              env={**os.environ, "CRV_PRINTCHAIN": ":", "LC_ALL": "C"})
+
+    def output(self, command):
+        return self.run(command, subprocess.PIPE).stdout
+
+    def seconds(self, command):
+        """Output goes to a file: some tools do nothing when it would be thrown away."""
+        with open(self.scratch / "output", "wb") as out:
             begin = time.perf_counter()
-            child = subprocess.Popen(command, cwd=self.scratch, stdout=out, stderr=subprocess.DEVNULL,
-                                     stdin=subprocess.DEVNULL, env={**os.environ, "CRV_PRINTCHAIN": ":", "LC_ALL": "C"})
-            _, _, usage = os.wait4(child.pid, 0)
-            seconds = time.perf_counter() - begin
-            child.returncode = 0
-            out.seek(0)
-            return seconds, usage.ru_maxrss, out.read()
+            self.run(command, out)
+            return time.perf_counter() - begin
+
+    def peak_kb(self, command):
+        report = self.scratch / "peak"
+        self.run(["time", "-f", "%M", "-o", str(report), *command], subprocess.DEVNULL)
+        return int(report.read_text().split()[-1])
 
     def measure(self, command):
-        self.once(command)
-        runs = [self.once(command) for _ in range(RUNS)]
-        times = [run[0] for run in runs]
-        return {"seconds": statistics.median(times), "low": min(times), "high": max(times),
-                "kb": max(run[1] for run in runs)}
+        self.seconds(command)
+        times = [self.seconds(command) for _ in range(RUNS)]
+        return {"seconds": statistics.median(times), "low": min(times), "high": max(times), "kb": self.peak_kb(command)}
 
     def job(self, letter, text, size, commands, goals):
         """commands: name to command, crv first. goals: (name, factor, '<=' times it or '>=' times as fast)."""
@@ -146,10 +151,10 @@ def job_b(bench):
                 "gawk": ["gawk", awk, big.name], "perl": perl, "python3": python,
                 "mlr": ["mlr", "--inidx", "--ifs", " ", "--repifs", "--onidx", "filter",
                         "NR>303 && ((NR-304)%301==0 || (NR-304)%301==150)", "then", "cut", "-f", "1,3", big.name]}
-    bench.once(crv)
+    bench.output(crv)
     table = (bench.scratch / "big.dat").read_bytes()
     for name in ("mawk", "gawk", "perl", "python3"):
-        need_same(f"b {name}", bench.once(commands[name])[2], table)
+        need_same(f"b {name}", bench.output(commands[name]), table)
     result = bench.job("b", "time and one item of one request of a request file, 300 requests x 30,000 steps, as a table",
                        big.stat().st_size, commands, [("wc -l", 1.4, "<="), ("mawk", 5, ">=")])
     return result["crv"]["kb"] / 1024
@@ -161,12 +166,12 @@ def job_c(bench):
     program = with_statistics(awk_request(300, wanted), 11).replace("LAST", "300")
     selection = "0," + ",".join(f"{1000 + request}:{item}" for request, item in wanted)
     crv = [bench.crv, "-all", "-r", selection, "-fa", mid.name]
-    bench.once(crv)
+    bench.output(crv)
     table = (bench.scratch / "mid.dat").read_text().splitlines()
     values = [line for line in table[table.index("=========== " * 11) + 1:]]
     minima = [float(x) for x in table[6].split()]
     for tool in ("mawk", "gawk"):
-        answer = bench.once([tool, program, mid.name])[2].decode().splitlines()
+        answer = bench.output([tool, program, mid.name]).decode().splitlines()
         need_same(f"c {tool}", [line for line in answer if not line.startswith("#")], values)
         need_same(f"c {tool} minima", [f"{float(line.split()[1]):.4e}" for line in answer if line.startswith("#")],
                   [f"{x:.4e}" for x in minima])
@@ -187,8 +192,8 @@ def job_d(bench):
     program = ("NR>1{for(i=1;i<=3;i+=2){v=$i+0;a=v<0?-v:v;if(!(i in lo)){lo[i]=hi[i]=v;al[i]=ah[i]=a}if(v<lo[i])lo[i]=v;"
                "if(v>hi[i])hi[i]=v;if(a<al[i])al[i]=a;if(a>ah[i])ah[i]=a;s[i]+=v}}"
                "END{for(i=1;i<=3;i+=2)printf \"%f %f\\n\",lo[i],hi[i]}")
-    dump = bench.once([bench.crv, "-v", "83", "-tm", "0:1e9", "-r", "1,3", "-fp", big.name, "-w", "x", "-v", "49"])[2]
-    extremes = bench.once(["mawk", program, big.name])[2].decode().split()
+    dump = bench.output([bench.crv, "-v", "83", "-tm", "0:1e9", "-r", "1,3", "-fp", big.name, "-w", "x", "-v", "49"])
+    extremes = bench.output(["mawk", program, big.name]).decode().split()
     if f"{float(extremes[0]):f}" not in dump.decode() and b"has 5000000 steps" not in dump:
         sys.exit("d: the answers differ")
     commands = {"crv": crv, "wc -l": ["wc", "-l", big.name], "gnuplot": plot, "mawk": ["mawk", program, big.name],
@@ -206,7 +211,7 @@ def job_e(bench):
     small = bench.file("small.req", "req", 3, 2000)
     crv = [bench.crv, "-r", "0,1001:1,1002:1,1003:1", "-f", small.name, "-p", "e.ps"]
     rows = bench.scratch / "small.txt"
-    bench.once([bench.crv, "-r", "0,1001:1,1002:1,1003:1", "-fd", small.name])
+    bench.output([bench.crv, "-r", "0,1001:1,1002:1,1003:1", "-fd", small.name])
     shutil.copyfile(bench.scratch / "small.dat", rows)
     plot = gnuplot(f"set terminal postscript landscape color; set output 'gnuplot.ps'; "
                    f"plot for [k=2:4] '{rows.name}' using 1:k with lines")
@@ -219,8 +224,8 @@ def job_f(bench):
     wanted = [(k, 1) for k in range(1, 31)]
     program = awk_request(30, wanted).replace('printf "%11.4e ', 'printf "').replace("\\n\", t,", '\\n", ')
     crv = [bench.crv, "-r", ",".join(str(1000 + k) for k in range(1, 31)), "-fd", rows.name]
-    bench.once(crv)
-    need_same("f mawk", bench.once(["mawk", program, rows.name])[2], (bench.scratch / "rows.dat").read_bytes())
+    bench.output(crv)
+    need_same("f mawk", bench.output(["mawk", program, rows.name]), (bench.scratch / "rows.dat").read_bytes())
     result = bench.job("f", "30 columns x 30,000 rows as a table", rows.stat().st_size,
                        {"crv": crv, "mawk": ["mawk", program, rows.name], "wc -l": ["wc", "-l", rows.name]},
                        [("mawk", 5, ">=")])

@@ -38,4 +38,4 @@ test_packages=(libgtest-dev libgmock-dev python3 binutils)
 # shellcheck disable=SC2034
 layout_packages=(clang-format clang-tidy shellcheck)
 # shellcheck disable=SC2034
-bench_packages=(libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox)
+bench_packages=(libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox time)

@@ -3,8 +3,11 @@
 
 #include "util/powers_of_ten.h"
 
+#include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 
 static constexpr size_t field_width = 11;
@@ -21,9 +24,14 @@ struct scaled_value {
     int exponent;
 };
 
+// Of a value below the normal range it is far below that of any other.
+static int binary_exponent(double magnitude) {
+    return static_cast<int>(std::bit_cast<uint64_t>(magnitude) >> 52) - 1023;
+}
+
 static scaled_value scale(double magnitude) {
     // The decimal exponent, from the binary one; it can be one too low.
-    int exponent = static_cast<int>(std::floor(std::ilogb(magnitude) * 0.30102999566398120));
+    int exponent = static_cast<int>(std::floor(binary_exponent(magnitude) * 0.30102999566398120));
     if (exponent <= decimals - utl_exact_powers || exponent + 1 >= decimals + utl_exact_powers) return {0, 0};
     const auto scaled_by = [magnitude](int power) {
         return power >= 0 ? magnitude * utl_power_of_ten(power) : magnitude / utl_power_of_ten(-power);
@@ -72,9 +80,19 @@ char *utl_PutExp11(char *to, double value) {
     return to + field_width;
 }
 
-// Places on a page have three digits.
+// The numbers below 1,000, three digits each. Places on a page are such numbers, and a chart can have millions of them.
+static constexpr auto three_digits = [] {
+    std::array<char, 3 * 1000> text = {};
+    for (size_t k = 0; k < 1000; ++k) {
+        text[3 * k] = static_cast<char>('0' + k / 100);
+        text[3 * k + 1] = static_cast<char>('0' + k / 10 % 10);
+        text[3 * k + 2] = static_cast<char>('0' + k % 10);
+    }
+    return text;
+}();
+
 char *utl_PutUnsigned(char *to, unsigned value) {
     if (value < 100 || value > 999) return std::to_chars(to, to + utl_number_room, value).ptr;
-    *to++ = static_cast<char>('0' + value / 100);
-    return put_two_digits(to, static_cast<int>(value % 100));
+    memcpy(to, &three_digits[size_t{3} * value], 3);
+    return to + 3;
 }
