@@ -3,6 +3,7 @@
 #include "records/chart.h"
 #include "records/column.h"
 #include "util/line_reader.h"
+#include "util/number_reader.h"
 #include "util/number_text.h"
 #include "util/text.h"
 

@@ -8,6 +8,7 @@
 #include "stats/column_stats.h"
 #include "util/console.h"
 #include "util/line_reader.h"
+#include "util/number_reader.h"
 #include "util/text.h"
 
 #include <cerrno>

@@ -1,6 +1,7 @@
 // readers/fields.cpp - see fields.h.
 #include "readers/fields.h"
 
+#include "util/number_reader.h"
 #include "util/text.h"
 
 int crv_ReadNumbers(std::string_view line, std::span<double> numbers) {

@@ -10,6 +10,7 @@
 #include "stats/rounding.h"
 #include "util/console.h"
 #include "util/line_reader.h"
+#include "util/number_reader.h"
 #include "util/text.h"
 
 #include <cerrno>

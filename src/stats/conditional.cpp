@@ -2,6 +2,7 @@
 #include "stats/conditional.h"
 
 #include "records/column.h"
+#include "util/number_reader.h"
 #include "util/text.h"
 
 #include <cstdint>

@@ -2,6 +2,7 @@
 #include "stats/rounding.h"
 
 #include "records/settings.h"
+#include "util/number_reader.h"
 #include "util/text.h"
 
 #include <cmath>

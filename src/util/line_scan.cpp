@@ -1,6 +1,8 @@
 // util/line_scan.cpp - see line_scan.h.
 #include "util/line_scan.h"
 
+#include "util/vectors.h"
+
 #include <cstring>
 
 utl_scanned utl_ScanLinePlainly(const char *begin, size_t most) {
@@ -29,37 +31,31 @@ utl_skipped utl_SkipLinesPlainly(const char *begin, size_t length, size_t limit,
 
 #ifdef __SSE2__
 
-#include <emmintrin.h>
-
-static __m128i load(const char *at) { return _mm_loadu_si128(reinterpret_cast<const __m128i *>(at)); }
-
-static __m128i equal_to(__m128i text, char c) { return _mm_cmpeq_epi8(text, _mm_set1_epi8(c)); }
-
-static unsigned bits_of(__m128i flags) { return static_cast<unsigned>(_mm_movemask_epi8(flags)); }
-
-static unsigned first_bit(unsigned bits) { return static_cast<unsigned>(__builtin_ctz(bits)); }
-
-static __m128i marks_of(__m128i text) { return _mm_or_si128(equal_to(text, '<'), equal_to(text, '\0')); }
+static __m128i marks_of(__m128i text) {
+    return _mm_or_si128(utl_EqualTo(text, '<'), utl_EqualTo(text, '\0'));
+}
 
 // Whether one of the first `length` characters is a mark.
-static bool has_mark(__m128i marks, unsigned length) { return (bits_of(marks) & ((1U << length) - 1)) != 0; }
+static bool has_mark(__m128i marks, unsigned length) {
+    return (utl_BitsOf(marks) & ((1U << length) - 1)) != 0;
+}
 
 utl_scanned utl_ScanLine(const char *begin, size_t most) {
     __m128i marks = _mm_setzero_si128(); // of the vectors before
     size_t k = 0;
     for (const size_t whole = most & ~size_t{15}; k < whole; k += 16) {
-        const __m128i text = load(begin + k);
-        const unsigned ends = bits_of(equal_to(text, '\n'));
+        const __m128i text = utl_LoadVector(begin + k);
+        const unsigned ends = utl_BitsOf(utl_EqualTo(text, '\n'));
         if (ends != 0) {
-            const unsigned length = first_bit(ends);
+            const unsigned length = utl_FirstBit(ends);
             return {k + length, true, has_mark(marks, 16) || has_mark(marks_of(text), length)};
         }
         marks = _mm_or_si128(marks, marks_of(text));
     }
     const auto rest = static_cast<unsigned>(most - k);
-    const __m128i text = load(begin + k);
-    const unsigned ends = bits_of(equal_to(text, '\n')) & ((1U << rest) - 1);
-    const unsigned length = ends != 0 ? first_bit(ends) : rest;
+    const __m128i text = utl_LoadVector(begin + k);
+    const unsigned ends = utl_BitsOf(utl_EqualTo(text, '\n')) & ((1U << rest) - 1);
+    const unsigned length = ends != 0 ? utl_FirstBit(ends) : rest;
     return {k + length, ends != 0, has_mark(marks, 16) || has_mark(marks_of(text), length)};
 }
 
@@ -67,13 +63,15 @@ utl_skipped utl_SkipLines(const char *begin, size_t length, size_t limit, size_t
     size_t line = 0; // where the line begins
     size_t lines = 0;
     for (size_t k = 0; k < length; k += 16) {
-        const __m128i text = load(begin + k);
-        unsigned ends = bits_of(equal_to(text, '\n'));
-        const unsigned marks = bits_of(equal_to(text, '<'));
-        if ((ends | marks) == 0) continue;
-        if (marks != 0) ends &= (1U << first_bit(marks)) - 1; // line ends before the mark still count
+        const __m128i text = utl_LoadVector(begin + k);
+        const __m128i line_ends = utl_EqualTo(text, '\n');
+        const __m128i marked = utl_EqualTo(text, '<');
+        if (utl_BitsOf(_mm_or_si128(line_ends, marked)) == 0) continue;
+        unsigned ends = utl_BitsOf(line_ends);
+        const unsigned marks = utl_BitsOf(marked);
+        if (marks != 0) ends &= (1U << utl_FirstBit(marks)) - 1; // line ends before the mark still count
         for (; ends != 0; ends &= ends - 1) {
-            const size_t end = k + first_bit(ends);
+            const size_t end = k + utl_FirstBit(ends);
             if (end >= length || end - line >= limit) return {lines, line};
             line = end + 1;
             if (++lines == most_lines) return {lines, line};

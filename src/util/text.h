@@ -1,4 +1,4 @@
-// util/text.h - text into fields of records, and numbers out of text by the rules of the C library.
+// util/text.h - text into fields of records, fields and whole numbers out of text.
 #pragma once
 
 #include <cstddef>
@@ -19,17 +19,9 @@ std::string_view utl_TrimEnd(std::string_view text);
 // empty field, when no field is left.
 bool utl_NextField(std::string_view *rest, std::string_view *field);
 
-// Takes the next field off the front of `rest` as a number, as utl_ToDouble reads it. Returns false, with 0.0, when no field
-// is left.
-bool utl_NextNumber(std::string_view *rest, double *number);
-
 // Takes `count` fields off the front of `rest`. Returns false when there are fewer.
 bool utl_SkipFields(std::string_view *rest, unsigned count);
 
 // The number at the start of `text` as atoi reads it: leading white space, a sign, digits; no digits is 0. Beyond the
 // 64-bit range the value sticks to its bound; the result is its lower 32 bits.
 int utl_ToInt(std::string_view text);
-
-// The number at the start of `text` as atof reads it, hexadecimal, infinite and not-a-number forms included; no number
-// is 0.0. A number that needs them counts up to its 2,047th character.
-double utl_ToDouble(std::string_view text);

@@ -42,9 +42,27 @@ def faults_in_links(root):
                 yield f"{doc.relative_to(root)}: broken link {link}"
 
 
+def faults_in_options(root):
+    shown = (root / "docs/options.md").read_text()
+    letters = re.findall(r"case '(.)'", (root / "src/app/options.cpp").read_text().split("static void take_option(")[1])
+    for letter in letters:
+        if f"`-{letter}" not in shown:
+            yield f"options.md does not have -{letter}"
+    if len(letters) < 20:
+        yield "the options of the scan were not found"
+
+
+def faults_in_paths(root):
+    """Files named in backticks are there."""
+    for doc in [*root.glob("*.md"), *(root / "docs").glob("*.md")]:
+        for path in re.findall(r"`((?:src|tests|docs|scripts|bench|examples)/[\w./-]+\.\w+)`", doc.read_text()):
+            if "NAME" not in path and not (root / path).exists():
+                yield f"{doc.relative_to(root)}: no file {path}"
+
+
 def main():
     root = pathlib.Path(sys.argv[1])
-    faults = [*faults_in_oddities(root), *faults_in_links(root)]
+    faults = [*faults_in_oddities(root), *faults_in_links(root), *faults_in_options(root), *faults_in_paths(root)]
     print(*faults, sep="\n")
     sys.exit(1 if faults else 0)
 

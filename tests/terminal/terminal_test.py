@@ -11,7 +11,17 @@ import tempfile
 import time
 
 faults = []
-PATIENCE = 20.0
+PATIENCE = 10.0
+
+
+def gone(folder):
+    """Whether the temporary listings are removed without waiting for the answer."""
+    end = time.monotonic() + PATIENCE
+    while any(pathlib.Path(folder, name).exists() for name in ("crv_temp.tmp", "utl_temp.tmp")):
+        if time.monotonic() > end:
+            return False
+        time.sleep(0.02)
+    return True
 
 
 def converse(crv, folder, arguments, turns):
@@ -41,6 +51,8 @@ def converse(crv, folder, arguments, turns):
         read_until(lambda: screen.endswith(prompt))
         if not screen.endswith(prompt):
             faults.append(f"{arguments}: no prompt {prompt!r} before the answer; the screen shows {screen!r}")
+        if not gone(folder):
+            faults.append(f"{arguments}: the temporary listing is there while the answer is awaited")
         os.write(terminal, typed.encode())
     read_until(lambda: False)
     _, status = os.waitpid(child, 0)

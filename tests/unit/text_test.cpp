@@ -1,4 +1,5 @@
 // unit/text_test.cpp
+#include "util/number_reader.h"
 #include "util/text.h"
 
 #include "support.h"
