@@ -181,7 +181,7 @@ static void need_line_end(const madymo_file *mad, utl_line line) {
 
 // The line of the next entry in a step, or the first of the next step.
 static int64_t wanted_block(const madymo_file *mad, size_t next) {
-    return next < mad->entries.size() ? mad->entries[mad->order[next]].block : int64_t{mad->num_requests} + 1;
+    return crv_WantedBlock(mad->entries, mad->order, next, mad->num_requests);
 }
 
 static void read_steps(madymo_file *mad) {

@@ -196,7 +196,7 @@ static outcome refuse_several(const request_file *req) {
 
 // The line of the next entry in a step, or the first of the next step.
 static int64_t wanted_block(const request_file *req, size_t next) {
-    return next < req->entries.size() ? req->entries[req->order[next]].block : int64_t{req->num_requests} + 1;
+    return crv_WantedBlock(req->entries, req->order, next, req->num_requests);
 }
 
 static outcome read_steps(request_file *req) {

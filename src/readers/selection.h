@@ -45,3 +45,10 @@ void crv_LabelEntry(crv_reqsel *entry, std::span<const char *const> types,
 // Puts the indices of `entries` into `order`, sorted by block; entries of one block stay in selection order. So a reader
 // meets them in the order in which a step holds their lines.
 void crv_SortByBlock(std::span<const crv_reqsel> entries, uint8_t *order);
+
+// The block of the entry that stands at `next` in this order, or `last + 1` when there is none: all lines before it are
+// nobody's.
+inline int64_t crv_WantedBlock(std::span<const crv_reqsel> entries, const uint8_t *order, size_t next,
+                               int last) {
+    return next < entries.size() ? entries[order[next]].block : int64_t{last} + 1;
+}

@@ -2,9 +2,6 @@
 #include "util/console.h"
 
 #include <cstdio>
-#include <cstdlib>
-
-void utl_Quit(int status) { exit(status); }
 
 void utl_QuitWithError(const char *report, int status) {
     perror(report);
@@ -40,9 +37,4 @@ void utl_ReadAnswer(char *answer, size_t size) {
     char rest[128];
     bool ended = utl_ReadPiece(answer, size);
     while (!ended) ended = utl_ReadPiece(rest, sizeof rest);
-}
-
-bool utl_RunCommand(const char *command) {
-    fflush(nullptr);
-    return system(command) != -1;
 }
