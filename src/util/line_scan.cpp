@@ -62,7 +62,7 @@ utl_scanned utl_ScanLine(const char *begin, size_t most) {
 utl_skipped utl_SkipLines(const char *begin, size_t length, size_t limit, size_t most_lines) {
     size_t line = 0; // where the line begins
     size_t lines = 0;
-    for (size_t k = 0; k < length; k += 16) {
+    for (size_t k = 0; k < length && k < line + limit; k += 16) {
         const __m128i text = utl_LoadVector(begin + k);
         const __m128i line_ends = utl_EqualTo(text, '\n');
         const __m128i marked = utl_EqualTo(text, '<');

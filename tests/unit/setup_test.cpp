@@ -45,7 +45,7 @@ TEST_F(setup, EachAllocationOfARunThatFailsIsReported) {
         EXPECT_EXIT(
             {
                 use_up_values();
-                const failing_memory memory(good);
+                const failing_memory memory(good, 1);
                 run({"-r", "0,7", "-f", file.path(), "-w", "x"});
                 exit(77);
             },
@@ -56,7 +56,7 @@ TEST_F(setup, EachAllocationOfARunThatFailsIsReported) {
     EXPECT_EXIT(
         {
             use_up_values();
-            const failing_memory memory(good);
+            const failing_memory memory(good, 1);
             run({"-r", "0,7", "-f", file.path(), "-w", "x"});
             exit(77);
         },

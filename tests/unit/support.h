@@ -68,13 +68,14 @@ template <typename action> std::string written_by(action act) {
     return result;
 }
 
-// While it lives, the allocation that comes after `good` good ones fails, and all later ones.
+// While it lives, the allocation that comes after `good` good ones fails, and all later ones up to `bad` of them.
 class failing_memory {
   public:
-    explicit failing_memory(int good) {
+    explicit failing_memory(int good, int bad = 1'000'000'000) {
         left_ = good;
+        bad_ = bad;
         crv_Calloc = [](size_t count, size_t size) -> void * {
-            if (left_-- > 0) return calloc(count, size);
+            if (left_-- > 0 || bad_-- <= 0) return calloc(count, size);
             errno = ENOMEM;
             return nullptr;
         };
@@ -85,6 +86,7 @@ class failing_memory {
 
   private:
     static inline int left_;
+    static inline int bad_;
 };
 
 // Uses up the block that values are given from: the next value needs an allocation.
