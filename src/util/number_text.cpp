@@ -30,8 +30,8 @@ static int binary_exponent(double magnitude) {
 }
 
 static scaled_value scale(double magnitude) {
-    // The decimal exponent, from the binary one; it can be one too low.
-    int exponent = static_cast<int>(std::floor(binary_exponent(magnitude) * 0.30102999566398120));
+    // The decimal exponent, from the binary one times log 2, which is 1233/4096 near enough; it can be one too low.
+    int exponent = (binary_exponent(magnitude) * 1233) >> 12;
     if (exponent <= decimals - utl_exact_powers || exponent + 1 >= decimals + utl_exact_powers) return {0, 0};
     const auto scaled_by = [magnitude](int power) {
         return power >= 0 ? magnitude * utl_power_of_ten(power) : magnitude / utl_power_of_ten(-power);
@@ -39,10 +39,10 @@ static scaled_value scale(double magnitude) {
     double scaled = scaled_by(decimals - exponent);
     if (scaled >= 100000.0 - too_close) scaled = scaled_by(decimals - ++exponent);
 
-    const double whole = std::floor(scaled);
-    const double rest = scaled - whole;
+    int digits = static_cast<int>(scaled);
+    const double rest = scaled - digits;
     if (std::fabs(rest - 0.5) < too_close || scaled < 10000.0) return {0, 0};
-    int digits = static_cast<int>(whole) + (rest > 0.5 ? 1 : 0);
+    digits += rest > 0.5 ? 1 : 0;
     if (digits == 100000) {
         digits = 10000;
         ++exponent;
