@@ -2,7 +2,8 @@
 """Runs the commands that the documents show and compares what they print.
 
 A block marked "console" holds commands after "$ " and what each prints, standard output and standard error together.
-All blocks of a document run one after the other in a folder with the examples; "lpr" does nothing.
+All blocks of a document run one after the other in a folder with the examples; "lpr" does nothing. Commands of crv that
+stand indented, without what they print, must do their work: no message of theirs may tell of an error.
 
     check_commands.py CRV ROOT            compares
     check_commands.py CRV ROOT --write    writes what comes out into the documents: read the diff before you keep it
@@ -30,6 +31,13 @@ def replay(block, folder, tools):
     return "".join(f"$ {command}\n{run(command, folder, tools)}" for command in commands)
 
 
+def faults_of_indented(doc, folder, tools):
+    for command in re.findall(r"^    (crv .*?) *(?:#.*)?$", doc.read_text(), re.M):
+        printed = run(command, folder, tools)
+        if not printed or re.search(r"_\d+-[ef]-", printed):
+            yield f"{doc.name}: {command!r} does not do its work: {printed!r}"
+
+
 def check(doc, crv, root, write):
     text = doc.read_text()
     with tempfile.TemporaryDirectory() as scratch:
@@ -39,9 +47,10 @@ def check(doc, crv, root, write):
         (tools / "crv").symlink_to(crv)
         (tools / "lpr").write_text("#!/bin/sh\n")
         (tools / "lpr").chmod(0o755)
+        wrong = list(faults_of_indented(doc, folder, tools))
         came = BLOCK.sub(lambda m: f"```console\n{replay(m.group(1), folder, tools)}```", text)
     if came == text:
-        return len(BLOCK.findall(text)), []
+        return len(BLOCK.findall(text)), wrong
     if write:
         doc.write_text(came)
         return 0, []

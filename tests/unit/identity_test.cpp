@@ -53,7 +53,7 @@ TEST_F(identity, KindsOneToFourJoinDateAndTime) {
 }
 
 TEST_F(identity, KindFiveHasSecondsWithoutAZeroAndTheOffset) {
-    zone("XXX-1");
+    zone("ABC-1");
     EXPECT_EQ(date_text(5), "2007-12-10 10:05:7 +0100");
 }
 
@@ -89,23 +89,23 @@ TEST_F(identity, Level23TracesThePiecesAndTheResult) {
 TEST_F(identity, OffsetsAreHoursAndMinutes) {
     zone("UTC0");
     EXPECT_EQ(offset(), "+0000");
-    zone("XXX-1");
+    zone("ABC-1");
     EXPECT_EQ(offset(), "+0100");
-    zone("XXX-5:45");
+    zone("ABC-5:45");
     EXPECT_EQ(offset(), "+0545");
-    zone("XXX5:30");
+    zone("ABC5:30");
     EXPECT_EQ(offset(), "-0530");
-    zone("XXX12");
+    zone("ABC12");
     EXPECT_EQ(offset(), "-1200");
 }
 
 TEST_F(identity, AnOffsetBetweenMinusOneHourAndZeroHasNoMinus) {
-    zone("XXX0:30");
+    zone("ABC0:30");
     EXPECT_EQ(offset(), "+0030");
 }
 
 TEST_F(identity, TheOffsetTracesBothTimes) {
-    zone("XXX-2");
+    zone("ABC-2");
     char buffer[16];
     const std::string shown = stdout_of([&] { utl_GmtOffset(buffer, sizeof buffer, 1); });
     EXPECT_THAT(shown,
@@ -115,7 +115,7 @@ TEST_F(identity, TheOffsetTracesBothTimes) {
 }
 
 TEST_F(identity, TheTracedTimesAreThoseOfTheClock) {
-    zone("XXX-2");
+    zone("ABC-2");
     char buffer[16], gmt[64], local[64];
     std::string shown;
     time_t before = 0;
