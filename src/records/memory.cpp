@@ -10,9 +10,10 @@
 static constexpr uintptr_t large_page = 2 * 1024 * 1024;
 
 void crv_AdviseLargePages(void *block, size_t size) {
-    const auto begin = (reinterpret_cast<uintptr_t>(block) + large_page - 1) & ~(large_page - 1);
-    const auto end = (reinterpret_cast<uintptr_t>(block) + size) & ~(large_page - 1);
-    if (begin < end) madvise(reinterpret_cast<void *>(begin), end - begin, MADV_HUGEPAGE);
+    const auto address = reinterpret_cast<uintptr_t>(block);
+    const size_t before = (large_page - address % large_page) % large_page; // the first large page
+    if (size < before + large_page) return;
+    madvise(static_cast<char *>(block) + before, (size - before) / large_page * large_page, MADV_HUGEPAGE);
 }
 
 #else
