@@ -69,7 +69,7 @@ struct polyline {
     int on_line;
     int in_stroke;
     size_t length; // of the text
-    char text[65536];
+    char text[16384];
 };
 
 static void flush_path(polyline *path) {
@@ -138,8 +138,8 @@ static void write_legend_label(FILE *stream, const plot_area &area, int row, int
 
 static void write_legend_sample(FILE *stream, const plot_area &area, int row) {
     fprintf(stream, "%d %d moveto ", area.x0 + 410, row);
-    fprintf(stream, "%d %d lineto stroke \n ", area.x0 + 490,
-            row); // Deliberate: the blank begins the next line.
+    // Deliberate: the blank begins the next line.
+    fprintf(stream, "%d %d lineto stroke \n ", area.x0 + 490, row);
 }
 
 static void write_style(FILE *stream, int curve) {

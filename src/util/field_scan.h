@@ -1,7 +1,6 @@
 // util/field_scan.h - finds where fields begin and end: runs of blanks and commas separate them.
 //
-// Blanks and fields are of all lengths, which makes a loop guess wrong at their ends: 16 characters at once save a third of
-// the time that a row of a column file takes.
+// Blanks and fields are of all lengths, which makes a loop guess wrong at their ends: 16 characters are looked at together.
 #pragma once
 
 #include "util/vectors.h"

@@ -107,16 +107,6 @@ int64_t utl_PassLines(utl_lines *in, size_t limit, int64_t most) {
     return passed;
 }
 
-bool utl_RewindLines(utl_lines *in) {
-    if (lseek(in->file, 0, SEEK_SET) < 0) return false;
-    in->error = 0;
-    in->at_file_end = false;
-    in->line_number = 0;
-    in->lines_ended = 0;
-    in->next = in->block_end = in->block;
-    return true;
-}
-
 void utl_CloseLines(utl_lines *in) {
     close(in->file);
     free(in->block);

@@ -42,7 +42,4 @@ utl_line utl_NextLine(utl_lines *in, size_t limit);
 // without a '<'. It can stop early, and reading goes on with the line that it stopped at.
 int64_t utl_PassLines(utl_lines *in, size_t limit, int64_t most);
 
-// Back to the first line. Returns false with errno set when the file cannot be read twice.
-bool utl_RewindLines(utl_lines *in);
-
 void utl_CloseLines(utl_lines *in);

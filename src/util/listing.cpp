@@ -42,8 +42,8 @@ utl_lines *utl_OpenCrvListing(const char *pattern) {
 }
 
 void utl_RemoveCrvListing() {
-    chmod(crv_listing,
-          S_IRUSR | S_IWUSR); // the command asks on a terminal before it removes what may not be written
+    // On a terminal the command asks before it removes what may not be written.
+    chmod(crv_listing, S_IRUSR | S_IWUSR);
     utl_RunCommand(remove_command);
 }
 

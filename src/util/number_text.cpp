@@ -50,8 +50,8 @@ static scaled_value scale(double magnitude) {
     return {digits, exponent};
 }
 
-// The numbers below 1,000, three digits each. A look here costs a fifth of what the divisions do, and tables and charts have
-// millions of digits.
+// The numbers below 1,000, three digits each: a look here instead of divisions, for the millions of digits that tables and
+// charts have.
 static constexpr auto three_digits = [] {
     std::array<char, 3 * 1000> text = {};
     for (size_t k = 0; k < 1000; ++k) {

@@ -140,18 +140,6 @@ TEST(LineReader, CountsLinesNotPieces) {
     utl_CloseLines(in);
 }
 
-TEST(LineReader, ARewoundFileBeginsAgain) {
-    const text_file file("one\ntwo\n");
-    utl_lines *in = utl_OpenLines(file.path());
-    utl_NextLine(in, 126);
-    utl_NextLine(in, 126);
-    utl_NextLine(in, 126);
-    ASSERT_TRUE(utl_RewindLines(in));
-    EXPECT_EQ(utl_NextLine(in, 126).text, "one");
-    EXPECT_EQ(in->line_number, 1U);
-    utl_CloseLines(in);
-}
-
 TEST(LineReader, AMissingFileDoesNotOpen) {
     EXPECT_EQ(utl_OpenLines("/nowhere/at/all.req"), nullptr);
     EXPECT_EQ(errno, ENOENT);
