@@ -140,6 +140,39 @@ TEST(LineReader, CountsLinesNotPieces) {
     utl_CloseLines(in);
 }
 
+TEST(LineReader, PassedLinesAreAsIfRead) {
+    std::mt19937_64 random(83);
+    for (int round = 0; round < 20; ++round) {
+        std::string bytes;
+        while (bytes.size() < 600'000) { // more than two blocks
+            bytes += std::string(random() % 140, 'x');
+            if (random() % 200 == 0) bytes += '<';
+            bytes += random() % 5 == 0 ? "\r\n" : "\n";
+        }
+        const text_file file(bytes);
+        utl_lines *passing = utl_OpenLines(file.path());
+        utl_lines *reading = utl_OpenLines(file.path());
+        for (utl_end end = utl_end::newline; end != utl_end::nothing;) {
+            const auto most = static_cast<int64_t>(random() % 50);
+            const int64_t passed = utl_PassLines(passing, 126, most);
+            ASSERT_LE(passed, most);
+            for (int64_t k = 0; k < passed; ++k) {
+                const utl_line line = utl_NextLine(reading, 126);
+                ASSERT_EQ(line.end, utl_end::newline);
+                ASSERT_FALSE(line.marked) << "a marked line is not passed over";
+            }
+            const utl_line next = utl_NextLine(passing, 126);
+            const utl_line wanted = utl_NextLine(reading, 126);
+            ASSERT_EQ(next.text, wanted.text);
+            ASSERT_EQ(next.end, wanted.end);
+            ASSERT_EQ(passing->line_number, reading->line_number);
+            end = next.end;
+        }
+        utl_CloseLines(passing);
+        utl_CloseLines(reading);
+    }
+}
+
 TEST(LineReader, AMissingFileDoesNotOpen) {
     EXPECT_EQ(utl_OpenLines("/nowhere/at/all.req"), nullptr);
     EXPECT_EQ(errno, ENOENT);
