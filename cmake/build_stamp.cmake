@@ -25,5 +25,6 @@ else()
   unset(ENV{SOURCE_DATE_EPOCH})
 endif()
 
-set_source_files_properties(${CMAKE_SOURCE_DIR}/src/util/identity.cpp PROPERTIES COMPILE_DEFINITIONS
-  "CRV_BUILD_DATE=\"${crv_build_date}\";CRV_BUILD_TIME=\"${crv_build_time}\"")
+set(crv_stamped_source ${CMAKE_SOURCE_DIR}/src/util/identity.cpp)
+set(crv_stamp "CRV_BUILD_DATE=\"${crv_build_date}\";CRV_BUILD_TIME=\"${crv_build_time}\"")
+set_source_files_properties(${crv_stamped_source} PROPERTIES COMPILE_DEFINITIONS "${crv_stamp}")

@@ -10,6 +10,11 @@ if(CRV_WERROR)
   target_compile_options(crv_compiler INTERFACE -Werror)
 endif()
 
+if(CRV_COVERAGE)
+  target_compile_options(crv_compiler INTERFACE --coverage -fprofile-abs-path -fprofile-update=atomic)
+  target_link_options(crv_compiler INTERFACE --coverage)
+endif()
+
 if(CRV_SANITIZE)
   target_compile_options(crv_compiler INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

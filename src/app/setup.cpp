@@ -30,8 +30,14 @@ static void use_given_range(const double (&given)[2], double (&range)[2]) {
     if (given[1] > given[0]) std::copy(std::begin(given), std::end(given), range);
 }
 
-// A slip of the command line must not cost a result file: the chart is not written over what was read.
+// A slip of the command line must not cost a file: the chart is not written over what was read, or is to be read.
 static void spare_files_read(const crv_run *run) {
+    const char *user_file = run->chart->story_ts[0];
+    if (user_file[0] != '\0' && utl_IsSameFile(run->ps_path, user_file)) {
+        fprintf(stderr, "%%crv_05-f-ps , The chart would be written over \"%s\", which it is to contain\n",
+                run->ps_path);
+        utl_Quit(status_spared);
+    }
     for (const std::string &path : run->paths_read) {
         if (!utl_IsSameFile(run->ps_path, path.c_str())) continue;
         fprintf(stderr, "%%crv_05-f-ps , The chart would be written over \"%s\", which was read\n",

@@ -1,0 +1,66 @@
+#!/usr/bin/env bash
+# Fuzzes every target for so many seconds, as many targets at once as there are processors.
+#
+#   scripts/fuzz.sh [SECONDS [TARGET...]]   60 seconds and all targets, if not told otherwise
+#   scripts/fuzz.sh --merge                 replaces the kept inputs by the smallest set that covers the same
+#
+# The fuzzers start from the inputs that are kept in tests/fuzz/corpus and put what they find new into build/fuzz/corpus.
+# An input that breaks a property is left in build/fuzz/findings, and the status is 1: the end of its .log says which.
+set -euo pipefail
+here=$(cd "$(dirname "$0")/.." && pwd)
+# shellcheck source=scripts/packages.sh
+. "$here/scripts/packages.sh"
+need_packages "${build_packages[@]}" "${fuzz_packages[@]}"
+
+cd "$here"
+programs=$here/build/fuzz/tests/fuzz
+kept=$here/tests/fuzz/corpus
+found=$here/build/fuzz/corpus
+findings=$here/build/fuzz/findings
+
+build_targets() {
+    cmake --preset fuzz >/dev/null
+    cmake --build --preset fuzz --parallel "$(nproc)" >/dev/null
+}
+
+list_targets() {
+    local source
+    for source in tests/fuzz/*_target.cpp; do basename "$source" _target.cpp; done
+}
+
+# Prints a line with what came of it; a finding leaves its input and the fuzzer's words in the findings.
+fuzz_target() {
+    local target=$1 seconds=$2 log=$findings/$1.log words=() status=0
+    [ -f "tests/fuzz/$target.dict" ] && words=(-dict="tests/fuzz/$target.dict")
+    mkdir -p "$found/$target"
+    "$programs/fuzz_$target" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 -print_final_stats=1 \
+        -artifact_prefix="$findings/$target-" "${words[@]}" "$found/$target" "$kept/$target" >"$log" 2>&1 || status=$?
+    printf '%-14s %12s executions, %4s kept inputs%s\n' "$target" \
+        "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")" "$(find "$kept/$target" -type f | wc -l)" \
+        "$([ "$status" -eq 0 ] || echo ", FINDING: $(grep -m1 -E 'does not hold|ERROR' "$log" || tail -1 "$log")")"
+    return "$status"
+}
+
+merge_target() {
+    local target=$1 merged
+    merged=$(mktemp -d)
+    mkdir -p "$found/$target" "$kept/$target"
+    "$programs/fuzz_$target" -merge=1 -max_len=4096 "$merged" "$kept/$target" "$found/$target" >/dev/null 2>&1
+    rm -rf "${kept:?}/$target"
+    mv "$merged" "$kept/$target"
+    chmod -R a+rX "$kept/$target"
+    echo "$target: $(find "$kept/$target" -type f | wc -l) inputs, $(du -sk "$kept/$target" | cut -f1) KiB"
+}
+
+build_targets
+mkdir -p "$findings"
+if [ "${1:-}" = --merge ]; then
+    list_targets | while read -r target; do merge_target "$target"; done
+    exit
+fi
+seconds=${1:-60}
+[ $# -gt 0 ] && shift
+export programs kept found findings
+export -f fuzz_target
+if [ $# -gt 0 ]; then printf '%s\n' "$@"; else list_targets; fi |
+    xargs -P "$(nproc)" -I '{}' bash -c 'fuzz_target "$1" "$2"' - '{}' "$seconds"

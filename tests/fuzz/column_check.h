@@ -1,0 +1,54 @@
+// fuzz/column_check.h - what must hold of every column, whatever file it came from.
+#pragma once
+
+#include "harness.h"
+
+#include "records/column.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// A copy of a column: all of its fields but the pointers, and its values.
+struct column_copy {
+    crv_column fields;
+    std::vector<double> values;
+};
+
+// What a reader made of a file: its result and the columns of the table.
+struct reading {
+    int count = -100; // none, as it ended the program
+    std::vector<column_copy> columns;
+};
+
+// A header line of a reader's fuzz input: selection, time window, X filter, first slot, debug level and size of a piece,
+// with '|' between them; two numbers of a range have a ':' between them.
+struct reader_input {
+    std::string selection;
+    double time_window[2];
+    double x_filter[2];
+    int first_slot;
+    int debug_level;
+    size_t read_piece;
+    std::string bytes; // of the file
+};
+reader_input take_reader_input(const uint8_t *data, size_t size);
+
+// Reads the file three times: as it is, in pieces, and with CR LF for each line end, which must make no difference.
+// Returns what the first made.
+using file_reader = int (*)(const char *path, const reader_input &input);
+reading check_reading(const reader_input &input, file_reader reader, outcome *result);
+
+// The number of values is what numpts says, which counts in 16 bits.
+void check_count(const column_copy &column);
+
+// Extremes, ends and magnitudes are those of the values; the sum is theirs in reading order.
+void check_extremes(const column_copy &column);
+void check_ends(const column_copy &column);
+void check_magnitudes(const column_copy &column);
+void check_sum(const column_copy &column);
+
+// The mean is the sum divided by numpts.
+void check_mean(const column_copy &column, double sum);
+
+double sum_of(const column_copy &column);

@@ -1,0 +1,262 @@
+// fuzz/harness.cpp - see harness.h. The wrapped routines are put in the way of the program's calls by the linker.
+#include "harness.h"
+
+#include "records/chart.h"
+#include "records/column.h"
+#include "records/memory.h"
+#include "records/settings.h"
+#include "util/console.h"
+#include "util/line_reader.h"
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <dirent.h>
+#include <set>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+struct run_ended {
+    int status;
+};
+
+struct open_things {
+    std::set<utl_lines *> lines;
+    std::set<FILE *> streams;
+    std::set<void *> memory; // but for blocks of values
+};
+
+} // namespace
+
+static room here;
+static outcome result;
+static open_things left_open;
+static int64_t allocations;              // but for blocks of values
+static std::vector<void *> value_blocks; // nodes are given from the last one, in later runs too
+
+// ----- what the linker puts in the way
+
+extern "C" {
+FILE *__real_fopen(const char *path, const char *mode);
+int __real_fclose(FILE *stream);
+int __real_open(const char *path, int flags, ...);
+ssize_t __real_read(int file, void *to, size_t size);
+void __real_free(void *block);
+utl_lines *__real__Z13utl_OpenLinesPKc(const char *path);
+void __real__Z14utl_CloseLinesP9utl_lines(utl_lines *in);
+
+static bool leads_out(const char *path) {
+    if (strncmp(path, "./", 2) == 0) path += 2;
+    if (!strchr(path, '/')) return false;
+    errno = EACCES;
+    return true;
+}
+
+FILE *__wrap_fopen(const char *path, const char *mode) {
+    if (leads_out(path)) return nullptr;
+    FILE *stream = __real_fopen(path, mode);
+    if (stream) left_open.streams.insert(stream);
+    return stream;
+}
+
+int __wrap_fclose(FILE *stream) {
+    left_open.streams.erase(stream);
+    return __real_fclose(stream);
+}
+
+int __wrap_open(const char *path, int flags, ...) { return leads_out(path) ? -1 : __real_open(path, flags); }
+
+ssize_t __wrap_read(int file, void *to, size_t size) {
+    return __real_read(file, to, here.read_piece > 0 && here.read_piece < size ? here.read_piece : size);
+}
+
+void __wrap_free(void *block) {
+    left_open.memory.erase(block);
+    __real_free(block);
+}
+
+time_t __wrap_time(time_t *out) {
+    constexpr time_t a_day = 1'000'000'000;
+    if (out) *out = a_day;
+    return a_day;
+}
+
+utl_lines *__wrap__Z13utl_OpenLinesPKc(const char *path) {
+    utl_lines *in = __real__Z13utl_OpenLinesPKc(path);
+    if (!in) return nullptr;
+    left_open.lines.insert(in);
+    result.files_read.emplace_back(path);
+    return in;
+}
+
+void __wrap__Z14utl_CloseLinesP9utl_lines(utl_lines *in) {
+    left_open.lines.erase(in);
+    __real__Z14utl_CloseLinesP9utl_lines(in);
+}
+}
+
+// ----- what the program's own doors lead to
+
+void utl_Quit(int status) { throw run_ended{status}; }
+
+bool utl_RunCommand(const char *command) {
+    const std::string_view text = command;
+    if (text.starts_with("/bin/ls > crv_temp.tmp ")) {
+        FILE *out = __real_fopen("crv_temp.tmp", "w");
+        fwrite(here.listing.data(), 1, here.listing.size(), out);
+        __real_fclose(out);
+    } else if (text == "rm crv_temp.tmp") {
+        unlink("crv_temp.tmp");
+    } else {
+        result.commands.emplace_back(command);
+    }
+    return true;
+}
+
+// Whether a block of values is needed depends on the runs before: it is always given.
+static void *give_memory(size_t count, size_t size) {
+    void *block = calloc(count, size);
+    if (count > 1 && size == sizeof(crv_value)) {
+        value_blocks.push_back(block);
+    } else if (++allocations == here.bad_allocation) {
+        __real_free(block);
+        errno = ENOMEM;
+        return nullptr;
+    } else {
+        left_open.memory.insert(block);
+    }
+    return block;
+}
+
+// ----- the scratch folder
+
+static std::string folder;
+
+static void remove_folder() {
+    if (chdir("/") == 0) rmdir(folder.c_str());
+}
+
+static void enter_folder() {
+    if (!folder.empty()) return;
+    const char *places[] = {"/dev/shm", getenv("TMPDIR"), "/tmp"};
+    for (const char *place : places) {
+        if (!place) continue;
+        folder = std::string(place) + "/crv_fuzz_XXXXXX";
+        if (mkdtemp(folder.data()) && chdir(folder.c_str()) == 0) {
+            atexit(remove_folder);
+            return;
+        }
+    }
+    require(false, "there is a scratch folder");
+}
+
+static void write_file(const std::string &name, const std::string &bytes) {
+    FILE *out = __real_fopen(name.c_str(), "w");
+    require(out, "a file can be written");
+    fwrite(bytes.data(), 1, bytes.size(), out);
+    __real_fclose(out);
+}
+
+static std::string file_bytes(const std::string &name) {
+    std::string bytes;
+    FILE *in = __real_fopen(name.c_str(), "r");
+    if (!in) return bytes;
+    char piece[65536];
+    while (const size_t got = fread(piece, 1, sizeof piece, in)) bytes.append(piece, got);
+    __real_fclose(in);
+    return bytes;
+}
+
+// Takes all files out of the folder.
+static void collect_files() {
+    DIR *all = opendir(".");
+    while (const dirent *entry = readdir(all)) {
+        const std::string name = entry->d_name;
+        if (name == "." || name == "..") continue;
+        result.files[name] = file_bytes(name);
+        unlink(name.c_str());
+    }
+    closedir(all);
+}
+
+// ----- the room
+
+static void take_back() {
+    while (!left_open.lines.empty()) __wrap__Z14utl_CloseLinesP9utl_lines(*left_open.lines.begin());
+    while (!left_open.streams.empty()) __wrap_fclose(*left_open.streams.begin());
+    for (void *block : left_open.memory) __real_free(block);
+    left_open.memory.clear();
+    while (value_blocks.size() > 1) {
+        __real_free(value_blocks.front());
+        value_blocks.erase(value_blocks.begin());
+    }
+}
+
+static void set_up_tables() {
+    crv_DBG = 0;
+    crv_settings = {};
+    crv_ClearColumns();
+    for (crv_chart *&chart : crv_charts) chart = nullptr;
+}
+
+outcome run_in_room(const room &room, const std::map<std::string, std::string> &files,
+                    const std::function<void()> &piece) {
+    enter_folder();
+    set_up_tables();
+    here = room;
+    result = {};
+    allocations = 0;
+    for (const auto &[name, bytes] : files) write_file(name, bytes);
+
+    FILE *const streams[] = {stdin, stdout, stderr};
+    char *texts[2] = {};
+    size_t sizes[2] = {};
+    stdin = fmemopen(here.input.data(), here.input.size(), "r");
+    stdout = open_memstream(&texts[0], &sizes[0]);
+    stderr = open_memstream(&texts[1], &sizes[1]);
+    crv_Calloc = give_memory;
+    try {
+        piece();
+    } catch (const run_ended &end) {
+        result.quit = true;
+        result.status = end.status;
+    }
+    crv_Calloc = calloc;
+    for (FILE *stream : {stdin, stdout, stderr}) __real_fclose(stream);
+    stdin = streams[0];
+    stdout = streams[1];
+    stderr = streams[2];
+    result.out.assign(texts[0], sizes[0]);
+    result.err.assign(texts[1], sizes[1]);
+    for (char *text : texts) __real_free(text);
+    take_back();
+    collect_files();
+    return result;
+}
+
+// ----- input and findings
+
+std::string take_text(std::string_view *rest, char separator) {
+    const size_t length = rest->find(separator);
+    std::string text(rest->substr(0, length));
+    text.resize(strlen(text.c_str()));
+    rest->remove_prefix(length == rest->npos ? rest->size() : length + 1);
+    return text;
+}
+
+int take_integer(std::string_view *rest, char separator) { return atoi(take_text(rest, separator).c_str()); }
+
+double take_number(std::string_view *rest, char separator) {
+    return atof(take_text(rest, separator).c_str());
+}
+
+void require(bool holds, const char *property) {
+    if (holds) return;
+    dprintf(STDERR_FILENO, "does not hold: %s\n", property);
+    abort();
+}

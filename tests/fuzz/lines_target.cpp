@@ -1,0 +1,72 @@
+// fuzz/lines_target.cpp - lines are those of fgets, in whatever pieces the file arrives, read or passed over.
+//
+// Input: limit, lines to pass between two reads and size of a piece, a line each; then the file.
+#include "harness.h"
+
+#include "util/line_reader.h"
+
+#include <cstdio>
+
+namespace {
+
+struct read_line {
+    std::string text;
+    utl_end end;
+    bool operator==(const read_line &) const = default;
+};
+
+} // namespace
+
+// The reference: what fgets gives, CR LF counted as one line end.
+static std::vector<read_line> lines_by_rule(const std::string &bytes, size_t limit) {
+    std::vector<read_line> lines;
+    for (size_t at = 0; at < bytes.size();) {
+        std::string text;
+        utl_end end = utl_end::file_end;
+        while (at < bytes.size()) {
+            if (text.size() == limit) {
+                end = utl_end::limit;
+                break;
+            }
+            if (bytes[at] == '\n' || bytes.compare(at, 2, "\r\n") == 0) {
+                at += bytes[at] == '\n' ? 1U : 2U;
+                end = utl_end::newline;
+                break;
+            }
+            text += bytes[at++];
+        }
+        if (text.size() == limit) end = utl_end::limit;
+        lines.push_back({text.substr(0, text.find('\0')), end});
+    }
+    lines.push_back({"", utl_end::nothing});
+    return lines;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    std::string_view rest(reinterpret_cast<const char *>(data), size);
+    const auto limit = static_cast<size_t>(1 + static_cast<unsigned>(take_integer(&rest, '\n')) % 2000);
+    const auto passing = static_cast<int64_t>(static_cast<unsigned>(take_integer(&rest, '\n')) % 64);
+    room room;
+    room.read_piece = static_cast<unsigned>(take_integer(&rest, '\n')) % 70000;
+    const std::string bytes(rest);
+
+    run_in_room(room, {{"file", bytes}}, [&] {
+        const std::vector<read_line> wanted = lines_by_rule(bytes, limit);
+        utl_lines *in = utl_OpenLines("file");
+        require(in, "a file opens");
+        for (size_t k = 0; k < wanted.size(); ++k) {
+            const int64_t passed = utl_PassLines(in, limit, passing);
+            require(passed >= 0 && passed <= passing, "no more lines are passed than wanted");
+            for (int64_t p = 0; p < passed; ++p, ++k) {
+                require(k < wanted.size() && wanted[k].end == utl_end::newline, "a passed line is whole");
+                require(wanted[k].text.find('<') == std::string::npos, "a passed line has no mark");
+            }
+            require(k < wanted.size(), "no line is passed that is not there");
+            const utl_line line = utl_NextLine(in, limit);
+            require(read_line{std::string(line.text), line.end} == wanted[k], "a line is that of fgets");
+            require(line.marked || line.text.find('<') == line.text.npos, "an unmarked line has no mark");
+        }
+        utl_CloseLines(in);
+    });
+    return 0;
+}

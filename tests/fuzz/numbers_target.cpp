@@ -1,0 +1,61 @@
+// fuzz/numbers_target.cpp - numbers out of text and into text are what the C library makes of them.
+#include "harness.h"
+
+#include "util/number_reader.h"
+#include "util/number_text.h"
+#include "util/text.h"
+
+#include <bit>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+static bool same(double one, double other) {
+    return std::bit_cast<uint64_t>(one) == std::bit_cast<uint64_t>(other);
+}
+
+static void check_printed(double value) {
+    char wanted[64];
+    snprintf(wanted, sizeof wanted, "%11.4e", value);
+    char text[utl_number_room];
+    require(std::string(text, utl_PutExp11(text, value)) == wanted, "a number is written as by printf");
+}
+
+static void check_unsigned(unsigned value) {
+    char text[utl_number_room];
+    require(std::string(text, utl_PutUnsigned(text, value)) == std::to_string(value),
+            "a whole number is written as by printf");
+}
+
+static void check_fields(const std::string &line) {
+    std::string_view fields = line;
+    std::string_view numbers = line;
+    std::string_view skipped = line;
+    std::string_view field;
+    std::string copy = line;
+    for (char *token = strtok(copy.data(), " ,"); token; token = strtok(nullptr, " ,")) {
+        require(utl_NextField(&fields, &field) && field == token, "fields are those of strtok");
+        double number = -1;
+        require(utl_NextNumber(&numbers, &number) && same(number, atof(token)),
+                "the numbers of a line are its fields as atof reads them");
+        require(utl_SkipFields(&skipped, 1) && skipped == fields && numbers == fields,
+                "what is left of a line is the same whichever way its fields were taken");
+    }
+    require(!utl_NextField(&fields, &field) && field.empty(), "no field is left");
+    require(!utl_SkipFields(&skipped, 1), "no field is left to skip");
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    std::string_view rest(reinterpret_cast<const char *>(data), size);
+    const std::string line = take_text(&rest, '\n');
+    if (line.size() < 2000) // beyond that the reader cuts a number
+        require(same(utl_ToDouble(line), atof(line.c_str())), "a number is read as by atof");
+    require(utl_ToInt(line) == atoi(line.c_str()), "a whole number is read as by atoi");
+    if (line.size() < 2000) check_fields(line);
+    check_printed(atof(line.c_str()));
+    uint64_t bits = 0;
+    memcpy(&bits, data, size < sizeof bits ? size : sizeof bits);
+    check_printed(std::bit_cast<double>(bits));
+    check_unsigned(static_cast<unsigned>(bits));
+    return 0;
+}

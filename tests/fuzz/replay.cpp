@@ -1,0 +1,32 @@
+// fuzz/replay.cpp - runs a fuzz target over inputs that were kept: the files, and the files of the folders, that the
+// command line names. For compilers that bring no fuzzer.
+#include "harness.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+static std::vector<std::filesystem::path> inputs_of(const std::filesystem::path &path) {
+    std::vector<std::filesystem::path> inputs;
+    if (!std::filesystem::is_directory(path)) return {std::filesystem::absolute(path)};
+    for (const auto &entry : std::filesystem::directory_iterator(path))
+        inputs.push_back(std::filesystem::absolute(entry.path()));
+    std::sort(inputs.begin(), inputs.end());
+    return inputs;
+}
+
+int main(int argc, char **argv) {
+    std::vector<std::filesystem::path> inputs;
+    for (int k = 1; k < argc; ++k)
+        for (const auto &input : inputs_of(argv[k])) inputs.push_back(input);
+    for (const auto &input : inputs) {
+        std::ifstream in(input, std::ios::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(in), {}};
+        fprintf(stderr, "%s\n", input.filename().c_str());
+        LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(bytes.data()), bytes.size());
+    }
+    printf("%zu inputs\n", inputs.size());
+    return inputs.empty() ? 1 : 0;
+}
