@@ -3,16 +3,26 @@
 #include "records/settings.h"
 #include "util/console.h"
 #include "util/line_reader.h"
+#include "util/same_file.h"
+
+#include <cerrno>
 
 static constexpr size_t line_limit = 1023; // longer lines are read in pieces
 static constexpr size_t kept_length = 81;  // of each piece
+
+// The chart itself was not there before it was begun, and copied into itself it would have no end.
+static utl_lines *open_user_file(const char *user_file, const char *path) {
+    if (!utl_IsSameFile(user_file, path)) return utl_OpenLines(user_file);
+    errno = ENOENT;
+    return nullptr;
+}
 
 int crv_PlotAppen(FILE *stream, const char *user_file, const char *path) {
     if (crv_DBG == 46) printf("    _46-i-val, Paste \"%s\" to \"%s\" \n", user_file, path);
     fputs("%% --- Begin of user supplied ps -- (crv_ module [[46]]) --- \n", stream);
     fprintf(stream, "%%%% --- file: \"%s\" \n", user_file);
 
-    utl_lines *in = utl_OpenLines(user_file);
+    utl_lines *in = open_user_file(user_file, path);
     if (!in) {
         perror("    _46-f-fopen read, ");
         printf(" \"%s\"\n", user_file);
