@@ -11,7 +11,7 @@ import subprocess
 import sys
 import tempfile
 
-TIME_LIMIT = 40  # seconds a run may take before it counts as hanging, also on a busy machine
+TIME_LIMIT = 100  # seconds a run may take before it counts as hanging, also on a busy machine
 NOBODY = 65534
 SUPPRESSIONS = pathlib.Path(__file__).resolve().parent.parent / "unit/leaks.supp"
 
@@ -140,7 +140,7 @@ class Place:
 
 def short(thing):
     text = repr(thing)
-    return text if len(text) < 3000 else text[:1500] + " ... " + text[-1500:]
+    return text if len(text) < 1200 else text[:600] + " ... " + text[-600:]
 
 
 class Mounted:

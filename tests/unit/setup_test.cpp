@@ -1,4 +1,4 @@
-// unit/setup_test.cpp - runs without a chart.
+// unit/setup_test.cpp - runs that the command line of a shell does not reach.
 #include "app/setup.h"
 
 #include "support.h"
@@ -30,6 +30,15 @@ TEST_F(setup, AMissingChartEndsTheRunAtItsFirstUse) {
         EXPECT_EXIT(without_chart(arguments), testing::ExitedWithCode(0), "^" + no_chart + "$");
     EXPECT_EXIT(without_chart({"-yl", "label"}), testing::ExitedWithCode(0), no_chart + "%crv_05-e-lbl");
     EXPECT_EXIT(without_chart({"-p"}), testing::ExitedWithCode(0), no_chart + "%crv_05-f-dat");
+}
+
+// More pairs than a command line takes.
+TEST_F(setup, AHundredThousandPairsAreRefused) {
+    std::string selection = "7";
+    while (selection.size() < 2 * 100'000 - 1) selection += ",7";
+    for (const char *option : {"-f", "-fm", "-fp", "-fa", "-fma"})
+        EXPECT_EXIT(run({"-r", selection, option, "a.req"}), testing::ExitedWithCode(0),
+                    "^%crv_05-f-col, \"a.req\" would need 100000 columns, 31 of 31 are free\n$");
 }
 
 } // namespace
