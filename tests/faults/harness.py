@@ -12,6 +12,7 @@ import sys
 import tempfile
 
 TIME_LIMIT = 100  # seconds a run may take before it counts as hanging, also on a busy machine
+MEMORY_LIMIT = 2 << 30  # bytes: a run that takes more does not spoil the machine
 NOBODY = 65534
 SUPPRESSIONS = pathlib.Path(__file__).resolve().parent.parent / "unit/leaks.supp"
 
@@ -49,6 +50,10 @@ def printing(command):
     return f'%crv_45-i-prt, Printer command = "{command}"\n'
 
 
+def is_sanitized(crv):
+    return b"__asan_init" in pathlib.Path(crv).read_bytes()
+
+
 class Place:
     """A folder, and the program to be run in it."""
 
@@ -64,9 +69,7 @@ class Place:
         (self.tools / "lpr").write_text('#!/bin/sh\nfor word in "$@"; do echo "[$word]"; done > printed\n')
         (self.tools / "lpr").chmod(0o755)
 
-    @property
-    def is_sanitized(self):
-        return b"__asan_init" in pathlib.Path(self.crv).read_bytes()
+        self.is_sanitized = is_sanitized(crv)
 
     def write(self, name, data=REQ):
         path = self.folder / os.fsdecode(name)
@@ -83,6 +86,7 @@ class Place:
 
     def environment(self, **changes):
         plain = {"PATH": f"{self.tools}:/usr/bin:/bin", "TZ": "UTC0", "LC_ALL": "C",
+                 "ASAN_OPTIONS": f"hard_rss_limit_mb={MEMORY_LIMIT >> 20}",
                  "LSAN_OPTIONS": f"suppressions={SUPPRESSIONS}:print_suppressions=0"}
         return plain | changes
 
@@ -173,6 +177,8 @@ def main(*tests):
     parser = argparse.ArgumentParser()
     parser.add_argument("--crv", required=True)
     crv = os.path.abspath(parser.parse_args().crv)
+    if not is_sanitized(crv):
+        resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, resource.getrlimit(resource.RLIMIT_AS)[1]))
     for test in tests:
         with tempfile.TemporaryDirectory() as scratch:
             os.chmod(scratch, 0o755)

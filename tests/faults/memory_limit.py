@@ -3,7 +3,7 @@
 its report and status, and a table that was there is there."""
 import sys
 
-from harness import FORMATS, main
+from harness import FORMATS, is_sanitized, main
 
 OUT_OF_MEMORY = ": Cannot allocate memory\n"
 COARSE = 256 * 1024
@@ -77,12 +77,7 @@ def a_table_is_whole_or_as_it_was(place):
     place.expect("tables", tables, {b"old\n", TABLE})
 
 
-def can_be_limited():
-    with open(sys.argv[sys.argv.index("--crv") + 1], "rb") as program:
-        return b"__asan_init" not in program.read()
-
-
-if not can_be_limited():
+if is_sanitized(sys.argv[-1]):
     print("skipped: the sanitizers need more address space than any limit leaves")
     sys.exit(SKIPPED)
 main(memory_that_runs_out_is_reported_in_every_format, a_text_that_finds_no_memory_ends_the_run,
