@@ -43,7 +43,7 @@ struct madymo_file {
     int num_requests;
     int num_descriptions;
     double time;
-    int steps_done;
+    uint32_t steps_done;
     bool told_missing;
 };
 
@@ -228,7 +228,7 @@ static int read_file(madymo_file *mad) {
         utl_QuitWithError("    _88-f-fread", status_failed);
     }
     crv_SetMeans({mad->columns, mad->entries.size()});
-    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->path, mad->steps_done);
+    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->path, static_cast<int>(mad->steps_done));
     if (crv_DBG == routine) crv_ListColumns({mad->columns, mad->entries.size()}, routine);
     set_labels(mad);
     return static_cast<int>(mad->entries.size());

@@ -41,7 +41,7 @@ struct request_file {
     double time;
     double x_value; // latest value of entry 0
     uint32_t step;
-    int steps_done;
+    uint32_t steps_done;
     bool told_missing;
 };
 
@@ -258,7 +258,7 @@ static int read_file(request_file *req) {
         return -1;
     }
     set_means(req);
-    printf("%%crv_83-i-pts, file (%s) has %d steps\n", req->path, req->steps_done);
+    printf("%%crv_83-i-pts, file (%s) has %d steps\n", req->path, static_cast<int>(req->steps_done));
     if (crv_DBG == routine) crv_ListColumns({req->columns, req->entries.size()}, routine);
     set_labels(req);
     return static_cast<int>(req->entries.size());

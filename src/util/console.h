@@ -10,8 +10,8 @@
 [[noreturn]] void utl_QuitWithError(const char *report, int status);
 
 // Reads one line from standard input into `answer`: at most size - 1 characters, the rest of the line is consumed and
-// lost, the line end is not part of it. The end of standard input is an empty answer. What was printed so far, the
-// prompt included, is on the screen before the program waits.
+// lost, the line end is not part of it. The end of standard input is an empty answer. A line that goes on for a million
+// characters ends there. What was printed so far, the prompt included, is on the screen before the program waits.
 void utl_ReadAnswer(char *answer, size_t size);
 
 // The same, but the rest of the line is left for the next read. Returns whether the line ended.

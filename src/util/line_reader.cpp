@@ -1,12 +1,14 @@
 // util/line_reader.cpp - see line_reader.h.
 #include "util/line_reader.h"
 
+#include "records/memory.h"
 #include "util/line_scan.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 static constexpr size_t block_size = 256 * 1024;
@@ -30,12 +32,18 @@ static void fill_block(utl_lines *in, size_t wanted) {
     in->block_end = in->block + held;
 }
 
+// A device such as /dev/zero never ends. An empty one has ended already, and a terminal ends when its user says so.
+static bool may_be_endless(const utl_lines *in) {
+    struct stat status = {};
+    return !in->at_file_end && fstat(in->file, &status) == 0 && S_ISCHR(status.st_mode) && !isatty(in->file);
+}
+
 utl_lines *utl_OpenLines(const char *path) {
     const int file = open(path, O_RDONLY | O_CLOEXEC);
     if (file < 0) return nullptr;
 
-    auto *in = static_cast<utl_lines *>(calloc(1, sizeof(utl_lines)));
-    auto *block = static_cast<char *>(calloc(block_size + utl_scan_reach, 1));
+    auto *in = static_cast<utl_lines *>(crv_Calloc(1, sizeof(utl_lines)));
+    auto *block = static_cast<char *>(crv_Calloc(block_size + utl_scan_reach, 1));
     if (in && block) {
         *in = {.file = file,
                .error = 0,
@@ -46,6 +54,7 @@ utl_lines *utl_OpenLines(const char *path) {
                .block_end = block,
                .block = block};
         fill_block(in, 1); // shows whether it can be read at all: a folder opens like a file
+        if (in->error == 0 && may_be_endless(in)) in->error = ENOTSUP;
         if (in->error == 0) return in;
         errno = in->error;
     }

@@ -183,6 +183,18 @@ TEST(LineReader, AFolderDoesNotOpen) {
     EXPECT_EQ(errno, EISDIR);
 }
 
+TEST(LineReader, ADeviceThatMayNeverEndDoesNotOpen) {
+    EXPECT_EQ(utl_OpenLines("/dev/zero"), nullptr);
+    EXPECT_EQ(errno, ENOTSUP);
+}
+
+TEST(LineReader, AnEmptyDeviceIsAnEmptyFile) {
+    utl_lines *in = utl_OpenLines("/dev/null");
+    ASSERT_NE(in, nullptr);
+    EXPECT_EQ(utl_NextLine(in, 126).end, utl_end::nothing);
+    utl_CloseLines(in);
+}
+
 TEST(LineReader, APipeIsReadToItsEnd) {
     const std::string path = testing::TempDir() + "crv_unit_pipe_" + std::to_string(getpid());
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);

@@ -68,6 +68,9 @@ template <typename action> std::string written_by(action act) {
     return result;
 }
 
+// Allocations that opening a file to be read line by line takes.
+constexpr int reader_allocations = 2;
+
 // While it lives, the allocation that comes after `good` good ones fails, and all later ones up to `bad` of them.
 class failing_memory {
   public:
