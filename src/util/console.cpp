@@ -1,10 +1,22 @@
 // util/console.cpp - see console.h.
 #include "util/console.h"
 
-#include <cstdio>
+#include <cerrno>
+
+FILE *utl_ErrorStream() {
+    const int error = errno;
+    fflush(stdout);
+    errno = error;
+    return stderr;
+}
+
+void utl_ReportError(const char *report) {
+    utl_ErrorStream();
+    perror(report);
+}
 
 void utl_QuitWithError(const char *report, int status) {
-    perror(report);
+    utl_ReportError(report);
     utl_Quit(status);
 }
 
