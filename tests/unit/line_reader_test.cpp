@@ -180,9 +180,14 @@ TEST(LineReader, AMissingFileDoesNotOpen) {
 
 TEST(LineReader, AFolderDoesNotOpen) {
     EXPECT_EQ(utl_OpenLines("/"), nullptr);
+#ifdef _WIN32
+    EXPECT_EQ(errno, EACCES);
+#else
     EXPECT_EQ(errno, EISDIR);
+#endif
 }
 
+#ifndef _WIN32
 TEST(LineReader, APipeIsReadToItsEnd) {
     const std::string path = testing::TempDir() + "crv_unit_pipe_" + std::to_string(getpid());
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
@@ -202,5 +207,6 @@ TEST(LineReader, APipeIsReadToItsEnd) {
     remove(path.c_str());
     EXPECT_EQ(count, 1000);
 }
+#endif
 
 } // namespace

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Makes the folder that Wine needs, and keeps its server ready for the tests that follow.
 
-    prefix.py PROGRAM WINE start    makes the folder unless it is there, and starts the server
-    prefix.py PROGRAM WINE stop     stops the server
+    prefix.py PROGRAM WINE start                   makes the folder unless it is there, and starts the server
+    prefix.py PROGRAM WINE run OTHER [ARGUMENT]    runs another program there
+    prefix.py PROGRAM WINE stop                    stops the server
 """
 import pathlib
 import shutil
@@ -17,6 +18,9 @@ def main():
     environment = wine.environment(program, loader)
     beside = [loader.parent / name for name in ("wineserver64", "wineserver")]
     server = next((path for path in beside if path.exists()), shutil.which("wineserver"))
+
+    if action == "run":
+        sys.exit(subprocess.run([loader, *sys.argv[4:]], env=environment, stdin=subprocess.DEVNULL, timeout=240).returncode)
 
     def run(*command):
         return subprocess.run(command, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
