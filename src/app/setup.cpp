@@ -34,14 +34,14 @@ static void use_given_range(const double (&given)[2], double (&range)[2]) {
 static void spare_files(const crv_run *run) {
     for (const std::string &path : run->paths_read) {
         if (!utl_IsSameFile(run->ps_path, path.c_str())) continue;
-        fprintf(stderr, "%%crv_05-f-ps , The chart would be written over \"%s\", which was read\n",
+        fprintf(utl_ErrorStream(), "%%crv_05-f-ps , The chart would be written over \"%s\", which was read\n",
                 path.c_str());
         utl_Quit(status_spared);
     }
     const char *user_file = run->chart->story_ts[0];
     if (!utl_IsSameFile(run->ps_path, user_file)) return;
-    fprintf(stderr, "%%crv_05-f-ps , The chart would be written over \"%s\", which is pasted into it\n",
-            user_file);
+    fprintf(utl_ErrorStream(),
+            "%%crv_05-f-ps , The chart would be written over \"%s\", which is pasted into it\n", user_file);
     utl_Quit(status_spared);
 }
 
@@ -74,7 +74,7 @@ static void spare_files(const crv_run *run) {
 static void check_data(const crv_run *run) {
     const bool needs_data = run->request < crv_run_help || run->request > crv_run_write;
     if (run->columns_read >= 2 || !needs_data) return;
-    fprintf(stderr, "%%crv_05-f-dat, Some data Must be selected to continue!\n");
+    fprintf(utl_ErrorStream(), "%%crv_05-f-dat, Some data Must be selected to continue!\n");
     utl_Quit(0);
 }
 

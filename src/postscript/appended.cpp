@@ -24,7 +24,7 @@ int crv_PlotAppen(FILE *stream, const char *user_file, const char *path) {
 
     utl_lines *in = open_user_file(user_file, path);
     if (!in) {
-        perror("    _46-f-fopen read, ");
+        utl_ReportError("    _46-f-fopen read, ");
         printf(" \"%s\"\n", user_file);
         utl_Quit(0);
     }

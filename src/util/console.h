@@ -2,9 +2,17 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdio>
 
 // Ends the program with `status`. Every end of a run but the return from main goes through here.
 [[noreturn]] void utl_Quit(int status);
+
+// Standard error, with all that was printed so far out before it: the messages keep their order when both streams go to one
+// file. Every message for standard error goes through here, or through one of the next two.
+FILE *utl_ErrorStream();
+
+// Reports the system's last error after the text `report`, as perror does.
+void utl_ReportError(const char *report);
 
 // Reports the system's last error after the text `report`, as perror does, and ends the program with `status`.
 [[noreturn]] void utl_QuitWithError(const char *report, int status);

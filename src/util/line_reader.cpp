@@ -13,13 +13,21 @@
 
 static constexpr size_t block_size = 256 * 1024;
 
+#ifdef _WIN32
+// As it is: left to itself, the runtime would drop every CR that stands before a line end and end the file at a Ctrl-Z.
+static constexpr int open_flags = O_RDONLY | O_BINARY | O_NOINHERIT;
+#else
+static constexpr int open_flags = O_RDONLY | O_CLOEXEC;
+#endif
+
 // Moves what is left to the front of the block and fills the room behind it, until `wanted` characters are there or the
 // file ends.
 static void fill_block(utl_lines *in, size_t wanted) {
     auto held = static_cast<size_t>(in->block_end - in->next);
     memmove(in->block, in->next, held);
     while (held < wanted && !in->at_file_end) {
-        const ssize_t got = read(in->file, in->block + held, block_size - held);
+        const auto room = static_cast<unsigned>(block_size - held);
+        const ssize_t got = read(in->file, in->block + held, room);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) in->error = errno;
         if (got <= 0) {
@@ -39,7 +47,7 @@ static bool may_be_endless(const utl_lines *in) {
 }
 
 utl_lines *utl_OpenLines(const char *path) {
-    const int file = open(path, O_RDONLY | O_CLOEXEC);
+    const int file = open(path, open_flags);
     if (file < 0) return nullptr;
 
     auto *in = static_cast<utl_lines *>(crv_Calloc(1, sizeof(utl_lines)));
