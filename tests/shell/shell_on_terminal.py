@@ -10,7 +10,7 @@ import signal
 import sys
 import time
 
-PATIENCE = 5.0
+PATIENCE = 30.0
 SKIPPED = 77
 SPY = 'crv() { printf "%s\\0" "$@" >took.new; command mv took.new took; }\n'
 
