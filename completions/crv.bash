@@ -70,8 +70,8 @@ _crv_requests() {
         $1 ~ /^[0-9]+$/ && length($1) < 11 && !seen[$1]++ { print $1 ":" }' 2>/dev/null
 }
 
-# Takes the line up to the cursor apart as the program will see it, into the arrays words and glued: the shell's own
-# pieces end at ':' and '=' too. The last word is the one to be completed.
+# Takes the line up to the cursor apart as the program will see it, into words; the last is the one to be completed. The
+# shell's own words begin behind ':' and '=' too: what stands before the last of them is glued.
 _crv_split() {
     local rest=${COMP_LINE:0:COMP_POINT} piece k
     words=()
@@ -82,13 +82,14 @@ _crv_split() {
             words+=("$piece")
             glued=
         else
-            glued=${words[-1]} # what stands before the shell's own piece
+            glued=${words[-1]}
             words[-1]+=$piece
         fi
         rest=${rest#"${rest%%[![:space:]]*}"}
         rest=${rest#"$piece"}
     done
     [[ $piece == [:=]* ]] && glued+=${piece//[^:=]/}
+    return 0
 }
 
 # Files with the suffix $1, and folders.
@@ -146,7 +147,7 @@ _crv_selection() {
     local all=("${COMPREPLY[@]}")
     COMPREPLY=()
     for word in "${all[@]}"; do
-        [[ $word == "$current"* ]] && COMPREPLY+=("${word#"$glued"}")
+        [[ $word == "$current"* ]] && COMPREPLY+=("$word")
     done
 }
 
@@ -167,10 +168,7 @@ _crv_list_options() {
     done
 }
 
-_crv() {
-    local words glued
-    COMPREPLY=()
-    _crv_split
+_crv_offer() {
     local current=${words[-1]#[\"\']} before=${words[-2]}
     local k
     for ((k = 1; k < ${#words[@]} - 2; ++k)); do # nothing behind the file of a table is looked at
@@ -199,6 +197,16 @@ _crv() {
         esac
         ;;
     esac
+}
+
+_crv() {
+    local words glued k
+    COMPREPLY=()
+    _crv_split
+    _crv_offer
+    for k in "${!COMPREPLY[@]}"; do
+        COMPREPLY[k]=${COMPREPLY[k]#"$glued"}
+    done
 }
 
 complete -F _crv crv

@@ -36,19 +36,20 @@ def ask(shell, line):
     return [got[0], *(glue + word for word in got[1:])]
 
 
-def faults_of_keys(shell):
+def faults_of_keys(shell, home):
     """What stands on the line after the tabulator."""
     for typed, wanted in (("crv -fm my\t", ["-fm", "my run.mad"]), ("crv -fm my\\ r\t", ["-fm", "my run.mad"]),
                           ('crv -fm "my r\t', ["-fm", "my run.mad"]), ("crv -fm '$\t", ["-fm", "$(touch pwned).mad"]),
                           ("crv -f ru\t-p", ["-f", "run1.req", "-p"]), ("crv -r 0,7\t3", ["-r", "0,70:3"]),
                           ('crv -r "0,7\t3', ["-r", "0,70:3"]), ("crv -r 0,38:3=ma\t-f", ["-r", "0,38:3=max", "-f"]),
+                          ("crv -fm x:\t", ["-fm", "x:y.mad"]), ("crv -fm x\t", ["-fm", "x:y.mad"]),
+                          ("crv -f ~/ho\t", ["-f", str(home / "home.req")]),
                           ("crv -r 0 -f run1.req >no\t", ["-r", "0", "-f", "run1.req"])):
         got = shell.type(typed)
         if got != wanted:
             yield f"bash: {typed!r} gives {got}, not {wanted}"
-    screen = shell.show("crv -fm\t").replace("\r", "")
-    if "-fm   (read a Madymo file)\n-fma  (Madymo table: title, statistics and data)\n" not in screen:
-        yield f"bash: the list has no help: {screen!r}"
+    yield from shell.faults_of_list("crv -fm\t", ["-fm (read a Madymo file)",
+                                                  "-fma (Madymo table: title, statistics and data)"])
 
 
 def main():
@@ -56,6 +57,7 @@ def main():
     with tempfile.TemporaryDirectory() as scratch:
         home = pathlib.Path(scratch, "home")
         home.mkdir()
+        (home / "home.req").write_text("")
         shells = []
 
         def ask_in(folder, settings=""):
@@ -65,7 +67,9 @@ def main():
         faults = questions.judge("bash", scratch, ask_in)
         usual = pathlib.Path(scratch, "usual")
         shells.append(start(bash, home, usual))
-        faults += faults_of_keys(shells[-1])
+        faults += faults_of_keys(shells[-1], home)
+        if (usual / "no").exists():
+            faults.append("bash: the file behind > was not completed")
         strict = ask_in(usual, "set -u -f; shopt -s failglob nullglob nocaseglob; IFS=,")
         if strict("crv -r ") != ["0,", *questions.REQUESTS]:
             faults.append("bash: strict settings are in the way")

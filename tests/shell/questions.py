@@ -9,7 +9,7 @@ sys.path.insert(0, str(ROOT / "tests/layout"))
 import program_facts  # noqa: E402  (found by the path above)
 
 REQUESTS = ["38:", "39:", "40:", "52:", "61:", "62:", "70:"]
-ODD_NAMES = ["my run.mad", "$(touch pwned).mad", "-x.mad"]
+ODD_NAMES = ["my run.mad", "$(touch pwned).mad", "-x.mad", "x:y.mad"]
 
 
 def options():
@@ -38,7 +38,7 @@ USUAL = [
     ("files below a folder are found", "crv -r 0 -f sub/", ["sub/deep.req"]),
     ("-fa takes request files", "crv -r 0 -fa ", ["run1.req", "sub"]),
     ("-fm takes Madymo files, whatever is in their names", "crv -r 0 -fm ", ["$(touch pwned).mad", "my run.mad",
-                                                                           "sled.mad", "sub"]),
+                                                                           "sled.mad", "sub", "x:y.mad"]),
     ("-fmd takes Madymo files", "crv -r 0 -fmd s", ["sled.mad", "sub"]),
     ("-fp takes column files", "crv -r 0 -fp ", ["sensors.pos", "sub"]),
     ("-fp with a number takes column files", "crv -r 0 -fp12 ", ["sensors.pos", "sub"]),

@@ -54,14 +54,22 @@ class shell_on_terminal:
         self.wait_for(b"ready> ")
         return arguments
 
-    def show(self, keys):
-        """Types the keys, and what takes the line away again; gives the screen."""
+    def lines(self):
+        """The lines of the screen, with single blanks."""
+        return [" ".join(line.split()) for line in self.screen.decode(errors="replace").splitlines()]
+
+    def faults_of_list(self, keys, wanted):
+        """Types the keys and waits for the lines on the screen."""
         self.screen = b""
         os.write(self.terminal, keys.encode())
+        try:
+            self.read_until(lambda: set(wanted) <= set(self.lines()))
+        except TimeoutError:
+            yield f"{keys!r} does not show {wanted}: {self.lines()}"
         os.write(self.terminal, b"\x15crv shown\r")
         self.read_until(self.took.exists)
         self.took.unlink()
-        return self.screen.decode()
+        self.wait_for(b"ready> ")
 
     def close(self):
         os.kill(self.child, signal.SIGKILL)
