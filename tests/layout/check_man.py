@@ -151,6 +151,9 @@ def faults_of_limits(page, root):
             yield f"{title}: {name} is {limit} characters"
     columns = program_facts.number((root / "src/records/column.h").read_text(), "CRV_MAXCOLS")
     curves = program_facts.number((root / "src/records/chart.h").read_text(), "crv_curve_slots")
+    window = re.findall(r"time_window\[\d\] = (-?\d+)\.0;", (root / "src/app/setup.cpp").read_text())
+    if f"{window[0]} to {window[1]} unless given" not in plain(page) or f"behind number {window[1]}" not in page:
+        yield f"-tm: the window is {window} unless given"
     if f"A run holds {columns} columns, a chart {curves} curves." not in page:
         yield f"CAVEATS: {columns} columns, {curves} curves"
 
