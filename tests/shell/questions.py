@@ -61,6 +61,8 @@ USUAL = [
     ("a title is any text", "crv -t r", []),
     ("a title can be left out", "crv -t -al", ["-all"]),
     ("behind a value come options", "crv -r 0 -f run1.req -al", ["-all"]),
+    ("a table takes no option for its file", "crv -r 0 -fc -", []),
+    ("a chart can do without the name of its file", "crv -r 0 -fm -al", ["-all"]),
     ("behind the file of a table comes nothing", "crv -r 0 -fc run1.req -", []),
     ("behind the file of a Madymo table comes nothing", "crv -r 0 -fma sled.mad -", []),
 ]
