@@ -43,6 +43,7 @@ USUAL = [
     ("-fp takes column files", "crv -r 0 -fp ", ["sensors.pos", "sub"]),
     ("-fp with a number takes column files", "crv -r 0 -fp12 ", ["sensors.pos", "sub"]),
     ("-fg takes frame files", "crv -r 0 -fg ", ["bumper.vdr", "sub"]),
+    ("where there is no such file, others are not offered", "crv -r 0 -fg sub/", []),
     ("-f with another letter takes no file", "crv -r 0 -fx b", []),
     ("-s0 takes PostScript files", "crv -s0 ", ["old.ps", "story.ps", "sub"]),
     ("-s1 takes any text", "crv -s1 o", []),
