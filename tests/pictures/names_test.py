@@ -64,6 +64,15 @@ class Names(workbench.Workbench):
                 (self.folder / picture).unlink()
         self.assertEqual(self.names(), ["a.ps", "run1.req"])
 
+    def test_nasty_names_of_folders_are_names_too(self):
+        self.draw_chart("a.ps")
+        for name in ("-d", "--help", "%d %pipe%x", "new\nline"):
+            folder = self.folder / name
+            folder.mkdir()
+            shutil.copy(self.folder / "a.ps", folder)
+            self.assert_done(self.run_program("crv2png", "-r", "20", "--", f"{name}/a.ps"))
+            self.assertEqual(self.names(folder), ["a.png", "a.ps"])
+
     def test_a_nasty_name_from_the_program_needs_the_double_dash(self):
         done = self.draw_chart(name="-q.ps", chain="crv2pdf --")
         self.assertEqual(done.stderr, "")
