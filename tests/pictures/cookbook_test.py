@@ -152,6 +152,15 @@ class Cookbook(workbench.Workbench):
         self.assertEqual([name for name in self.names() if name.endswith((".dat", ".pdf", ".ps")) and "run3" in name], [])
 
         shutil.copy(self.folder / "run1.req", self.folder / "run3.req")
+        (self.tools / "crv").unlink()
+        (self.tools / "crv").write_text("#!/bin/sh\nfor last do :; done\necho half > \"$last\"\n")
+        (self.tools / "crv").chmod(0o755)
+        self.left.insert(0, make)
+        self.assertNotEqual(self.next_block().returncode, 0)
+        self.assertNotIn("run3.ps", self.names())
+
+        (self.tools / "crv").unlink()
+        (self.tools / "crv").symlink_to(workbench.CRV)
         self.left.insert(0, make)
         self.assertEqual(self.next_block().returncode, 0)
         self.assert_pages("run3.pdf")
