@@ -4,7 +4,8 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 # shellcheck source=scripts/packages.sh
 . "$here/scripts/packages.sh"
-need_packages "${build_packages[@]}" "${chart_packages[@]}" "${test_packages[@]}" "${shell_packages[@]}"
+need_packages "${build_packages[@]}" "${chart_packages[@]}" "${picture_packages[@]}" "${shell_packages[@]}" \
+    "${test_packages[@]}"
 
 cd "$here"
 for preset in debug release; do
