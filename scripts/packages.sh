@@ -39,3 +39,7 @@ test_packages=(libgtest-dev libgmock-dev python3 binutils)
 layout_packages=(clang-format clang-tidy shellcheck)
 # shellcheck disable=SC2034
 bench_packages=(libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox time)
+# shellcheck disable=SC2034
+package_packages=(dpkg-dev fakeroot file lintian unzip zip)
+# shellcheck disable=SC2034
+printer_packages=(cups-bsd cups-client cups-daemon)
