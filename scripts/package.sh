@@ -4,6 +4,9 @@
 #
 #   scripts/package.sh [folder]    leaves them in the folder, "dist" unless named
 set -euo pipefail
+# Permissions come from the umask, times in the .zip from the time zone, and the order of lists from the language.
+umask 022
+export TZ=UTC LC_ALL=C
 here=$(cd "$(dirname "$0")/.." && pwd)
 folder=${1:-$here/dist}
 # shellcheck source=scripts/packages.sh
@@ -23,8 +26,6 @@ mkdir -p "$folder"
 folder=$(cd "$folder" && pwd)
 rm -f "$folder"/crv[-_]*.{deb,tar.gz,zip} "$folder/SHA256SUMS"
 cd "$here"
-# Times in the .zip are those of the time zone, and lists are sorted as the language has it.
-export TZ=UTC LC_ALL=C
 make_package deb DEB
 make_package static TGZ
 if ! cmake --list-presets | grep -q '"windows"'; then
