@@ -5,10 +5,11 @@ import os
 import pathlib
 import shutil
 import subprocess
+import sys
 import tempfile
 import zipfile
 
-from shared import CHART, CHART_STATUS, ROOT, draw, expect, finish, given, need, package, run
+from shared import CHART, CHART_STATUS, ROOT, TOOLS, draw, expect, finish, given, need, package, run
 
 WINDOWS_LIBRARIES = ("KERNEL32.dll", "msvcrt.dll", "api-ms-win-")
 
@@ -21,7 +22,7 @@ def unpacked(packages, folder):
 def may_change_root():
     """How a program is run in another root folder, or nothing where that is not allowed."""
     for command in (["chroot"], ["unshare", "--map-root-user", "chroot"]):
-        if subprocess.run([*command, "/", "true"], capture_output=True).returncode == 0:
+        if subprocess.run([*command, "/", "true"], env=TOOLS, capture_output=True).returncode == 0:
             return command
     return None
 
@@ -43,7 +44,7 @@ def test_packaged_programs_pass_the_cases_of_the_built_one(tree, packages):
     with tempfile.TemporaryDirectory() as folder:
         run("dpkg-deb", "--extract", package(packages, ".deb"), folder)
         for program in (pathlib.Path(folder, "usr/bin/crv"), tree / "bin/crv"):
-            printed = run("python3", ROOT / "tests/run_cases.py", "--crv", program)
+            printed = run(sys.executable, ROOT / "tests/run_cases.py", "--crv", program)
             expect("cases", printed.endswith(" cases passed, 0 failed\n"), True)
 
 

@@ -3,11 +3,10 @@
 # nothing behind. "sudo" runs its command as it stands, "apt" is dpkg on a root folder of the test; the commands for printers
 # are run by printer/page_test.
 import pathlib
-import shutil
 import sys
 import tempfile
 
-from shared import DATABASE, ROOT, TOOLS, as_root, expect, finish, fresh_root, given, listing, need, run
+from shared import DATABASE, TOOLS, as_root, copy_source, expect, finish, fresh_root, given, listing, need, run
 
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1]))
 from page_commands import PAGE, commands_of  # noqa: E402
@@ -59,7 +58,7 @@ def test_any_other_linux(packages, home):
 def test_from_the_source(home):
     with tempfile.TemporaryDirectory() as scratch:
         copy = pathlib.Path(scratch, "source")
-        shutil.copytree(ROOT, copy, ignore=shutil.ignore_patterns(".git", "build", "dist", "demo", "__pycache__"))
+        copy_source(copy)
         printed = shell(commands_of(SOURCE), copy, home)
         expect("source: the program says its status", STATUS in printed, True)
         expect("source: files that are left", [path for path in home.rglob("*") if not path.is_dir()], [])

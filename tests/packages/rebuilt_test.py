@@ -4,13 +4,10 @@
 import hashlib
 import os
 import pathlib
-import shutil
 import tarfile
 import tempfile
 
-from shared import ROOT, expect, faults, finish, given, need, package, run
-
-NOT_SOURCE = shutil.ignore_patterns(".git", "build", "dist", "demo", "__pycache__")
+from shared import copy_source, expect, faults, finish, given, need, package, run
 
 
 def sums(folder):
@@ -25,7 +22,7 @@ def main():
     expect("all files of an archive have one time", len(times), 1)
     with tempfile.TemporaryDirectory() as scratch:
         copy, made = pathlib.Path(scratch, "another folder"), pathlib.Path(scratch, "made")
-        shutil.copytree(ROOT, copy, ignore=NOT_SOURCE)
+        copy_source(copy)
         os.umask(0o077)
         run("bash", copy / "scripts/package.sh", made,
             env={**os.environ, "SOURCE_DATE_EPOCH": str(min(times)), "TZ": "Asia/Tokyo", "LC_ALL": "C.UTF-8"})

@@ -9,7 +9,7 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 SKIPPED = 77
 # dpkg wants its own tools, which lie where only root has them in its path.
-TOOLS = {"PATH": "/usr/sbin:/usr/bin:/sbin:/bin", "TZ": "UTC0", "LC_ALL": "C"}
+TOOLS = {"PATH": f"{os.environ.get('PATH', '')}:/usr/sbin:/usr/bin:/sbin:/bin", "TZ": "UTC0", "LC_ALL": "C"}
 CHART = ["-t", "Quarter car over a bump", "-r", "0,38:3,52:3,70:2", "-f", "run1.req", "-p"]
 CHART_STATUS = 1  # of a finished chart
 
@@ -68,6 +68,10 @@ def run(*command, status=0, **rest):
 def as_root(*command):
     """The command as root, or as what takes itself for root."""
     return command if os.geteuid() == 0 else ("fakeroot", *command)
+
+
+def copy_source(target):
+    shutil.copytree(ROOT, target, ignore=shutil.ignore_patterns(".git", "build", "dist", "demo", "__pycache__"))
 
 
 def listing(folder):
