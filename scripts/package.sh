@@ -30,8 +30,8 @@ make_package deb DEB
 make_package static TGZ
 if ! cmake --list-presets | grep -q '"windows"'; then
     echo "The .zip for Windows is left out: there is no preset for it"
-elif ! command -v x86_64-w64-mingw32-g++ >/dev/null; then
-    echo "The .zip for Windows is left out: its compiler x86_64-w64-mingw32-g++ is not installed"
+elif ! command -v x86_64-w64-mingw32-g++-posix >/dev/null; then
+    echo "The .zip for Windows is left out: its compiler x86_64-w64-mingw32-g++-posix is not installed"
 else
     make_package windows ZIP
 fi

@@ -7,10 +7,10 @@ import re
 import tarfile
 import tempfile
 
-from shared import ROOT, expect, faults, finish, given, listing, need, package, run
+from shared import ROOT, expect, finish, given, listing, need, package, run
 
 DOC = "share/doc/crv"
-EXAMPLES = ["bumper.vdr", "run1.req", "sensors.pos", "sled.mad"]
+EXAMPLES = sorted(path.name for path in (ROOT / "examples").iterdir() if path.suffix in (".req", ".mad", ".pos", ".vdr"))
 FOR_READERS_OF_THE_SOURCE = ("http://", "https://", "../tests/")
 
 
@@ -18,7 +18,7 @@ def expect_documents(name, tree, elsewhere=()):
     """The documents are all there, and what they link to, but for what the package has elsewhere."""
     doc = tree / DOC
     pages = ["README.md", "CONTRIBUTING.md", "bench/README.md",
-             *(f"docs/{path.name}" for path in (ROOT / "docs").glob("*.*"))]
+             *(str(path.relative_to(ROOT)) for path in (ROOT / "docs").rglob("*.*"))]
     expect(f"{name}: documents that are missing", [page for page in pages if not (doc / page).exists()], [])
     expect(f"{name}: examples", listing(doc / "examples"), EXAMPLES)
     for page in sorted(doc.rglob("*.md")):
@@ -61,7 +61,7 @@ def test_the_deb_has_what_debian_wants(packages):
     expect("version", fields["Version"], f"{version}-0crv1")
     expect("only the C library is needed", re.fullmatch(r"libc6 \(>= [\d.]+\)", fields["Depends"]) is not None, True)
     expect("recommended", fields["Recommends"], "ghostscript")
-    expect("suggested", fields["Suggests"], "cups-bsd | lpr")
+    expect("suggested", fields["Suggests"], "cups-bsd | lpr, poppler-utils")
     with tempfile.TemporaryDirectory() as folder:
         run("dpkg-deb", "--extract", deb, folder)
         tree = pathlib.Path(folder, "usr")

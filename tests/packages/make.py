@@ -4,8 +4,8 @@ import os
 import subprocess
 import sys
 
-from shared import ROOT, need
+from shared import ROOT, need_to_build
 
-need("dpkg-shlibdeps", "file", "zip")
+need_to_build()
 environment = {name: value for name, value in os.environ.items() if name not in ("CFLAGS", "CXXFLAGS", "LDFLAGS")}
 sys.exit(subprocess.run(["bash", ROOT / "scripts/package.sh", sys.argv[1]], env=environment).returncode)

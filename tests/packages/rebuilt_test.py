@@ -7,7 +7,7 @@ import pathlib
 import tarfile
 import tempfile
 
-from shared import copy_source, expect, faults, finish, given, need, package, run
+from shared import copy_source, expect, faults, finish, given, need_to_build, package, run
 
 
 def sums(folder):
@@ -15,7 +15,7 @@ def sums(folder):
 
 
 def main():
-    need("dpkg-shlibdeps", "file", "zip")
+    need_to_build()
     packages, _ = given()
     with tarfile.open(package(packages, ".tar.gz")) as archive:
         times = {member.mtime for member in archive}

@@ -42,8 +42,15 @@ def need(*programs):
         skip(f"not installed: {' '.join(missing)}; scripts/test.sh installs what is missing when it may")
 
 
+def need_to_build():
+    """What scripts/package.sh would install."""
+    need("dpkg-shlibdeps", "fakeroot", "file", "lintian", "unzip", "zip")
+
+
 def given():
     """The folder of the packages and the program as it was built for the other tests."""
+    if not pathlib.Path(sys.argv[1]).is_dir():
+        skip("the packages were not made")
     return pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve()
 
 
