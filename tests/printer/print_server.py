@@ -91,7 +91,9 @@ class PrintServer:
         (base / "etc/cups-files.conf").write_text(FOLDERS.format(base=base) + (ROOT_ONLY if os.geteuid() == 0 else ""))
         self.environment = {"PATH": PATH, "TZ": "UTC0", "LC_ALL": "C", "HOME": str(base / "home"),
                             "CUPS_SERVER": f"127.0.0.1:{self.port}"}
-        self.process = subprocess.Popen(["/usr/sbin/cupsd", "-f", "-c", base / "etc/cupsd.conf",
+        # Where programs are confined by their path, the one of the system may write to the folders of the system alone.
+        shutil.copy(shutil.which("cupsd", path=PATH), base / "cupsd")
+        self.process = subprocess.Popen([base / "cupsd", "-f", "-c", base / "etc/cupsd.conf",
                                          "-s", base / "etc/cups-files.conf"], env=self.environment,
                                         stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         if not wait_for(self.answers):
