@@ -49,3 +49,7 @@ bench_packages=(libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-
 fuzz_packages=(clang libclang-rt-14-dev)
 # shellcheck disable=SC2034
 coverage_packages=(gcovr)
+# shellcheck disable=SC2034
+package_packages=(dpkg-dev fakeroot file lintian unzip zip)
+# shellcheck disable=SC2034
+printer_packages=(cups-bsd cups-client cups-daemon)
