@@ -137,6 +137,16 @@ TEST_F(product_log, ALogThatCannotBeWrittenIsReported) {
               " utl_501-e-fopen append, .log: No such file or directory\n");
 }
 
+TEST_F(product_log, ACommentThatFindsAFullDiskIsReported) {
+    ASSERT_EQ(symlink("/dev/full", (folder + "/crv.log").c_str()), 0);
+    for (const size_t length : {size_t{1}, size_t{10'000}}) {
+        type(std::string(length, 'c') + "\n\n");
+        EXPECT_EQ(stderr_of([&] { EXPECT_EQ(report({}, nullptr, 1), 0); }),
+                  " utl_501-e-fwrite, .log: No space left on device\n");
+        EXPECT_THAT(out, testing::Not(testing::HasSubstr("Completed")));
+    }
+}
+
 TEST_F(product_log, TheLogIsShown) {
     std::ofstream(folder + "/crv.log") << "an entry\n%s\n";
     EXPECT_EQ(report({}, nullptr, 0), 1);
