@@ -23,6 +23,6 @@ if [ "$status" -ne 1 ]; then
     echo "crv ended with status $status" >&2
     exit 1
 fi
-"$here/scripts/chart_to_png.sh" crv.ps crv.png
+"$here/companions/crv2png" crv.ps
 echo
 echo "The chart is in $folder/crv.ps and, to look at, in $folder/crv.png"

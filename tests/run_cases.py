@@ -14,6 +14,11 @@ The printer command "lpr" is a stand-in that writes its arguments to the file "p
 
     run_cases.py --crv PROGRAM [case ...]            runs the cases named, or all
     run_cases.py --crv PROGRAM --accept [case ...]   writes what came out into the case: read the diff before you keep it
+    run_cases.py --crv PROGRAM --wine WINE ...       PROGRAM is for Windows and runs under Wine
+
+Under Wine, cmd.windows, stdout.windows, stderr.windows, status.windows and out.windows stand in for the files without the
+ending where a case has them, and each has its reason in windows/differences.md; that page also says which cases are left
+out. See windows/wine.py for how the program is called.
 """
 import argparse
 import difflib
@@ -24,11 +29,14 @@ import subprocess
 import sys
 import tempfile
 
+from windows import wine
+
 HERE = pathlib.Path(__file__).resolve().parent
 CASES = HERE / "cases"
 SHELVES = [HERE / "data", HERE.parent / "examples"]
 LPR = '#!/bin/sh\nfor word in "$@"; do echo "[$word]"; done > printed\n'
 TIME_LIMIT = 60
+STATUS_SKIPPED = 77
 
 
 def read(path):
@@ -49,30 +57,57 @@ def snapshot(folder):
     return {str(p.relative_to(folder)): p.read_bytes() for p in sorted(folder.rglob("*")) if p.is_file()}
 
 
-def run(case, program):
+class Native:
+    """Runs the program as it is."""
+
+    def __init__(self, program):
+        self.program = program
+
+    def make_tools(self, folder):
+        """Puts crv and lpr into the folder, and returns the environment in which they are found."""
+        (folder / "crv").symlink_to(self.program)
+        (folder / "lpr").write_text(LPR)
+        (folder / "lpr").chmod(0o755)
+        return {"PATH": f"{folder}:/usr/bin:/bin", "TZ": "UTC0",
+                "LSAN_OPTIONS": f"suppressions={HERE}/unit/leaks.supp:print_suppressions=0"}
+
+    def file_of(self, case, name):
+        """Where the case has what must come out, or its command."""
+        return case / name
+
+    def place_for(self, case, name, data):
+        """Where the case is to have what came out."""
+        return case / name
+
+    def as_text(self, name, data):
+        """Gives what came out as the cases have it."""
+        return data
+
+    def reason_to_skip(self, name):
+        return None
+
+
+def run(case, system):
     """Returns what came out: stdout, stderr, status and the files that are new or changed."""
     with tempfile.TemporaryDirectory() as scratch:
         scratch = pathlib.Path(scratch)
         folder, tools = scratch / "run", scratch / "bin"
         folder.mkdir()
         tools.mkdir()
-        (tools / "crv").symlink_to(program)
-        (tools / "lpr").write_text(LPR)
-        (tools / "lpr").chmod(0o755)
+        environment = system.make_tools(tools)
         fetch_inputs(case, folder)
         before = snapshot(folder)
-        environment = {"PATH": f"{tools}:/usr/bin:/bin", "TZ": "UTC0",
-                       "LSAN_OPTIONS": f"suppressions={HERE}/unit/leaks.supp:print_suppressions=0"}
-        done = subprocess.run(["sh", "-c", (case / "cmd").read_text()], cwd=folder, env=environment,
+        done = subprocess.run(["sh", "-c", system.file_of(case, "cmd").read_text()], cwd=folder, env=environment,
                               input=read(case / "stdin"), capture_output=True, timeout=TIME_LIMIT)
         after = snapshot(folder)
         lost = [name for name in before if name not in after]
-        files = {name: data for name, data in after.items() if before.get(name) != data}
-        return done.stdout, done.stderr, done.returncode, files, lost
+        files = {name: system.as_text(name, data) for name, data in after.items() if before.get(name) != data}
+        return (system.as_text("stdout", done.stdout), system.as_text("stderr", done.stderr), done.returncode, files,
+                lost)
 
 
-def expected_files(case):
-    return snapshot(case / "out") if (case / "out").is_dir() else {}
+def expected_files(folder):
+    return snapshot(folder) if folder.is_dir() else {}
 
 
 def diff(name, wanted, got):
@@ -83,13 +118,14 @@ def diff(name, wanted, got):
     return [line.decode("utf-8", "backslashreplace").rstrip("\n").replace("\r", "\\r") + "$" for line in lines]
 
 
-def check(case, program):
-    stdout, stderr, status, files, lost = run(case, program)
-    wanted_status = int(read(case / "status") or b"0")
-    faults = diff("stdout", read(case / "stdout"), stdout) + diff("stderr", read(case / "stderr"), stderr)
+def check(case, system):
+    stdout, stderr, status, files, lost = run(case, system)
+    wanted_status = int(read(system.file_of(case, "status")) or b"0")
+    faults = diff("stdout", read(system.file_of(case, "stdout")), stdout)
+    faults += diff("stderr", read(system.file_of(case, "stderr")), stderr)
     if status != wanted_status:
         faults.append(f"status {status}, wanted {wanted_status}")
-    wanted_files = expected_files(case)
+    wanted_files = expected_files(system.file_of(case, "out"))
     faults += [f"file {name} is lost" for name in lost]
     faults += [f"file {name} is missing" for name in wanted_files if name not in files]
     faults += [f"file {name} is there" for name in files if name not in wanted_files]
@@ -98,16 +134,20 @@ def check(case, program):
     return faults
 
 
-def accept(case, program):
-    stdout, stderr, status, files, _ = run(case, program)
+def accept(case, system):
+    stdout, stderr, status, files, _ = run(case, system)
     for name, data in (("stdout", stdout), ("stderr", stderr), ("status", f"{status}\n".encode() if status else b"")):
-        if data:
-            (case / name).write_bytes(data)
-        else:
-            (case / name).unlink(missing_ok=True)
-    shutil.rmtree(case / "out", ignore_errors=True)
+        place = system.place_for(case, name, data)
+        if place and (data or place.name != name):
+            place.write_bytes(data)
+        elif place:
+            place.unlink(missing_ok=True)
+    place = system.place_for(case, "out", files)
+    if not place:
+        return
+    shutil.rmtree(place, ignore_errors=True)
     for name, data in files.items():
-        target = case / "out" / name
+        target = place / name
         target.parent.mkdir(parents=True, exist_ok=True)
         target.write_bytes(data)
 
@@ -116,22 +156,30 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--crv", required=True)
     parser.add_argument("--accept", action="store_true")
+    parser.add_argument("--wine")
     parser.add_argument("cases", nargs="*")
     given = parser.parse_args()
     program = os.path.abspath(given.crv)
+    system = wine.Wine(program, given.wine) if given.wine else Native(program)
     names = given.cases or sorted(str(p.parent.relative_to(CASES)) for p in CASES.rglob("cmd"))
-    failed = 0
+    failed = skipped = 0
     for name in names:
-        if given.accept:
-            accept(CASES / name, program)
+        reason = system.reason_to_skip(name)
+        if reason:
+            print(f"skipped {name}: {reason}")
+            skipped += 1
             continue
-        faults = check(CASES / name, program)
+        if given.accept:
+            accept(CASES / name, system)
+            continue
+        faults = check(CASES / name, system)
         failed += bool(faults)
         if faults:
             print(f"FAIL {name}", *faults, sep="\n    ")
     if not given.accept:
-        print(f"{len(names) - failed} cases passed, {failed} failed")
-    sys.exit(1 if failed else 0)
+        print(f"{len(names) - failed - skipped} cases passed, {failed} failed" +
+              (f", {skipped} skipped" if skipped else ""))
+    sys.exit(1 if failed else STATUS_SKIPPED if skipped == len(names) else 0)
 
 
 if __name__ == "__main__":

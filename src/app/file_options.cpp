@@ -11,6 +11,7 @@
 #include "stats/conditional.h"
 #include "stats/dat_file.h"
 #include "stats/rounding.h"
+#include "util/console.h"
 #include "util/file_pickers.h"
 #include "util/text.h"
 
@@ -56,7 +57,7 @@ static bool choose_file(crv_run *run, int index, const char *pattern) {
 static void need_slots(const crv_run *run, int wanted) {
     const int free_slots = CRV_MAXCOLS - run->columns_read;
     if (wanted <= free_slots) return;
-    fprintf(stderr, "%%crv_05-f-col, \"%s\" would need %d columns, %d of %d are free\n",
+    fprintf(utl_ErrorStream(), "%%crv_05-f-col, \"%s\" would need %d columns, %d of %d are free\n",
             run->file_path.c_str(), wanted, free_slots, CRV_MAXCOLS);
     utl_Quit(status_refused);
 }
@@ -117,7 +118,7 @@ static void load_request_file(crv_run *run) {
 // Ends the run with the value of one column where another meets the condition of -r.
 [[noreturn]] static void report_value(const crv_run *run) {
     if (run->columns_read < 2) {
-        fprintf(stderr,
+        fprintf(utl_ErrorStream(),
                 "%%crv_05-f-val, The value of one request when another is \"%s\" needs two requests\n",
                 run->value.c_str());
         utl_Quit(status_refused);
@@ -193,7 +194,8 @@ static crv_file *choose_files(const crv_run *run, int index, const char *pattern
     const char *next = crv_NextArgument(run, index);
     if (!next) return crv_ListFiles(pattern);
     if (next[0] == '-') {
-        fprintf(stderr, "%%crv_05-f-fil, Option %s needs a file name, not \"%s\"\n", run->argv[index], next);
+        fprintf(utl_ErrorStream(), "%%crv_05-f-fil, Option %s needs a file name, not \"%s\"\n",
+                run->argv[index], next);
         utl_Quit(status_refused);
     }
     crv_file *file = crv_AllocFile(next);

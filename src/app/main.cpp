@@ -2,22 +2,26 @@
 #include "app/setup.h"
 #include "records/settings.h"
 #include "util/console.h"
+#include "util/runtime.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <new>
 
+static void tell_lost_output() {
+    if (fflush(stdout) == 0 && !ferror(stdout)) return;
+    fprintf(stderr, "%%crv_01-e-out, Standard output could not be written, messages are lost\n");
+}
+
 static void end_without_memory() {
-    perror("    _01-e-new");
+    utl_ReportError("    _01-e-new");
     utl_Quit(0);
 }
 
 int main(int argc, char **argv, char **envp) {
     std::set_new_handler(end_without_memory);
-    // Messages on standard output and standard error keep their order, also when both go to one file.
-    setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
-#ifdef _WIN32
-    _set_printf_count_output(1); // elsewhere the %n conversion is always on
-#endif
+    utl_SetUpRuntime();
+    atexit(tell_lost_output);
     crv_settings.print_flag = 0;
     crv_settings.columnize_flags = 0;
     crv_DBG = 0;

@@ -5,6 +5,7 @@
 #include "app/ranges.h"
 #include "records/column.h"
 #include "records/settings.h"
+#include "util/console.h"
 #include "util/product_log.h"
 #include "util/text.h"
 
@@ -166,7 +167,7 @@ static void take_x_label(const char *label) {
     if (crv_columns[0]) {
         utl_CopyText(crv_columns[0]->colname, label);
     } else {
-        fprintf(stderr, "%%crv_05-e-lbl, First specify file prior to X label\n");
+        fprintf(utl_ErrorStream(), "%%crv_05-e-lbl, First specify file prior to X label\n");
     }
 }
 
@@ -190,7 +191,7 @@ static void take_y_label(const char *option, const char *label) {
     if (crv_columns[column]) {
         utl_CopyText(crv_columns[column]->colname, label);
     } else {
-        fprintf(stderr, "%%crv_05-e-lbl, First specify file prior to Y label\n");
+        fprintf(utl_ErrorStream(), "%%crv_05-e-lbl, First specify file prior to Y label\n");
     }
 }
 

@@ -30,25 +30,24 @@ static void use_given_range(const double (&given)[2], double (&range)[2]) {
     if (given[1] > given[0]) std::copy(std::begin(given), std::end(given), range);
 }
 
-// A slip of the command line must not cost a file: the chart is not written over what was read, or is to be read.
-static void spare_files_read(const crv_run *run) {
-    const char *user_file = run->chart->story_ts[0];
-    if (user_file[0] != '\0' && utl_IsSameFile(run->ps_path, user_file)) {
-        fprintf(stderr, "%%crv_05-f-ps , The chart would be written over \"%s\", which it is to contain\n",
-                run->ps_path);
-        utl_Quit(status_spared);
-    }
+// A slip of the command line must not cost a file: the chart is not written over what was read, or is pasted into it.
+static void spare_files(const crv_run *run) {
     for (const std::string &path : run->paths_read) {
         if (!utl_IsSameFile(run->ps_path, path.c_str())) continue;
-        fprintf(stderr, "%%crv_05-f-ps , The chart would be written over \"%s\", which was read\n",
+        fprintf(utl_ErrorStream(), "%%crv_05-f-ps , The chart would be written over \"%s\", which was read\n",
                 path.c_str());
         utl_Quit(status_spared);
     }
+    const char *user_file = run->chart->story_ts[0];
+    if (!utl_IsSameFile(run->ps_path, user_file)) return;
+    fprintf(utl_ErrorStream(),
+            "%%crv_05-f-ps , The chart would be written over \"%s\", which is pasted into it\n", user_file);
+    utl_Quit(status_spared);
 }
 
 [[noreturn]] static void draw_chart(crv_run *run) {
     crv_chart *chart = crv_UseChart(run);
-    spare_files_read(run);
+    spare_files(run);
     FILE *stream = crv_PlotHead(run->ps_path, chart);
     crv_PlotTxt(stream, frame_left, frame_bottom, frame_width, frame_height, legend_font_size, chart);
     if (chart->story_ts[0][0] != '\0') crv_PlotAppen(stream, chart->story_ts[0], run->ps_path);
@@ -75,7 +74,7 @@ static void spare_files_read(const crv_run *run) {
 static void check_data(const crv_run *run) {
     const bool needs_data = run->request < crv_run_help || run->request > crv_run_write;
     if (run->columns_read >= 2 || !needs_data) return;
-    fprintf(stderr, "%%crv_05-f-dat, Some data Must be selected to continue!\n");
+    fprintf(utl_ErrorStream(), "%%crv_05-f-dat, Some data Must be selected to continue!\n");
     utl_Quit(0);
 }
 

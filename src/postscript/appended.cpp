@@ -10,8 +10,7 @@
 static constexpr size_t line_limit = 1023; // longer lines are read in pieces
 static constexpr size_t kept_length = 81;  // of each piece
 
-// A name that was nobody's before the chart was created leads to the chart itself, which would be copied into itself
-// without end.
+// The chart itself was not there before it was begun, and copied into itself it would have no end.
 static utl_lines *open_user_file(const char *user_file, const char *path) {
     if (!utl_IsSameFile(user_file, path)) return utl_OpenLines(user_file);
     errno = ENOENT;
@@ -25,7 +24,7 @@ int crv_PlotAppen(FILE *stream, const char *user_file, const char *path) {
 
     utl_lines *in = open_user_file(user_file, path);
     if (!in) {
-        perror("    _46-f-fopen read, ");
+        utl_ReportError("    _46-f-fopen read, ");
         printf(" \"%s\"\n", user_file);
         utl_Quit(0);
     }

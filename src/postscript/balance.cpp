@@ -1,6 +1,8 @@
 // postscript/balance.cpp - see balance.h.
 #include "postscript/balance.h"
 
+#include "util/console.h"
+
 #include <cstdint>
 #include <cstdio>
 
@@ -14,11 +16,13 @@ void crv_ChkBal(const char *text) {
         if (*c == '}') --braces;
     }
     if (parens != 0) {
-        fprintf(stderr, "%%crv_47-e-bal, Unbalanced parens found in string while writing \"crv.ps\"\n");
-        fprintf(stderr, "    _47-e-bal,  \"%s\"\n", text);
+        fprintf(utl_ErrorStream(),
+                "%%crv_47-e-bal, Unbalanced parens found in string while writing \"crv.ps\"\n");
+        fprintf(utl_ErrorStream(), "    _47-e-bal,  \"%s\"\n", text);
     }
     if (braces != 0) {
-        fprintf(stderr, "%%crv_47-e-bal, Unbalanced braces found in string while writing \"crv.ps\"\n");
-        fprintf(stderr, "    _47-e-bal,  \"%s\"\n", text);
+        fprintf(utl_ErrorStream(),
+                "%%crv_47-e-bal, Unbalanced braces found in string while writing \"crv.ps\"\n");
+        fprintf(utl_ErrorStream(), "    _47-e-bal,  \"%s\"\n", text);
     }
 }

@@ -10,8 +10,10 @@
 // The page is US Letter in landscape: x runs from 0 to 792 points along the long side, y from 0 to 612. The chart frame
 // is passed as left edge, bottom edge, width and height, whole numbers in points.
 //
-// User text goes into PostScript strings as it is; crv_ChkBal reports what will not balance. Write errors on the stream
-// are ignored.
+// User text goes into PostScript strings as it is; crv_ChkBal reports what will not balance.
+//
+// Deliberate: write errors on the stream are ignored, so that a chart on a full disk is incomplete and goes to the printer
+// all the same.
 #pragma once
 
 #include "records/chart.h"
@@ -26,7 +28,7 @@ FILE *crv_PlotHead(const char *path, const crv_chart *chart);
 void crv_PlotTxt(FILE *stream, int x0, int y0, int w, int h, int font_size, const crv_chart *chart);
 
 // Routine 46. Copies the text file `user_file`, its lines cut to 81 characters, and returns 1. When it cannot be opened,
-// reports that and ends the program with status 0.
+// or is the chart file `path` itself, reports that and ends the program with status 0.
 //
 // Deliberate: a last line without a line end is not copied, and a line of more than 1,023 characters is copied in pieces
 // of 1,023, each cut to 81.

@@ -5,6 +5,7 @@
 #include "postscript/balance.h"
 #include "postscript/chart_file.h"
 #include "records/column.h"
+#include "util/console.h"
 #include "util/number_text.h"
 
 #include <climits>
@@ -185,6 +186,6 @@ void crv_PlotData(FILE *stream, int x0, int y0, int w, int h, crv_chart *chart) 
     for (int curve = 1; curve <= chart->num_curves && curve <= crv_curve_slots; ++curve)
         write_curve(stream, area, curve, chart);
     if (chart->num_curves > crv_curve_slots)
-        fprintf(stderr, "%%crv_44-w-cur, Only the first %d of %d curves are drawn\n", crv_curve_slots,
-                int{chart->num_curves});
+        fprintf(utl_ErrorStream(), "%%crv_44-w-cur, Only the first %d of %d curves are drawn\n",
+                crv_curve_slots, int{chart->num_curves});
 }

@@ -45,8 +45,8 @@ enum class outcome { done, refused };
 static void tell_missing(frame_file *vdr) {
     if (vdr->told_missing) return;
     vdr->told_missing = true;
-    fprintf(stderr, "%%crv_85-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n", vdr->path,
-            static_cast<unsigned long long>(vdr->in->line_number));
+    fprintf(utl_ErrorStream(), "%%crv_85-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
+            vdr->path, static_cast<unsigned long long>(vdr->in->line_number));
 }
 
 static void make_columns(frame_file *vdr, int first_slot) {
@@ -140,8 +140,8 @@ static outcome read_data(frame_file *vdr) {
     for (int point = 0; point < vdr->num_points; ++point) {
         const utl_line line = next_line(vdr);
         if (line.end == utl_end::nothing) {
-            fprintf(stderr, "%%crv_85-w-cut, \"%s\" ends after %d of %d data points\n", vdr->path, point,
-                    vdr->num_points);
+            fprintf(utl_ErrorStream(), "%%crv_85-w-cut, \"%s\" ends after %d of %d data points\n", vdr->path,
+                    point, vdr->num_points);
             break;
         }
         take_values(vdr, line);

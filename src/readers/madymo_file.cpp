@@ -43,7 +43,7 @@ struct madymo_file {
     int num_requests;
     int num_descriptions;
     double time;
-    int steps_done;
+    uint32_t steps_done;
     bool told_missing;
 };
 
@@ -54,8 +54,8 @@ enum class outcome { done, refused };
 static void tell_missing(madymo_file *mad) {
     if (mad->told_missing) return;
     mad->told_missing = true;
-    fprintf(stderr, "%%crv_88-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n", mad->path,
-            static_cast<unsigned long long>(mad->in->line_number));
+    fprintf(utl_ErrorStream(), "%%crv_88-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
+            mad->path, static_cast<unsigned long long>(mad->in->line_number));
 }
 
 static void parse_selection(madymo_file *mad, const char *selection) {
@@ -79,7 +79,7 @@ static void read_counts(madymo_file *mad) {
     if (sscanf(text, "%d %d", &mad->num_requests, &mad->num_descriptions) != 2)
         printf("%%crv_xx-e-num, Request count or column count incorrect\n");
     if (mad->num_requests >= 0) return;
-    fprintf(stderr, "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
+    fprintf(utl_ErrorStream(), "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
             mad->num_requests, mad->path);
     utl_Quit(status_failed);
 }
@@ -138,7 +138,7 @@ static void make_columns(madymo_file *mad) {
 
 static double take_item(madymo_file *mad, std::string_view line, uint32_t item) {
     if (item > most_numbers) { // Deliberate: the message is misspelled.
-        fprintf(stderr, "%%crv_88-f-col, Exceeded Max number of col to reqest of %d\n",
+        fprintf(utl_ErrorStream(), "%%crv_88-f-col, Exceeded Max number of col to reqest of %d\n",
                 static_cast<int>(most_numbers));
         utl_Quit(status_failed);
     }
@@ -175,7 +175,7 @@ static void take_value(madymo_file *mad, size_t k, utl_line line) {
 // Deliberate: the last line of the file counts as too long when it has no line end.
 static void need_line_end(const madymo_file *mad, utl_line line) {
     if (line.end == utl_end::newline) return;
-    fprintf(stderr, "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n", mad->path);
+    fprintf(utl_ErrorStream(), "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n", mad->path);
     utl_Quit(status_failed);
 }
 
@@ -228,7 +228,7 @@ static int read_file(madymo_file *mad) {
         utl_QuitWithError("    _88-f-fread", status_failed);
     }
     crv_SetMeans({mad->columns, mad->entries.size()});
-    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->path, mad->steps_done);
+    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->path, static_cast<int>(mad->steps_done));
     if (crv_DBG == routine) crv_ListColumns({mad->columns, mad->entries.size()}, routine);
     set_labels(mad);
     return static_cast<int>(mad->entries.size());

@@ -41,7 +41,7 @@ struct request_file {
     double time;
     double x_value; // latest value of entry 0
     uint32_t step;
-    int steps_done;
+    uint32_t steps_done;
     bool told_missing;
 };
 
@@ -52,8 +52,8 @@ enum class outcome { done, refused };
 static void tell_missing(request_file *req) {
     if (req->told_missing) return;
     req->told_missing = true;
-    fprintf(stderr, "%%crv_83-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n", req->path,
-            static_cast<unsigned long long>(req->in->line_number));
+    fprintf(utl_ErrorStream(), "%%crv_83-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
+            req->path, static_cast<unsigned long long>(req->in->line_number));
 }
 
 static void parse_selection(request_file *req, const char *selection) {
@@ -89,7 +89,7 @@ static outcome read_header(request_file *req) {
     read_title(req);
     req->num_requests = utl_ToInt(utl_NextLine(req->in, line_limit).text);
     if (req->num_requests < 0) {
-        fprintf(stderr, "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
+        fprintf(utl_ErrorStream(), "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
                 req->num_requests, req->path);
         return outcome::refused;
     }
@@ -117,7 +117,7 @@ static outcome make_columns(request_file *req) {
     for (const crv_reqsel &entry : req->entries) {
         crv_column *column = crv_AllocColumn(slot);
         if (!column) {
-            perror("    _83-e-calloc, data");
+            utl_ReportError("    _83-e-calloc, data");
             return outcome::refused;
         }
         if (crv_IsTime(req->entries, slot)) {
@@ -170,7 +170,7 @@ static outcome keep_value(const request_file *req, crv_column *column, double va
     crv_KeepEnds(column, value, req->step, req->time);
     crv_KeepMagnitudes(column, value, req->step, req->time);
     if (crv_AppendValue(column, value)) return outcome::done;
-    perror("    _83-f-calloc");
+    utl_ReportError("    _83-f-calloc");
     return outcome::refused;
 }
 
@@ -222,7 +222,7 @@ static void set_means(const request_file *req) {
     for (size_t k = 0; k < req->entries.size(); ++k) {
         crv_column *column = req->columns[k];
         if (column->numpts < 1) {
-            fprintf(stderr, "%%crv_83-e-pts, No data points found for item (%d)\n",
+            fprintf(utl_ErrorStream(), "%%crv_83-e-pts, No data points found for item (%d)\n",
                     req->first_slot + static_cast<int>(k));
             utl_Quit(1);
         }
@@ -254,11 +254,11 @@ static int read_file(request_file *req) {
     if (read_steps(req) == outcome::refused) return -1;
     if (req->in->error != 0) {
         errno = req->in->error;
-        perror("    _83-f-fread");
+        utl_ReportError("    _83-f-fread");
         return -1;
     }
     set_means(req);
-    printf("%%crv_83-i-pts, file (%s) has %d steps\n", req->path, req->steps_done);
+    printf("%%crv_83-i-pts, file (%s) has %d steps\n", req->path, static_cast<int>(req->steps_done));
     if (crv_DBG == routine) crv_ListColumns({req->columns, req->entries.size()}, routine);
     set_labels(req);
     return static_cast<int>(req->entries.size());
@@ -277,7 +277,7 @@ int crv_ReadReq(const char *path, const char *selection, int first_slot) {
     printf("%%crv_83-i-wor, Reading \"%s\" ...\n", path);
     req.in = utl_OpenLines(path);
     if (!req.in) {
-        perror("    _83-f-fopen");
+        utl_ReportError("    _83-f-fopen");
         return -1;
     }
     const int count = read_file(&req);

@@ -4,6 +4,7 @@
 #include "records/column.h"
 #include "records/settings.h"
 #include "util/console.h"
+#include "util/file_kind.h"
 #include "util/number_text.h"
 #include "util/same_file.h"
 
@@ -11,7 +12,6 @@
 #include <cstdio>
 #include <cstring>
 #include <span>
-#include <sys/stat.h>
 
 static constexpr int status_failed = 0;
 
@@ -97,13 +97,19 @@ static bool is_written(group written) {
     }
 }
 
+static void write_number(FILE *out, double value) {
+    char text[utl_number_room];
+    *utl_PutExp11(text, value) = '\0';
+    fprintf(out, "%s ", text);
+}
+
 static void write_cell(FILE *out, const statistics_row &row, const crv_column *column) {
     if (row.label) fputs(row.label, out);
     if (row.is_name) fprintf(out, "%-11.11s ", column->colname);
-    if (row.value) fprintf(out, "%11.4e ", column->*row.value);
+    if (row.value) write_number(out, column->*row.value);
     if (row.step) fprintf(out, "s=%9d ", static_cast<int>(column->*row.step));
     if (row.time) fprintf(out, "t=%9.2e ", column->*row.time);
-    if (row.is_range) fprintf(out, "%11.4e ", column->max - column->min);
+    if (row.is_range) write_number(out, column->max - column->min);
 }
 
 static void write_statistics(FILE *out, columns_span columns) {
@@ -149,9 +155,8 @@ static void write_values(FILE *out, columns_span columns) {
 
 // An incomplete table is removed, unless a link or a device stands in its place.
 [[noreturn]] static void give_up(const std::string &dat_path) {
-    perror(" crv_84-f-fwrite, in crv_writecols() ");
-    struct stat status = {};
-    if (lstat(dat_path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) remove(dat_path.c_str());
+    utl_ReportError(" crv_84-f-fwrite, in crv_writecols() ");
+    if (utl_IsPlainFile(dat_path.c_str())) remove(dat_path.c_str());
     utl_Quit(status_failed);
 }
 
@@ -165,7 +170,8 @@ static void close_table(FILE *out, const std::string &dat_path) {
 
 static FILE *open_table(const char *path, const std::string &dat_path) {
     if (utl_IsSameFile(path, dat_path.c_str())) {
-        fprintf(stderr, "%%crv_84-f-wri, \"%s\" is the file that is read, it is not written over\n",
+        fprintf(utl_ErrorStream(),
+                "%%crv_84-f-wri, \"%s\" is the file that is read, it is not written over\n",
                 dat_path.c_str());
         utl_Quit(status_failed);
     }

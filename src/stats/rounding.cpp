@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 // A number as one signed digit times a power of ten, the rest cut off.
 struct leading_digit {
@@ -15,12 +16,21 @@ struct leading_digit {
     double power;
 };
 
+// 10 to the power that a text says.
+static double power_of_ten(const char *exponent) {
+#ifdef _WIN32
+    // The power routine here misses most powers below 1 by a digit in the last place; reading the number does not.
+    return utl_ToDouble(std::string("1e") + exponent);
+#else
+    return pow(10.0, utl_ToDouble(exponent));
+#endif
+}
+
 // Works on the printed text, so that the mantissa is rounded before the digit is taken.
 static leading_digit take_leading_digit(double value) {
     char text[16];
     snprintf(text, sizeof text, "%10.3e", value);
-    const double exponent = utl_ToDouble(strchr(text, 'e') + 1);
-    return {utl_ToInt({text, 2}), pow(10.0, exponent)};
+    return {utl_ToInt({text, 2}), power_of_ten(strchr(text, 'e') + 1)};
 }
 
 // In single precision, so that values such as 0.1, which have no exact binary form, count as round.

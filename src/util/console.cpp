@@ -1,10 +1,25 @@
 // util/console.cpp - see console.h.
 #include "util/console.h"
 
-#include <cstdio>
+#include <cerrno>
+
+FILE *utl_ErrorStream() {
+    const int error = errno;
+    fflush(stdout);
+    errno = error;
+    return stderr;
+}
+
+void utl_ReportError(const char *report) {
+    utl_ErrorStream();
+    perror(report);
+}
+
+// A line goes on for so many pieces at the most, about a million characters: what feeds the program has no line ends.
+static constexpr int most_pieces = 8192;
 
 void utl_QuitWithError(const char *report, int status) {
-    perror(report);
+    utl_ReportError(report);
     utl_Quit(status);
 }
 
@@ -36,5 +51,5 @@ bool utl_ReadPiece(char *answer, size_t size) {
 void utl_ReadAnswer(char *answer, size_t size) {
     char rest[128];
     bool ended = utl_ReadPiece(answer, size);
-    while (!ended) ended = utl_ReadPiece(rest, sizeof rest);
+    for (int pieces = 0; !ended && pieces < most_pieces; ++pieces) ended = utl_ReadPiece(rest, sizeof rest);
 }

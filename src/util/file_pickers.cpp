@@ -171,7 +171,7 @@ crv_file *crv_ListFiles(const char *pattern) {
                                                "    _34-e-calloc", status_no_memory};
     utl_lines *in = utl_OpenCrvListing(pattern);
     if (!in) {
-        perror("    _34-e-fopen");
+        utl_ReportError("    _34-e-fopen");
         return nullptr;
     }
     int count = 0;
@@ -194,7 +194,7 @@ crv_file *crv_ListFiles(const char *pattern) {
 // ----- one file
 
 [[noreturn]] static void refuse_answer() {
-    fprintf(stderr, "%%utl_33-f-nofil, Improper file selection.\n");
+    fprintf(utl_ErrorStream(), "%%utl_33-f-nofil, Improper file selection.\n");
     utl_Quit(status_failed);
 }
 

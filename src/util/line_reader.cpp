@@ -1,15 +1,24 @@
 // util/line_reader.cpp - see line_reader.h.
 #include "util/line_reader.h"
 
+#include "records/memory.h"
 #include "util/line_scan.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 static constexpr size_t block_size = 256 * 1024;
+
+#ifdef _WIN32
+// As it is: left to itself, the runtime would drop every CR that stands before a line end and end the file at a Ctrl-Z.
+static constexpr int open_flags = O_RDONLY | O_BINARY | O_NOINHERIT;
+#else
+static constexpr int open_flags = O_RDONLY | O_CLOEXEC;
+#endif
 
 // Moves what is left to the front of the block and fills the room behind it, until `wanted` characters are there or the
 // file ends.
@@ -17,7 +26,8 @@ static void fill_block(utl_lines *in, size_t wanted) {
     auto held = static_cast<size_t>(in->block_end - in->next);
     memmove(in->block, in->next, held);
     while (held < wanted && !in->at_file_end) {
-        const ssize_t got = read(in->file, in->block + held, block_size - held);
+        const auto room = static_cast<unsigned>(block_size - held);
+        const ssize_t got = read(in->file, in->block + held, room);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) in->error = errno;
         if (got <= 0) {
@@ -30,12 +40,18 @@ static void fill_block(utl_lines *in, size_t wanted) {
     in->block_end = in->block + held;
 }
 
+// A device such as /dev/zero never ends. An empty one has ended already, and a terminal ends when its user says so.
+static bool may_be_endless(const utl_lines *in) {
+    struct stat status = {};
+    return !in->at_file_end && fstat(in->file, &status) == 0 && S_ISCHR(status.st_mode) && !isatty(in->file);
+}
+
 utl_lines *utl_OpenLines(const char *path) {
-    const int file = open(path, O_RDONLY | O_CLOEXEC);
+    const int file = open(path, open_flags);
     if (file < 0) return nullptr;
 
-    auto *in = static_cast<utl_lines *>(calloc(1, sizeof(utl_lines)));
-    auto *block = static_cast<char *>(calloc(block_size + utl_scan_reach, 1));
+    auto *in = static_cast<utl_lines *>(crv_Calloc(1, sizeof(utl_lines)));
+    auto *block = static_cast<char *>(crv_Calloc(block_size + utl_scan_reach, 1));
     if (in && block) {
         *in = {.file = file,
                .error = 0,
@@ -46,6 +62,7 @@ utl_lines *utl_OpenLines(const char *path) {
                .block_end = block,
                .block = block};
         fill_block(in, 1); // shows whether it can be read at all: a folder opens like a file
+        if (in->error == 0 && may_be_endless(in)) in->error = ENOTSUP;
         if (in->error == 0) return in;
         errno = in->error;
     }

@@ -32,7 +32,8 @@ struct utl_lines {
     char *block;
 };
 
-// Opens `path` for reading and reads its first block. Returns null with errno set when that fails, also for a folder.
+// Opens `path` for reading and reads its first block. Returns null with errno set when that fails, also for a folder and
+// for a device that may never end. A pipe is waited for until it has a writer.
 utl_lines *utl_OpenLines(const char *path);
 
 // Reads on: at most `limit` characters, the line end counted as one of them, 1 <= limit <= 65,536.

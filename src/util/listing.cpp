@@ -6,15 +6,22 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <glob.h>
 #include <string>
-#include <sys/stat.h>
 #include <unistd.h>
+
+#ifndef _WIN32
+#include <glob.h>
+#include <sys/stat.h>
+#endif
 
 static constexpr const char *crv_listing = "crv_temp.tmp";
 static constexpr const char *utl_listing = "utl_temp.tmp";
 
-#ifdef __VMS
+#if defined(_WIN32)
+static constexpr const char *list_command = "dir /o /b > crv_temp.tmp ";
+static constexpr const char *list_command_end = "";
+static constexpr const char *remove_command = "del crv_temp.tmp";
+#elif defined(__VMS)
 static constexpr const char *list_command = "directory/out=crv_temp.tmp/nohead/notrail ";
 static constexpr const char *list_command_end = ";0";
 static constexpr const char *remove_command = "delete crv_temp.tmp;0";
@@ -42,10 +49,25 @@ utl_lines *utl_OpenCrvListing(const char *pattern) {
 }
 
 void utl_RemoveCrvListing() {
+#ifndef _WIN32
     // On a terminal the command asks before it removes what may not be written.
     chmod(crv_listing, S_IRUSR | S_IWUSR);
+#endif
     utl_RunCommand(remove_command);
 }
+
+#ifdef _WIN32
+
+utl_lines *utl_OpenUtlListing(const char *pattern) {
+    const std::string command = std::string("dir /o /b > utl_temp.tmp ") + pattern;
+    if (!clear_place(utl_listing)) return nullptr;
+    utl_RunCommand(command.c_str());
+    return utl_OpenLines(utl_listing);
+}
+
+void utl_RemoveUtlListing() { utl_RunCommand("del utl_temp.tmp"); }
+
+#else
 
 // Writes the names, one a line. Returns false with errno set when that fails.
 static bool write_names(FILE *out, const char *pattern) {
@@ -72,3 +94,5 @@ utl_lines *utl_OpenUtlListing(const char *pattern) {
 }
 
 void utl_RemoveUtlListing() { remove(utl_listing); }
+
+#endif

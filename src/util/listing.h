@@ -10,6 +10,7 @@
 utl_lines *utl_OpenCrvListing(const char *pattern);
 void utl_RemoveCrvListing();
 
-// The same with utl_temp.tmp; names are sorted by their bytes, hidden ones left out, folders among them.
+// The same with utl_temp.tmp; names are sorted, hidden ones left out, folders among them. Windows sorts regardless of case
+// and puts folders first; elsewhere, where there is no such listing command, names are sorted by their bytes.
 utl_lines *utl_OpenUtlListing(const char *pattern);
 void utl_RemoveUtlListing();

@@ -186,11 +186,13 @@ bool utl_NextNumber(std::string_view *rest, double *number) {
     return !field.empty();
 }
 
-// strtod wants a zero-terminated text.
+// strtod wants a zero-terminated text. Text without a number is 0; some runtimes make a minus sign before it count.
 static double convert_copy(std::string_view text) {
     char copy[2048];
     utl_CopyText(copy, text);
-    return strtod(copy, nullptr);
+    char *end = nullptr;
+    const double value = strtod(copy, &end);
+    return end == copy ? 0.0 : value;
 }
 
 double utl_ToDouble(std::string_view text) {

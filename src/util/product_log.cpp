@@ -2,6 +2,7 @@
 #include "util/product_log.h"
 
 #include "util/console.h"
+#include "util/file_kind.h"
 #include "util/identity.h"
 
 #include <cerrno>
@@ -9,7 +10,6 @@
 #include <ctime>
 #include <string>
 #include <string_view>
-#include <sys/stat.h>
 
 static constexpr int action_show = 0;
 static constexpr int action_comment = 1;
@@ -43,13 +43,10 @@ static bool close_record(FILE *out) {
 
 // A usage file or log that is a pipe would wait for a reader.
 static FILE *open_to_append(const std::string &path) {
-#ifndef _WIN32
-    struct stat status = {};
-    if (stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode)) {
+    if (utl_IsPipe(path.c_str())) {
         errno = ESPIPE;
         return nullptr;
     }
-#endif
     return fopen(path.c_str(), "a");
 }
 
@@ -83,7 +80,7 @@ static void add_comment_lines(FILE *out, const char *application) {
 static int add_entry(const std::string &path, const char *application) {
     FILE *out = open_to_append(path);
     if (!out) {
-        perror(" utl_501-e-fopen append, .log");
+        utl_ReportError(" utl_501-e-fopen append, .log");
         return 0;
     }
     fprintf(out, "\n");
@@ -92,7 +89,7 @@ static int add_entry(const std::string &path, const char *application) {
     printf("\n      Enter comment in the product log, <return> when finished:\n");
     add_comment_lines(out, application);
     if (!close_record(out)) {
-        perror(" utl_501-e-fwrite, .log");
+        utl_ReportError(" utl_501-e-fwrite, .log");
         return 0;
     }
     printf("%%utl_501-s-fin, Completed entry in log file %s\n", path.c_str());
@@ -105,7 +102,7 @@ static void show_log(const std::string &path) {
 #else
     FILE *in = fopen(path.c_str(), "r");
     if (!in) {
-        perror(" utl_501-e-fopen read, .log");
+        utl_ReportError(" utl_501-e-fopen read, .log");
         return;
     }
     for (int c = getc(in); c != EOF; c = getc(in)) putchar(c);

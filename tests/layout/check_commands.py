@@ -2,8 +2,8 @@
 """Runs the commands that the documents show and compares what they print.
 
 A block marked "console" holds commands after "$ " and what each prints, standard output and standard error together.
-All blocks of a document run one after the other in a folder with the examples; "lpr" does nothing. Commands of crv that
-stand indented, without what they print, must do their work: no message of theirs may tell of an error.
+All blocks of a document run one after the other in a folder with the examples; "lpr" does nothing. Commands of crv and its
+companions that stand indented, without what they print, must do their work: no message of theirs may tell of an error.
 
     check_commands.py CRV ROOT            compares
     check_commands.py CRV ROOT --write    writes what comes out into the documents: read the diff before you keep it
@@ -17,24 +17,36 @@ import sys
 import tempfile
 
 BLOCK = re.compile(r"^```console\n(.*?)^```$", re.S | re.M)
+INDENTED = re.compile(r"^    ((?:\w+=\S+ )?crv\w* .*?) *(?:#.*)?$", re.M)
+FENCED = re.compile(r"^```.*?^```$", re.S | re.M)
+COMPANIONS = ("crv2pdf", "crv2png", "crv2svg")
 
 
 def run(command, folder, tools):
+    """Returns what the command prints and its status."""
     environment = {"PATH": f"{tools}:/usr/bin:/bin", "TZ": "UTC0"}
     done = subprocess.run(["sh", "-c", command], cwd=folder, env=environment, stdin=subprocess.DEVNULL,
                           stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=60)
-    return done.stdout.decode()
+    return done.stdout.decode(), done.returncode
 
 
 def replay(block, folder, tools):
     commands = re.findall(r"^\$ (.*(?:\\\n.*)*)$", block, re.M)
-    return "".join(f"$ {command}\n{run(command, folder, tools)}" for command in commands)
+    return "".join(f"$ {command}\n{run(command, folder, tools)[0]}" for command in commands)
+
+
+def does_its_work(command, folder, tools):
+    """A companion is silent and ends with 0; crv prints messages, none of an error."""
+    printed, status = run(command, folder, tools)
+    if command.startswith(COMPANIONS):
+        return status == 0 and not printed, printed
+    return bool(printed) and not re.search(r"_\d+-[ef]-|^crv2|not found", printed, re.M), printed
 
 
 def faults_of_indented(doc, folder, tools):
-    for command in re.findall(r"^    (crv .*?) *(?:#.*)?$", doc.read_text(), re.M):
-        printed = run(command, folder, tools)
-        if not printed or re.search(r"_\d+-[ef]-", printed):
+    for command in INDENTED.findall(FENCED.sub("", doc.read_text())):
+        good, printed = does_its_work(command, folder, tools)
+        if not good:
             yield f"{doc.name}: {command!r} does not do its work: {printed!r}"
 
 
@@ -45,6 +57,8 @@ def check(doc, crv, root, write):
         shutil.copytree(root / "examples", folder)
         tools.mkdir()
         (tools / "crv").symlink_to(crv)
+        for companion in COMPANIONS:
+            (tools / companion).symlink_to(root / "companions" / companion)
         (tools / "lpr").write_text("#!/bin/sh\n")
         (tools / "lpr").chmod(0o755)
         wrong = list(faults_of_indented(doc, folder, tools))

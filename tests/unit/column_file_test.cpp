@@ -169,7 +169,7 @@ TEST_F(column_file, FailuresEndTheProgramWithZero) {
     const text_file file(table);
     EXPECT_EXIT(
         {
-            const failing_memory memory(0);
+            const failing_memory memory(reader_allocations);
             crv_ReadPost(file.path(), "0", 0, 1, 2);
         },
         testing::ExitedWithCode(0), "^    _94-e-calloc, data: Cannot allocate memory\n$");
@@ -177,7 +177,7 @@ TEST_F(column_file, FailuresEndTheProgramWithZero) {
     EXPECT_EXIT(
         {
             use_up_values();
-            const failing_memory memory(1);
+            const failing_memory memory(reader_allocations + 1);
             crv_ReadPost(long_file.path(), "1", 0, 1, 2);
         },
         testing::ExitedWithCode(0), "^    _94-f-calloc: Cannot allocate memory\n$");

@@ -32,6 +32,13 @@ TEST(Console, TheRestOfALongAnswerIsConsumed) {
     EXPECT_STREQ(answer, "nex");
 }
 
+TEST(Console, ALineWithoutAnEndEndsAfterAMillionCharacters) {
+    ASSERT_TRUE(freopen("/dev/zero", "r", stdin));
+    char answer[4] = "new";
+    utl_ReadAnswer(answer, sizeof answer);
+    EXPECT_STREQ(answer, "");
+}
+
 TEST(Console, QuittingEndsWithTheStatus) { EXPECT_EXIT(utl_Quit(3), testing::ExitedWithCode(3), ""); }
 
 TEST(Console, ACommandThatFailsIsNoFault) { EXPECT_TRUE(utl_RunCommand("exit 7")); }

@@ -177,14 +177,14 @@ TEST_F(file_pickers, MemoryThatRunsOutIsReported) {
         const std::string text = std::string(reports[good]) + ": Cannot allocate memory\n$";
         EXPECT_EXIT(
             {
-                const failing_memory memory(good);
+                const failing_memory memory(reader_allocations + good);
                 crv_ListFiles("*.req");
             },
             testing::ExitedWithCode(0), "^    _34-e-" + text);
         std::string name;
         EXPECT_EXIT(
             {
-                const failing_memory memory(good);
+                const failing_memory memory(reader_allocations + good);
                 utl_lstfile("*.req", &name, 0, 0);
             },
             testing::ExitedWithCode(1), "^    _33-e-" + text);

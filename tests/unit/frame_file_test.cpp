@@ -201,7 +201,7 @@ TEST_F(frame_file, FailuresEndTheProgramWithZero) {
     const text_file file("%N\n9000\n%D\n");
     EXPECT_EXIT(
         {
-            const failing_memory memory(1);
+            const failing_memory memory(reader_allocations + 1);
             crv_ReadVDR(file.path(), 0);
         },
         testing::ExitedWithCode(0), "^    _85-e-calloc, data: Cannot allocate memory\n$");
@@ -209,7 +209,7 @@ TEST_F(frame_file, FailuresEndTheProgramWithZero) {
     EXPECT_EXIT(
         {
             use_up_values();
-            const failing_memory memory(2);
+            const failing_memory memory(reader_allocations + 2);
             crv_ReadVDR(long_file.path(), 0);
         },
         testing::ExitedWithCode(0), "^    _85-e-calloc: Cannot allocate memory\n$");

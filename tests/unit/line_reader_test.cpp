@@ -180,7 +180,24 @@ TEST(LineReader, AMissingFileDoesNotOpen) {
 
 TEST(LineReader, AFolderDoesNotOpen) {
     EXPECT_EQ(utl_OpenLines("/"), nullptr);
+#ifdef _WIN32
+    EXPECT_EQ(errno, EACCES);
+#else
     EXPECT_EQ(errno, EISDIR);
+#endif
+}
+
+#ifndef _WIN32
+TEST(LineReader, ADeviceThatMayNeverEndDoesNotOpen) {
+    EXPECT_EQ(utl_OpenLines("/dev/zero"), nullptr);
+    EXPECT_EQ(errno, ENOTSUP);
+}
+
+TEST(LineReader, AnEmptyDeviceIsAnEmptyFile) {
+    utl_lines *in = utl_OpenLines("/dev/null");
+    ASSERT_NE(in, nullptr);
+    EXPECT_EQ(utl_NextLine(in, 126).end, utl_end::nothing);
+    utl_CloseLines(in);
 }
 
 TEST(LineReader, APipeIsReadToItsEnd) {
@@ -202,5 +219,6 @@ TEST(LineReader, APipeIsReadToItsEnd) {
     remove(path.c_str());
     EXPECT_EQ(count, 1000);
 }
+#endif
 
 } // namespace

@@ -202,7 +202,7 @@ TEST_F(madymo_file, FailuresEndTheProgramWithZero) {
     const text_file file(head + steps({0}));
     EXPECT_EXIT(
         {
-            const failing_memory memory(0);
+            const failing_memory memory(reader_allocations);
             crv_ReadMad(file.path(), "0", 0);
         },
         testing::ExitedWithCode(0), "^    _88-e-calloc, data: Cannot allocate memory\n$");
@@ -210,7 +210,7 @@ TEST_F(madymo_file, FailuresEndTheProgramWithZero) {
     EXPECT_EXIT(
         {
             use_up_values();
-            const failing_memory memory(1);
+            const failing_memory memory(reader_allocations + 1);
             crv_ReadMad(long_file.path(), "0", 0);
         },
         testing::ExitedWithCode(0), "^    _88-f-calloc: Cannot allocate memory\n$");

@@ -16,6 +16,9 @@ std::string exp11(double value) {
 }
 
 std::string printed(double value) {
+#ifdef _WIN32
+    if (std::isnan(value) && std::signbit(value)) return "       -nan"; // this printf forgets the sign
+#endif
     char text[64];
     snprintf(text, sizeof text, "%11.4e", value);
     return text;

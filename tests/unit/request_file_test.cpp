@@ -283,7 +283,7 @@ TEST_F(request_file, TheSixteenBitCountWrapsAround) {
 
 TEST_F(request_file, AColumnRecordWithoutMemoryIsReported) {
     const text_file file(two_requests({0}));
-    const failing_memory memory(1);
+    const failing_memory memory(reader_allocations + 1);
     EXPECT_EQ(stderr_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), "0,10", 0), -1); }),
               "    _83-e-calloc, data: Cannot allocate memory\n");
     EXPECT_NE(crv_columns[0], nullptr) << "columns made so far stay";
@@ -293,7 +293,7 @@ TEST_F(request_file, AColumnRecordWithoutMemoryIsReported) {
 TEST_F(request_file, AValueWithoutMemoryIsReported) {
     const text_file file(many_steps(10));
     use_up_values();
-    const failing_memory memory(1);
+    const failing_memory memory(reader_allocations + 1);
     EXPECT_EQ(stderr_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), "0", 0), -1); }),
               "    _83-f-calloc: Cannot allocate memory\n");
 }

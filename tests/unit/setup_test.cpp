@@ -1,4 +1,4 @@
-// unit/setup_test.cpp - whole runs in which memory runs out.
+// unit/setup_test.cpp - runs that the command line of a shell does not reach.
 #include "app/setup.h"
 
 #include "support.h"
@@ -32,36 +32,13 @@ TEST_F(setup, AMissingChartEndsTheRunAtItsFirstUse) {
     EXPECT_EXIT(without_chart({"-p"}), testing::ExitedWithCode(0), no_chart + "%crv_05-f-dat");
 }
 
-// The allocation that fails, in the order of the main job: the chart and its curves, the columns, the first value.
-TEST_F(setup, EachAllocationOfARunThatFailsIsReported) {
-    const text_file file("\nt\n1\n7 1 0 0 0\n0\n1\n1\n2\n");
-    const std::pair<std::string, int> ends[] = {
-        {"    _50-e-calloc, data", 0},  {"    _50-e-calloc, curve", 0}, {"    _50-e-calloc, curve", 0},
-        {"    _50-e-calloc, curve", 0}, {"    _50-e-calloc, curve", 0}, {"    _50-e-calloc, curve", 0},
-        {"    _50-e-calloc, curve", 0}, {"    _50-e-calloc, curve", 0}, {"    _83-e-calloc, data", 1},
-        {"    _83-e-calloc, data", 1},  {"    _83-f-calloc", 1}};
-    int good = 0;
-    for (const auto &[report, status] : ends) {
-        EXPECT_EXIT(
-            {
-                use_up_values();
-                const failing_memory memory(good, 1);
-                run({"-r", "0,7", "-f", file.path(), "-w", "x"});
-                exit(77);
-            },
-            testing::ExitedWithCode(status), "^" + report + ": Cannot allocate memory\n$")
-            << good << " good allocations";
-        ++good;
-    }
-    EXPECT_EXIT(
-        {
-            use_up_values();
-            const failing_memory memory(good, 1);
-            run({"-r", "0,7", "-f", file.path(), "-w", "x"});
-            exit(77);
-        },
-        testing::ExitedWithCode(77), "^$")
-        << "these are all";
+// More pairs than a command line takes.
+TEST_F(setup, AHundredThousandPairsAreRefused) {
+    std::string selection = "7";
+    while (selection.size() < 2 * 100'000 - 1) selection += ",7";
+    for (const char *option : {"-f", "-fm", "-fp", "-fa", "-fma"})
+        EXPECT_EXIT(run({"-r", selection, option, "a.req"}), testing::ExitedWithCode(0),
+                    "^%crv_05-f-col, \"a.req\" would need 100000 columns, 31 of 31 are free\n$");
 }
 
 } // namespace

@@ -58,15 +58,17 @@ template <typename action> std::string stderr_of(action act) {
 
 // What `action` writes to the stream that it is given.
 template <typename action> std::string written_by(action act) {
-    char *text = nullptr;
-    size_t size = 0;
-    FILE *stream = open_memstream(&text, &size);
+    FILE *stream = tmpfile();
     act(stream);
+    rewind(stream);
+    std::string text;
+    for (int c = getc(stream); c != EOF; c = getc(stream)) text += static_cast<char>(c);
     fclose(stream);
-    const std::string result(text, size);
-    free(text);
-    return result;
+    return text;
 }
+
+// Allocations that opening a file to be read line by line takes.
+constexpr int reader_allocations = 2;
 
 // While it lives, the allocation that comes after `good` good ones fails, and all later ones up to `bad` of them.
 class failing_memory {

@@ -1,0 +1,71 @@
+# What is installed, and the packages made of it: .deb, .tar.gz and .zip, see scripts/package.sh.
+
+option(CRV_STATIC "Link the C library into the program too, so that it starts where none is" OFF)
+option(CRV_HARDEN "Compile and link with the hardening that distributions ask for" OFF)
+
+if(CRV_STATIC)
+  target_link_options(crv_compiler INTERFACE -static)
+endif()
+if(CRV_HARDEN)
+  target_compile_options(crv_compiler INTERFACE -fPIE -fstack-protector-strong)
+  target_compile_definitions(crv_compiler INTERFACE _FORTIFY_SOURCE=2)
+  target_link_options(crv_compiler INTERFACE -pie -Wl,-z,relro,-z,now)
+endif()
+
+# The documents keep the places they have to each other, so that their links lead somewhere.
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES bench/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/bench)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  FILES_MATCHING PATTERN "*.req" PATTERN "*.mad" PATTERN "*.pos" PATTERN "*.vdr")
+
+# The pages of the companions, where there are companions.
+if(EXISTS ${CMAKE_SOURCE_DIR}/companions/crv2picture)
+  install(FILES man/crv2pdf.1 man/crv2png.1 man/crv2svg.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+endif()
+
+set(CPACK_PACKAGE_VENDOR "The crv developers")
+set(CPACK_PACKAGE_CONTACT "The crv developers <developers@crv.invalid>")
+set(CPACK_RESOURCE_FILE_LICENSE ${CMAKE_SOURCE_DIR}/LICENSE)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/stage_package.cmake)
+set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/repack_archive.cmake)
+
+# Windows calls the same processor by another name, and its users too.
+string(TOLOWER ${CMAKE_SYSTEM_NAME} crv_system)
+string(TOLOWER ${CMAKE_SYSTEM_PROCESSOR} crv_processor)
+string(REPLACE amd64 x86_64 crv_processor ${crv_processor})
+set(CPACK_PACKAGE_FILE_NAME crv-${PROJECT_VERSION}-${crv_system}-${crv_processor})
+
+# The program of the .deb uses the C library of the system, and nothing else. A revision of our own leaves the plain ones to
+# whoever takes the program into a distribution.
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 0crv1)
+set(CPACK_DEBIAN_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS ghostscript)
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "cups-bsd | lpr, poppler-utils")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+"crv reads the result files of simulation programs (request files, Madymo
+files, column files and frame files), keeps the series that are named with
+their statistics, and then draws them as a one-page PostScript chart and
+prints it, writes them as aligned text tables, or tells the value of one
+series where another meets a condition.")
+
+# For stage_package.cmake, which sees nothing but names of this kind.
+set(CPACK_CRV_EPOCH ${crv_epoch})
+set(CPACK_CRV_DEBIAN_FOLDER ${CMAKE_BINARY_DIR}/debian)
+set(crv_debian_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
+set(crv_contact ${CPACK_PACKAGE_CONTACT})
+execute_process(COMMAND date -u -R -d @${crv_epoch} OUTPUT_VARIABLE crv_debian_date OUTPUT_STRIP_TRAILING_WHITESPACE)
+file(READ ${CMAKE_SOURCE_DIR}/LICENSE crv_license)
+string(REGEX REPLACE "^MIT License\n\n(Copyright[^\n]*)\n\n(.*)\n$" "\\2" crv_license "${crv_license}")
+string(REGEX REPLACE "\n\n" "\n.\n" crv_license "${crv_license}")
+string(REGEX REPLACE "\n" "\n " crv_license "${crv_license}")
+configure_file(cmake/debian/changelog.in debian/changelog @ONLY)
+configure_file(cmake/debian/copyright.in debian/copyright @ONLY)
+
+include(CPack)

@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# Makes the packages: the .deb, the .tar.gz with a program that needs no library, the .zip for Windows where that can be
+# compiled, and the sums of all.
+#
+#   scripts/package.sh [folder]    leaves them in the folder, "dist" unless named
+set -euo pipefail
+# Permissions come from the umask, times in the .zip from the time zone, and the order of lists from the language.
+umask 022
+export TZ=UTC LC_ALL=C
+here=$(cd "$(dirname "$0")/.." && pwd)
+folder=${1:-$here/dist}
+# shellcheck source=scripts/packages.sh
+. "$here/scripts/packages.sh"
+need_packages "${build_packages[@]}" "${package_packages[@]}"
+
+make_package() { # preset, kind of package
+    cmake --preset "$1" >/dev/null
+    cmake --build --preset "$1" --parallel "$(nproc)" --target crv | tail -n 1
+    rm -rf "build/$1/packages"
+    cpack --config "build/$1/CPackConfig.cmake" -G "$2" -B "$here/build/$1/packages" >"build/$1/packages.log" 2>&1 ||
+        { cat "build/$1/packages.log" >&2; return 1; }
+    cp "build/$1/packages/"*.* "$folder"
+}
+
+mkdir -p "$folder"
+folder=$(cd "$folder" && pwd)
+rm -f "$folder"/crv[-_]*.{deb,tar.gz,zip} "$folder/SHA256SUMS"
+cd "$here"
+make_package deb DEB
+make_package static TGZ
+if ! cmake --list-presets | grep -q '"windows"'; then
+    echo "The .zip for Windows is left out: there is no preset for it"
+elif ! command -v x86_64-w64-mingw32-g++-posix >/dev/null; then
+    echo "The .zip for Windows is left out: its compiler x86_64-w64-mingw32-g++-posix is not installed"
+else
+    make_package windows ZIP
+fi
+cd "$folder"
+sha256sum crv[-_]* >SHA256SUMS
+ls -l

@@ -1,0 +1,37 @@
+// util/runtime.cpp - see runtime.h.
+#include "util/runtime.h"
+
+#ifdef _WIN32
+
+#include <windows.h>
+
+// The runtime of old versions of the system does not have the switch: it is looked for when the program runs.
+static void switch_on_count_conversion() {
+    const HMODULE runtime = GetModuleHandleA("msvcrt.dll");
+    if (!runtime) return;
+    const auto found = GetProcAddress(runtime, "_set_printf_count_output");
+    if (found) reinterpret_cast<int (*)(int)>(reinterpret_cast<void *>(found))(1);
+}
+
+// Lines need nothing: text leaves at once on a console. For files and pipes this runtime has blocks only.
+void utl_SetUpRuntime() { switch_on_count_conversion(); }
+
+#else
+
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+static void fill_standard_streams() {
+    int file = 0;
+    while (file >= 0 && file <= STDERR_FILENO) file = open("/dev/null", O_RDWR);
+    if (file > STDERR_FILENO) close(file);
+}
+
+// The %n conversion is always on here.
+void utl_SetUpRuntime() {
+    fill_standard_streams();
+    setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+}
+
+#endif

@@ -1,0 +1,68 @@
+"""How the cases run the program for Windows.
+
+Wine needs a prefix of its own, made before, in the folder "wine" beside the program, where start_as.exe is too. The program
+is called as it would be by a command interpreter, by "crv"; "lpr" is a batch file for the interpreter under Wine. Line ends
+are compared without their CR, but what the program writes to files must have them. The numbers of the system are those that Wine gives:
+they must be there, whatever they are.
+"""
+import pathlib
+import re
+
+HERE = pathlib.Path(__file__).resolve().parent
+DIFFERENCES = HERE / "differences.md"
+LPR = '@echo off\r\nfor %%w in (%*) do echo [%%w]> printed\r\n'
+SYSTEM = re.compile(rb"Windows_NT [1-9]\d*\.\d+ os-[1-9]\d*\.wi-[1-9]\d*")
+WRITTEN_BY_THE_PROGRAM = {".ps", ".dat", ".use", ".log"}
+
+
+def environment(program, wine):
+    """What Wine needs to know, and nothing else."""
+    return {"WINEPREFIX": str(program.parent / "wine"), "HOME": str(program.parent), "WINEDEBUG": "-all",
+            "WINEDLLOVERRIDES": "mscoree,mshtml,winemenubuilder.exe=", "DISPLAY": "", "TZ": "UTC0", "PATH": "/usr/bin:/bin", "CRV_WINE": str(wine),
+            "CRV_START_AS": str(program.parent / "start_as.exe"), "CRV_PROGRAM": str(program)}
+
+
+def differences():
+    """The rows of the page: case, what it has of its own, reason."""
+    rows = re.findall(r"^\| `(\S+/\S+)` \| (.*?) \| (.*?) \|$", DIFFERENCES.read_text(), re.M)
+    return {case: (what, reason) for case, what, reason in rows}
+
+
+class Wine:
+    """Runs the program under Wine."""
+
+    def __init__(self, program, wine):
+        self.environment = environment(pathlib.Path(program), wine)
+        self.differences = differences()
+
+    def make_tools(self, folder):
+        (folder / "crv").symlink_to(HERE / "crv.sh")
+        (folder / "lpr.bat").write_text(LPR)
+        return {**self.environment, "PATH": f"{folder}:/usr/bin:/bin", "WINEPATH": f"Z:{folder}".replace("/", "\\")}
+
+    def file_of(self, case, name):
+        own = case / f"{name}.windows"
+        return own if own.exists() else case / name
+
+    def place_for(self, case, name, data):
+        """A file of its own only where it differs."""
+        own = case / f"{name}.windows"
+        if name == "out":
+            usual = {str(p.relative_to(case / name)): p.read_bytes() for p in (case / name).rglob("*") if p.is_file()}
+        else:
+            usual = (case / name).read_bytes() if (case / name).exists() else b""
+        if data != usual:
+            return own
+        if own.exists() and name != "out":
+            own.unlink()
+        return None
+
+    def as_text(self, name, data):
+        text = SYSTEM.sub(b"Windows_NT MAJOR.MINOR os-BUILD.wi-BOTH", data.replace(b"\r\n", b"\n"))
+        if pathlib.Path(name).suffix in WRITTEN_BY_THE_PROGRAM and data.count(b"\r\n") != data.count(b"\n"):
+            return b"Not all line ends are CR LF.\n" + text
+        return text
+
+    def reason_to_skip(self, name):
+        what, reason = self.differences.get(name, ("", None))
+        return reason if what == "left out" else None
