@@ -46,15 +46,13 @@ class Gallery(workbench.Workbench):
         names = self.names(made / "gallery")
         self.assertEqual(names, self.names(self.docs / "gallery"))
         self.assertEqual(names, sorted(re.findall(r"\]\(gallery/(\w+\.png)\)", (self.docs / "gallery.md").read_text())))
-        kept = {}
         for name in names:
-            self.assertLess((self.docs / "gallery" / name).stat().st_size, LARGEST_FILE, name)
-            kept[name] = squares(self.docs / "gallery" / name)
-            self.assertLessEqual(unlike(kept[name], squares(made / "gallery" / name)), MOST_UNLIKE,
+            kept, new = self.docs / "gallery" / name, made / "gallery" / name
+            self.assertLess(kept.stat().st_size, LARGEST_FILE, name)
+            if kept.read_bytes() == new.read_bytes():
+                continue
+            self.assertLessEqual(unlike(squares(kept), squares(new)), MOST_UNLIKE,
                                  f"docs/gallery/{name} is stale: run scripts/gallery.sh")
-        for name in names:
-            for other in names:
-                self.assertEqual(unlike(kept[name], kept[other]) > MOST_UNLIKE, name != other, f"{name} and {other}")
 
     def test_the_picture_of_the_readme_is_one_of_the_gallery_and_stands_under_its_command(self):
         readme = (workbench.ROOT / "README.md").read_text()
