@@ -39,6 +39,20 @@ TEST(Console, ALineWithoutAnEndEndsAfterAMillionCharacters) {
     EXPECT_STREQ(answer, "");
 }
 
+TEST(Console, WhatWasPrintedIsOutBeforeAnErrorIsReported) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    printf("no line end");
+    errno = ENOENT;
+    EXPECT_EQ(utl_ErrorStream(), stderr);
+    EXPECT_EQ(lseek(STDOUT_FILENO, 0, SEEK_CUR), 11);
+    printf(", nor here");
+    utl_ReportError("report");
+    EXPECT_EQ(lseek(STDOUT_FILENO, 0, SEEK_CUR), 21);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "report: No such file or directory\n");
+    testing::internal::GetCapturedStdout();
+}
+
 TEST(Console, QuittingEndsWithTheStatus) { EXPECT_EXIT(utl_Quit(3), testing::ExitedWithCode(3), ""); }
 
 TEST(Console, ACommandThatFailsIsNoFault) { EXPECT_TRUE(utl_RunCommand("exit 7")); }

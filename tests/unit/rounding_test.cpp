@@ -25,8 +25,16 @@ TEST_F(rounding, BoundsGoOutwardToOneDigit) {
     EXPECT_EQ(rounded(950, 950), (bounds{900, 1000}));
     EXPECT_EQ(rounded(200, 200), (bounds{200, 200}));
     EXPECT_EQ(rounded(0, 0), (bounds{0, 0}));
-    EXPECT_DOUBLE_EQ(rounded(0.0123, 0.0123)[0], 0.01);
-    EXPECT_DOUBLE_EQ(rounded(0.0123, 0.0123)[1], 0.02);
+    EXPECT_EQ(rounded(0.0123, 0.0123), (bounds{0.01, 0.02}));
+}
+
+TEST_F(rounding, PowersOfTenAreTheNumbersNearestToThem) {
+    for (int exponent = -30; exponent <= 22; ++exponent) {
+        const std::string power = "e" + std::to_string(exponent);
+        const double value = strtod(("1.5" + power).c_str(), nullptr);
+        const double low = strtod(("1" + power).c_str(), nullptr);
+        EXPECT_EQ(rounded(value, value), (bounds{low, 2 * low})) << power;
+    }
 }
 
 TEST_F(rounding, TheDigitIsTakenAfterThreeDecimals) {
