@@ -12,7 +12,5 @@ if(CPACK_GENERATOR STREQUAL "DEB")
   execute_process(COMMAND gzip -9nf ${doc}/changelog ${doc}/changelog.Debian ${pages} COMMAND_ERROR_IS_FATAL ANY)
 endif()
 
-# cpack takes the time of a .deb from here.
-set(ENV{SOURCE_DATE_EPOCH} ${CPACK_CRV_EPOCH})
 execute_process(COMMAND find ${CPACK_TEMPORARY_DIRECTORY} -exec touch -h -d @${CPACK_CRV_EPOCH} {} +
   COMMAND_ERROR_IS_FATAL ANY)

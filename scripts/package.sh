@@ -17,8 +17,11 @@ make_package() { # preset, kind of package
     cmake --preset "$1" >/dev/null
     cmake --build --preset "$1" --parallel "$(nproc)" --target crv | tail -n 1
     rm -rf "build/$1/packages"
-    cpack --config "build/$1/CPackConfig.cmake" -G "$2" -B "$here/build/$1/packages" >"build/$1/packages.log" 2>&1 ||
-        { cat "build/$1/packages.log" >&2; return 1; }
+    # All packages have one time, that of the source; programs for Windows that are stripped too.
+    SOURCE_DATE_EPOCH=$(sed -n 's/^set(CPACK_CRV_EPOCH "\(.*\)")$/\1/p' "build/$1/CPackConfig.cmake")
+    export SOURCE_DATE_EPOCH
+    cpack --config "build/$1/CPackConfig.cmake" -G "$2" -B "$here/build/$1/packages" \
+        >"build/$1/packages.log" 2>&1 || { cat "build/$1/packages.log" >&2; return 1; }
     cp "build/$1/packages/"*.* "$folder"
 }
 

@@ -65,7 +65,7 @@ def run(*command, status=0, **rest):
     """Runs a command and returns what it printed on both streams; another status than wanted is a fault."""
     rest.setdefault("env", TOOLS)
     done = subprocess.run([str(word) for word in command], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                          stderr=subprocess.STDOUT, timeout=300, **rest)
+                          stderr=subprocess.STDOUT, timeout=1500, **rest)
     printed = done.stdout.decode("utf-8", "backslashreplace")
     if done.returncode != status:
         faults.append(f"{' '.join(map(str, command))}: status {done.returncode}, wanted {status}\n{printed}")
