@@ -62,5 +62,6 @@ seconds=${1:-60}
 [ $# -gt 0 ] && shift
 export programs kept found findings
 export -f fuzz_target
+# shellcheck disable=SC2016  # the words are for the shell that xargs starts
 if [ $# -gt 0 ]; then printf '%s\n' "$@"; else list_targets; fi |
     xargs -P "$(nproc)" -I '{}' bash -c 'fuzz_target "$1" "$2"' - '{}' "$seconds"
