@@ -31,7 +31,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
         check_sum(column);
         check_mean(column, column.fields.sum);
         require(column.fields.min_step == 0 && column.fields.absmax_step == 0, "the format has no steps");
-        require(column.values.size() == read.columns[0].values.size(), "a step gives every column a value");
+        const size_t most = read.columns[0].values.size() + 1; // the file can end within a step
+        require(column.values.size() <= most && read.columns[0].values.size() <= column.values.size() + 1,
+                "a step gives every column a value");
     }
     return 0;
 }
