@@ -62,11 +62,9 @@ static bool same_columns(const reading &one, const reading &other) {
     return true;
 }
 
-static reading read_in_room(const reader_input &input, const std::string &bytes, size_t read_piece,
+static reading read_in_room(const reader_input &input, const std::string &bytes, const room &room,
                             file_reader reader, outcome *result) {
     reading read;
-    room room;
-    room.read_piece = read_piece;
     *result = run_in_room(room, {{"a.file", bytes}}, [&] {
         crv_DBG = input.debug_level;
         for (int k = 0; k < 2; ++k) {
@@ -90,16 +88,33 @@ static std::string with_cr(const std::string &bytes) {
     return longer;
 }
 
+// A file that cannot be read to its end is reported as that, unless the reader had stopped before.
+static void check_bad_read(const reader_input &input, const outcome &good, file_reader reader) {
+    room room;
+    room.read_piece = input.read_piece;
+    room.bad_read = 1 + static_cast<int64_t>(input.bytes.size() % 7);
+    outcome result;
+    const reading read = read_in_room(input, input.bytes, room, reader, &result);
+    const bool told = result.err.find("-f-fopen: Input/output error\n") != result.err.npos ||
+                      result.err.find("-f-fread: Input/output error\n") != result.err.npos;
+    const bool gave_up = result.quit || read.count < 1;
+    require(told ? gave_up : gave_up || (result.err == good.err && result.out == good.out),
+            "a file that cannot be read to its end gives no columns");
+}
+
 reading check_reading(const reader_input &input, file_reader reader, outcome *result) {
-    const reading whole = read_in_room(input, input.bytes, 0, reader, result);
+    const reading whole = read_in_room(input, input.bytes, {}, reader, result);
     outcome again;
-    const reading pieces = read_in_room(input, input.bytes, input.read_piece, reader, &again);
+    room in_pieces;
+    in_pieces.read_piece = input.read_piece;
+    const reading pieces = read_in_room(input, input.bytes, in_pieces, reader, &again);
     require(same_columns(whole, pieces), "a file that arrives in pieces gives the same columns");
     require(again == *result, "and the same messages");
     const std::string longer = with_cr(input.bytes);
-    const reading ends = read_in_room(input, longer, 0, reader, &again);
+    const reading ends = read_in_room(input, longer, {}, reader, &again);
     require(same_columns(whole, ends), "a file with CR LF gives the same columns");
     require(again.out == result->out && again.err == result->err, "and the same messages");
+    check_bad_read(input, *result, reader);
     return whole;
 }
 

@@ -34,8 +34,8 @@ struct reader_input {
 };
 reader_input take_reader_input(const uint8_t *data, size_t size);
 
-// Reads the file three times: as it is, in pieces, and with CR LF for each line end, which must make no difference.
-// Returns what the first made.
+// Reads the file as it is, in pieces, and with CR LF for each line end, which must make no difference; and once more with
+// a disk that fails. Returns what the first made.
 using file_reader = int (*)(const char *path, const reader_input &input);
 reading check_reading(const reader_input &input, file_reader reader, outcome *result);
 

@@ -37,6 +37,7 @@ static bool inside;
 static room here;
 static outcome result;
 static open_things left_open;
+static int64_t reads;
 static int64_t allocations;              // but for blocks of values
 static std::vector<void *> value_blocks; // nodes are given from the last one, in later runs too
 
@@ -75,8 +76,12 @@ int __wrap_fclose(FILE *stream) {
 int __wrap_open(const char *path, int flags, ...) { return leads_out(path) ? -1 : __real_open(path, flags); }
 
 ssize_t __wrap_read(int file, void *to, size_t size) {
-    return __real_read(file, to,
-                       inside && here.read_piece > 0 && here.read_piece < size ? here.read_piece : size);
+    if (!inside) return __real_read(file, to, size);
+    if (here.bad_read > 0 && ++reads >= here.bad_read) {
+        errno = EIO;
+        return -1;
+    }
+    return __real_read(file, to, here.read_piece > 0 && here.read_piece < size ? here.read_piece : size);
 }
 
 void __wrap_free(void *block) {
@@ -215,6 +220,7 @@ outcome run_in_room(const room &room, const std::map<std::string, std::string> &
     here = room;
     result = {};
     allocations = 0;
+    reads = 0;
     for (const auto &[name, bytes] : files) write_file(name, bytes);
 
     FILE *const streams[] = {stdin, stdout, stderr};

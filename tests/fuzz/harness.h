@@ -20,6 +20,7 @@ struct room {
     std::string listing;        // what the host's listing command finds
     size_t read_piece = 0;      // characters that one read gives at the most; 0 as many as there are
     int64_t bad_allocation = 0; // this allocation fails, counted from 1; 0 none
+    int64_t bad_read = 0;       // and this read of a file, and all after it
 };
 
 // What came of it.

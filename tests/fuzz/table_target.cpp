@@ -63,7 +63,7 @@ static void fill_columns(const table_input &input) {
     }
 }
 
-static void print(std::string *to, const char *format, ...) {
+[[gnu::format(printf, 2, 3)]] static void print(std::string *to, const char *format, ...) {
     char text[512];
     va_list values;
     va_start(values, format);
