@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the program and runs all tests: under the sanitizers, then as released.
+# Builds the program and runs all tests: under the sanitizers, as released, and once more to see what they reach.
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 # shellcheck source=scripts/packages.sh
@@ -20,3 +20,5 @@ for preset in debug release; do
     status=${PIPESTATUS[0]}
     [ "$status" -eq 0 ]
 done
+
+scripts/coverage.sh
