@@ -19,11 +19,6 @@ install(FILES bench/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/bench)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR}
   FILES_MATCHING PATTERN "*.req" PATTERN "*.mad" PATTERN "*.pos" PATTERN "*.vdr")
 
-# The pages of the companions, where there are companions.
-if(EXISTS ${CMAKE_SOURCE_DIR}/companions/crv2picture)
-  install(FILES man/crv2pdf.1 man/crv2png.1 man/crv2svg.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-endif()
-
 set(CPACK_PACKAGE_VENDOR "The crv developers")
 set(CPACK_PACKAGE_CONTACT "The crv developers <developers@crv.invalid>")
 set(CPACK_RESOURCE_FILE_LICENSE ${CMAKE_SOURCE_DIR}/LICENSE)

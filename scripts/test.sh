@@ -6,8 +6,9 @@ here=$(cd "$(dirname "$0")/.." && pwd)
 . "$here/scripts/packages.sh"
 need_packages "${build_packages[@]}" "${chart_packages[@]}" "${picture_packages[@]}" "${shell_packages[@]}" \
     "${test_packages[@]}"
-# Without these two the tests of the packages and of printing say that they are skipped, and the others run.
+# Without these the tests of the packages and of printing say that they are skipped, and the others run.
 need_packages "${package_packages[@]}" || echo "The packages cannot be tested"
+need_packages "${windows_packages[@]}" || echo "The package for Windows cannot be made"
 need_packages "${printer_packages[@]}" || echo "Printing cannot be tested"
 
 cd "$here"

@@ -47,9 +47,7 @@ def test_install_lays_program_documents_and_examples_where_they_belong(built):
 
 def test_the_deb_pleases_the_package_checker(packages):
     need("lintian")
-    # The manual page is not part of every state of the source.
-    besides = [] if (ROOT / "man/crv.1").exists() else ["--suppress-tags", "no-manual-page"]
-    printed = run("lintian", "--allow-root", "--fail-on", "error,warning", *besides, package(packages, ".deb"))
+    printed = run("lintian", "--allow-root", "--fail-on", "error,warning", package(packages, ".deb"))
     expect("what lintian finds", printed, "")
 
 
