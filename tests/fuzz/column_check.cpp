@@ -1,8 +1,10 @@
 // fuzz/column_check.cpp - see column_check.h.
 #include "column_check.h"
 
+#include "readers/selection.h"
 #include "records/settings.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -138,13 +140,13 @@ void check_extremes(const column_copy &column) {
             "the extremes are values of the column");
 }
 
-void check_ends(const column_copy &column) {
+static void check_ends(const column_copy &column) {
     if (column.values.empty()) return;
     require(same(column.fields.begin_val, column.values.front()), "the first value is the first value");
     require(same(column.fields.end_val, column.values.back()), "the last value is the last value");
 }
 
-void check_magnitudes(const column_copy &column) {
+static void check_magnitudes(const column_copy &column) {
     if (column.values.empty() || std::isnan(column.values[0])) return;
     for (const double value : column.values)
         require(std::isnan(value) ||
@@ -169,4 +171,17 @@ void check_sum(const column_copy &column) {
 void check_mean(const column_copy &column, double sum) {
     const double count = column.fields.numpts;
     require(same(column.fields.mean, sum / count), "the mean is the sum divided by the count");
+}
+
+void check_statistics(const column_copy &column) {
+    check_count(column);
+    check_extremes(column);
+    check_ends(column);
+    check_magnitudes(column);
+    check_sum(column);
+    check_mean(column, column.fields.sum);
+}
+
+int wanted_columns(const reader_input &input, int first_slot) {
+    return std::min(crv_CountSel(input.selection.c_str()), CRV_MAXCOLS - first_slot);
 }

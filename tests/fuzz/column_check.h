@@ -39,16 +39,18 @@ reader_input take_reader_input(const uint8_t *data, size_t size);
 using file_reader = int (*)(const char *path, const reader_input &input);
 reading check_reading(const reader_input &input, file_reader reader, outcome *result);
 
-// The number of values is what numpts says, which counts in 16 bits.
+// How many columns the selection asks for, with the slots that there are from `first_slot` on.
+int wanted_columns(const reader_input &input, int first_slot);
+
+// The statistics of a format that keeps them all are those of the values: count in 16 bits, extremes, ends, magnitudes, sum
+// and mean.
+void check_statistics(const column_copy &column);
+
+// The single ones, for formats that keep less.
 void check_count(const column_copy &column);
-
-// Extremes, ends and magnitudes are those of the values; the sum is theirs in reading order.
 void check_extremes(const column_copy &column);
-void check_ends(const column_copy &column);
-void check_magnitudes(const column_copy &column);
 void check_sum(const column_copy &column);
-
-// The mean is the sum divided by numpts.
 void check_mean(const column_copy &column, double sum);
 
+// The values added up in reading order.
 double sum_of(const column_copy &column);

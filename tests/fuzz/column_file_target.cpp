@@ -3,9 +3,6 @@
 #include "column_check.h"
 
 #include "readers/column_file.h"
-#include "readers/selection.h"
-
-#include <algorithm>
 
 static int read_file(const char *path, const reader_input &input) {
     const int label_line = input.first_slot % 5;
@@ -17,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     outcome result;
     const reading read = check_reading(input, read_file, &result);
     require(!result.quit, "a file that can be read does not end the program");
-    const int wanted = std::min(crv_CountSel(input.selection.c_str()), CRV_MAXCOLS - input.first_slot / 5);
+    const int wanted = wanted_columns(input, input.first_slot / 5);
     require(read.count == 0 || read.count == wanted,
             "there is a column for each number of the selection, or none");
     if (read.count < 1) return 0;

@@ -2,9 +2,6 @@
 #include "column_check.h"
 
 #include "readers/madymo_file.h"
-#include "readers/selection.h"
-
-#include <algorithm>
 
 static int read_file(const char *path, const reader_input &input) {
     return crv_ReadMad(path, input.selection.c_str(), input.first_slot);
@@ -18,18 +15,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
         require(result.status == 0 && !result.err.empty(), "an end of the program has its report");
         return 0;
     }
-    const int wanted = std::min(crv_CountSel(input.selection.c_str()), CRV_MAXCOLS - input.first_slot);
+    const int wanted = wanted_columns(input, input.first_slot);
     require(read.count == 0 || read.count == wanted,
             "there is a column for each pair of the selection, or none");
     if (read.count < 1) return 0;
     require(read.columns.size() == static_cast<size_t>(wanted), "no column is made in vain");
     for (const column_copy &column : read.columns) {
-        check_count(column);
-        check_extremes(column);
-        check_ends(column);
-        check_magnitudes(column);
-        check_sum(column);
-        check_mean(column, column.fields.sum);
+        check_statistics(column);
         require(column.fields.min_step == 0 && column.fields.absmax_step == 0, "the format has no steps");
         const size_t most = read.columns[0].values.size() + 1; // the file can end within a step
         require(column.values.size() <= most && read.columns[0].values.size() <= column.values.size() + 1,

@@ -2,9 +2,6 @@
 #include "column_check.h"
 
 #include "readers/request_file.h"
-#include "readers/selection.h"
-
-#include <algorithm>
 
 static int read_file(const char *path, const reader_input &input) {
     return crv_ReadReq(path, input.selection.c_str(), input.first_slot);
@@ -19,18 +16,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
                 "the reader ends the program only for a column without values");
         return 0;
     }
-    const int wanted = std::min(crv_CountSel(input.selection.c_str()), CRV_MAXCOLS - input.first_slot);
+    const int wanted = wanted_columns(input, input.first_slot);
     require(read.count == -1 || read.count == 0 || read.count == wanted,
             "there is a column for each pair of the selection, or none");
     if (read.count < 1) return 0;
     require(read.columns.size() == static_cast<size_t>(wanted), "no column is made in vain");
     for (const column_copy &column : read.columns) {
-        check_count(column);
-        check_extremes(column);
-        check_ends(column);
-        check_magnitudes(column);
-        check_sum(column);
-        check_mean(column, column.fields.sum);
+        check_statistics(column);
         require(column.fields.begin_step >= 1 && column.fields.begin_step <= column.fields.end_step,
                 "steps count from 1");
         for (const uint32_t step : {column.fields.min_step, column.fields.max_step, column.fields.absmin_step,

@@ -1,9 +1,5 @@
 #!/usr/bin/env python3
 """What bash offers behind crv, on a terminal."""
-import pathlib
-import sys
-import tempfile
-
 import questions
 import shell_on_terminal
 
@@ -52,33 +48,6 @@ def faults_of_keys(shell, home):
                                                   "-fma (Madymo table: title, statistics and data)"])
 
 
-def main():
-    bash = shell_on_terminal.need("bash")
-    with tempfile.TemporaryDirectory() as scratch:
-        home = pathlib.Path(scratch, "home")
-        home.mkdir()
-        (home / "home.req").write_text("")
-        shells = []
-
-        def ask_in(folder, settings=""):
-            shells.append(start(bash, home, folder, settings))
-            return lambda line: ask(shells[-1], line)
-
-        faults = questions.judge("bash", scratch, ask_in)
-        usual = pathlib.Path(scratch, "usual")
-        shells.append(start(bash, home, usual))
-        faults += faults_of_keys(shells[-1], home)
-        if (usual / "no").exists():
-            faults.append("bash: the file behind > was not completed")
-        strict = ask_in(usual, "set -u -f; shopt -s failglob nullglob nocaseglob; IFS=,")
-        if strict("crv -r ") != ["0,", *questions.REQUESTS]:
-            faults.append("bash: strict settings are in the way")
-        for shell in shells:
-            shell.close()
-        faults += [f"bash: text was run: {path}" for path in pathlib.Path(scratch).rglob("pwned")]
-    print(*faults, sep="\n")
-    sys.exit(1 if faults else 0)
-
-
 if __name__ == "__main__":
-    main()
+    shell_on_terminal.judge("bash", start, ask, faults_of_keys,
+                            "set -u -f; shopt -s failglob nullglob nocaseglob; IFS=,")

@@ -8,7 +8,10 @@ import select
 import shutil
 import signal
 import sys
+import tempfile
 import time
+
+import questions
 
 PATIENCE = 30.0
 SKIPPED = 77
@@ -75,3 +78,35 @@ class shell_on_terminal:
         os.kill(self.child, signal.SIGKILL)
         os.waitpid(self.child, 0)
         os.close(self.terminal)
+
+
+def judge(name, start, ask, faults_of_keys, strict_settings):
+    """Asks the shell all questions, in folders and with settings of many kinds, and ends the test with what was wrong.
+
+    start(program, home, folder, settings) gives a shell, ask(shell, line) what it offers behind the line, and
+    faults_of_keys(shell, home) what is wrong with the keys of a user."""
+    program = need(name)
+    with tempfile.TemporaryDirectory() as scratch:
+        home = pathlib.Path(scratch, "home")
+        home.mkdir()
+        (home / "home.req").write_text("")
+        shells = []
+
+        def ask_in(folder, settings=""):
+            shells.append(start(program, home, folder, settings))
+            return lambda line: ask(shells[-1], line)
+
+        faults = questions.judge(name, scratch, ask_in)
+        usual = pathlib.Path(scratch, "usual")
+        shells.append(start(program, home, usual))
+        faults += faults_of_keys(shells[-1], home)
+        if (usual / "no").exists():
+            faults.append(f"{name}: the file behind > was not completed")
+        strict = ask_in(usual, strict_settings)
+        if strict("crv -r ") != ["0,", *questions.REQUESTS]:
+            faults.append(f"{name}: strict settings are in the way")
+        for shell in shells:
+            shell.close()
+        faults += [f"{name}: text was run: {path}" for path in pathlib.Path(scratch).rglob("pwned")]
+    print(*faults, sep="\n")
+    sys.exit(1 if faults else 0)

@@ -1,9 +1,5 @@
 #!/usr/bin/env python3
 """What zsh offers behind crv, on a terminal."""
-import pathlib
-import sys
-import tempfile
-
 import questions
 import shell_on_terminal
 
@@ -51,33 +47,6 @@ def faults_of_keys(shell, home):
         yield from shell.faults_of_list(typed, lines)
 
 
-def main():
-    zsh = shell_on_terminal.need("zsh")
-    with tempfile.TemporaryDirectory() as scratch:
-        home = pathlib.Path(scratch, "home")
-        home.mkdir()
-        (home / "home.req").write_text("")
-        shells = []
-
-        def ask_in(folder, settings=""):
-            shells.append(start(zsh, home, folder, settings))
-            return lambda line: ask(shells[-1], line)
-
-        faults = questions.judge("zsh", scratch, ask_in)
-        usual = pathlib.Path(scratch, "usual")
-        shells.append(start(zsh, home, usual))
-        faults += faults_of_keys(shells[-1], home)
-        if (usual / "no").exists():
-            faults.append("zsh: the file behind > was not completed")
-        strict = ask_in(usual, "setopt sh_word_split ksh_arrays no_unset no_glob\n")
-        if strict("crv -r ") != ["0,", *questions.REQUESTS]:
-            faults.append("zsh: strict settings are in the way")
-        for shell in shells:
-            shell.close()
-        faults += [f"zsh: text was run: {path}" for path in pathlib.Path(scratch).rglob("pwned")]
-    print(*faults, sep="\n")
-    sys.exit(1 if faults else 0)
-
-
 if __name__ == "__main__":
-    main()
+    shell_on_terminal.judge("zsh", start, ask, faults_of_keys,
+                            "setopt sh_word_split ksh_arrays no_unset no_glob\n")
