@@ -45,7 +45,7 @@ merge_target() {
     local target=$1 merged
     merged=$(mktemp -d)
     mkdir -p "$found/$target" "$kept/$target"
-    "$programs/fuzz_$target" -merge=1 -max_len=4096 "$merged" "$kept/$target" "$found/$target" >/dev/null 2>&1
+    "$programs/fuzz_$target" -merge=1 -use_counters=0 "$merged" "$kept/$target" "$found/$target" >/dev/null 2>&1
     rm -rf "${kept:?}/$target"
     mv "$merged" "$kept/$target"
     chmod -R a+rX "$kept/$target"

@@ -13,6 +13,7 @@
 #include "stats/rounding.h"
 #include "util/console.h"
 #include "util/file_pickers.h"
+#include "util/same_file.h"
 #include "util/text.h"
 
 #include <climits>
@@ -203,6 +204,17 @@ static crv_file *choose_files(const crv_run *run, int index, const char *pattern
     return file;
 }
 
+// A slip of the command line must not cost a file that an option before has read.
+static void spare_files_read(const crv_run *run) {
+    const std::string dat_path = crv_DatPath(run->file_path);
+    for (const std::string &path : run->paths_read) {
+        if (!utl_IsSameFile(dat_path.c_str(), path.c_str())) continue;
+        fprintf(utl_ErrorStream(), "%%crv_05-f-wri, The table would be written over \"%s\", which was read\n",
+                path.c_str());
+        utl_Quit(status_refused);
+    }
+}
+
 // -fa, -fc, -fd, -fs, and -fma, -fmc, -fmd, -fms: a table for each file. The columns do not count as read, so that each
 // file takes the same slots.
 [[noreturn]] static void take_columnizing(crv_run *run, int index, char letter,
@@ -210,6 +222,7 @@ static crv_file *choose_files(const crv_run *run, int index, const char *pattern
     crv_file *file = choose_files(run, index, format.pattern);
     while (file) {
         run->file_path = file->name;
+        spare_files_read(run);
         const int count = format.read_file(run);
         crv_WriteCols(run->file_path.c_str(), 0, static_cast<int16_t>(count), layout_of(letter));
         file = crv_FreeFile(file);

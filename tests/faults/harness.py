@@ -14,6 +14,7 @@ import tempfile
 TIME_LIMIT = 100  # seconds a run may take before it counts as hanging, also on a busy machine
 MEMORY_LIMIT = 2 << 30  # bytes: a run that takes more does not spoil the machine
 NOBODY = 65534
+STATUS_SKIPPED = 77
 SUPPRESSIONS = pathlib.Path(__file__).resolve().parent.parent / "unit/leaks.supp"
 
 REQ = b"\nrun\n1\n7 1 0 0 0\n1\n10\n2\n20\n3\n30\n"
@@ -58,6 +59,7 @@ class Place:
     """A folder, and the program to be run in it."""
 
     differences = []
+    left_out = []  # reasons
 
     def __init__(self, sentence, crv, scratch):
         self.sentence = sentence
@@ -162,7 +164,7 @@ class Mounted:
                                   capture_output=True, check=False)
             self.mounted = done.returncode == 0
         if not self.mounted:
-            print("skipped in part: this user may not mount a file system")
+            Place.left_out.append("this user may not mount a file system")
         return self
 
     def __exit__(self, *_):
@@ -177,6 +179,7 @@ def main(*tests):
     parser = argparse.ArgumentParser()
     parser.add_argument("--crv", required=True)
     crv = os.path.abspath(parser.parse_args().crv)
+    os.umask(0o022)
     if not is_sanitized(crv):
         resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, resource.getrlimit(resource.RLIMIT_AS)[1]))
     for test in tests:
@@ -184,4 +187,7 @@ def main(*tests):
             os.chmod(scratch, 0o755)
             test(Place(test.__name__.replace("_", " "), crv, pathlib.Path(scratch)))
     print(*Place.differences, sep="\n")
+    if Place.left_out and not Place.differences:
+        print(f"skipped in part: {Place.left_out[0]}; the rest has passed")
+        sys.exit(STATUS_SKIPPED)
     sys.exit(1 if Place.differences else 0)

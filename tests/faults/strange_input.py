@@ -27,6 +27,10 @@ def a_device_that_never_ends_is_no_result_file(place):
     place.expect_small("an endless device")
 
 
+def a_folder_is_no_result_file(place):
+    every_format(place, "../run", "Is a directory")
+
+
 def a_file_that_cannot_be_read_is_reported(place):
     every_format(place, "/proc/self/mem", "Input/output error")
 
@@ -110,7 +114,7 @@ def an_answer_without_an_end_is_an_empty_answer(place):
                                 "%crv_34-i-val, Selection = -10 through -1 \n")
 
 
-main(a_device_that_never_ends_is_no_result_file, a_file_that_cannot_be_read_is_reported,
+main(a_device_that_never_ends_is_no_result_file, a_folder_is_no_result_file, a_file_that_cannot_be_read_is_reported,
      an_empty_device_is_an_empty_file, a_pipe_is_read_to_its_end_however_it_is_fed, standard_input_can_be_the_file,
      a_file_that_shrinks_while_it_is_read_has_what_is_left, a_file_that_grows_while_it_is_read_is_read_to_its_new_end,
      an_answer_without_an_end_is_an_empty_answer)

@@ -6,6 +6,7 @@
 #include "harness.h"
 
 #include "postscript/chart_file.h"
+#include "readers/series.h"
 #include "records/chart.h"
 #include "records/column.h"
 #include "records/settings.h"
@@ -50,12 +51,7 @@ static crv_chart *fill_records(const chart_input &input) {
     for (size_t k = 0; k < input.names.size(); ++k) {
         crv_column *column = crv_AllocColumn(static_cast<int>(k));
         utl_CopyText(column->colname, input.names[k]);
-        for (const double value : input.values[k]) {
-            crv_value *node = crv_AllocValue();
-            node->val = value;
-            (column->val_list ? column->val_cur->next : column->val_list) = node;
-            column->val_cur = node;
-        }
+        for (const double value : input.values[k]) crv_AppendValue(column, value);
     }
     crv_chart *chart = crv_AllocCht(0);
     utl_CopyText(chart->major_t[0], input.texts[0]);

@@ -4,6 +4,7 @@
 // given to the columns in turn.
 #include "harness.h"
 
+#include "readers/series.h"
 #include "records/column.h"
 #include "records/settings.h"
 #include "stats/column_stats.h"
@@ -54,10 +55,7 @@ static void fill_columns(const table_input &input) {
             crv_KeepEnds(column, value, step * 1000, value);
             crv_KeepMagnitudes(column, value, step, value);
             crv_KeepSum(column, value);
-            crv_value *node = crv_AllocValue();
-            node->val = value;
-            (column->val_list ? column->val_cur->next : column->val_list) = node;
-            column->val_cur = node;
+            crv_AppendValue(column, value);
         }
         column->mean = crv_MeanOf(column->sum, 7);
     }

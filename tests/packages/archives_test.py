@@ -48,7 +48,21 @@ def test_packaged_programs_pass_the_cases_of_the_built_one(tree, packages):
             expect("cases", printed.endswith(" cases passed, 0 failed\n"), True)
 
 
-def test_the_zip_has_a_program_that_needs_windows_alone(packages):
+def expect_chart_under_wine(program, folder, built):
+    """The unpacked program draws what the built one does, but for the line ends of its system."""
+    wine = shutil.which("wine64", path=f"{TOOLS['PATH']}:/usr/lib/wine")
+    need(*([] if wine else ["wine64"]))
+    shutil.copy(ROOT / "examples/run1.req", folder)
+    environment = {**TOOLS, "HOME": folder, "WINEPREFIX": f"{folder}/wine", "WINEDEBUG": "-all", "DISPLAY": "",
+                   "WINEDLLOVERRIDES": "mscoree,mshtml,winemenubuilder.exe=", "CRV_PRINTCHAIN": "rem"}
+    run(wine, program, *CHART, cwd=folder, env=environment, status=CHART_STATUS)
+    run(shutil.which("wineserver64", path=f"{TOOLS['PATH']}:/usr/lib/wine") or "wineserver", "-k", env=environment)
+    chart, _ = draw(built, ROOT / "examples/run1.req")
+    drawn = pathlib.Path(folder, "crv.ps").read_bytes()
+    expect("the chart of the .zip's program", drawn == chart.replace(b"\n", b"\r\n"), True)
+
+
+def test_the_zip_has_a_program_that_needs_windows_alone(packages, built):
     if not list(packages.glob("*.zip")):
         return
     need("x86_64-w64-mingw32-objdump")
@@ -60,7 +74,9 @@ def test_the_zip_has_a_program_that_needs_windows_alone(packages):
         expect("one folder", {name.split("/")[0] for name in names}, {top})
         for name in ("bin/crv.exe", "share/doc/crv/README.md", "share/doc/crv/LICENSE", "share/doc/crv/examples/run1.req"):
             expect(f"{name} is there", f"{top}/{name}" in names, True)
-        head = run("x86_64-w64-mingw32-objdump", "--private-headers", archive.extract(f"{top}/bin/crv.exe", folder))
+        program = archive.extract(f"{top}/bin/crv.exe", folder)
+        head = run("x86_64-w64-mingw32-objdump", "--private-headers", program)
+        expect_chart_under_wine(program, folder, built)
     needed = [line.split()[-1] for line in head.splitlines() if "DLL Name:" in line]
     expect("libraries are needed", bool(needed), True)
     expect("libraries that Windows does not have", [n for n in needed if not n.startswith(WINDOWS_LIBRARIES)], [])
@@ -75,7 +91,7 @@ def main():
         if change_root:
             test_the_program_of_the_archive_starts_where_nothing_else_is(tree, built, change_root)
         test_packaged_programs_pass_the_cases_of_the_built_one(tree, packages)
-        test_the_zip_has_a_program_that_needs_windows_alone(packages)
+        test_the_zip_has_a_program_that_needs_windows_alone(packages, built)
     finish(None if change_root else "no program may be run in another root folder here; the rest of this test has passed")
 
 
