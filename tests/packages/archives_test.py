@@ -56,7 +56,7 @@ def expect_chart_under_wine(program, folder, built):
     environment = {**TOOLS, "HOME": folder, "WINEPREFIX": f"{folder}/wine", "WINEDEBUG": "-all", "DISPLAY": "",
                    "WINEDLLOVERRIDES": "mscoree,mshtml,winemenubuilder.exe=", "CRV_PRINTCHAIN": "rem"}
     run(wine, program, *CHART, cwd=folder, env=environment, status=CHART_STATUS)
-    run(shutil.which("wineserver64", path=f"{TOOLS['PATH']}:/usr/lib/wine") or "wineserver", "-k", env=environment)
+    run(shutil.which("wineserver64", path=f"{TOOLS['PATH']}:/usr/lib/wine") or "wineserver", "-w", env=environment)
     chart, _ = draw(built, ROOT / "examples/run1.req")
     drawn = pathlib.Path(folder, "crv.ps").read_bytes()
     expect("the chart of the .zip's program", drawn == chart.replace(b"\n", b"\r\n"), True)
