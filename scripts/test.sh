@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the program and runs all tests: under the sanitizers, as released, once more to see what they reach, and with the
-# program for Windows; the demonstration comes last.
+# Checks the layout, builds the program and runs all tests: under the sanitizers, as released, once more to see what they
+# reach, and with the program for Windows. The demonstration comes last.
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 # shellcheck source=scripts/packages.sh
@@ -13,6 +13,7 @@ need_packages "${windows_packages[@]}" || echo "The package for Windows cannot b
 need_packages "${printer_packages[@]}" || echo "Printing cannot be tested"
 
 cd "$here"
+scripts/check_layout.sh
 for preset in debug release; do
     echo "=== $preset"
     cmake --preset "$preset" -DCRV_WERROR="${CI:-OFF}" -DCRV_TESTS=ON >/dev/null
