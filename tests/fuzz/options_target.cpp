@@ -59,7 +59,8 @@ static bool mentions(const run_input &input, const char *text) {
     return std::any_of(input.arguments.begin(), input.arguments.end(),
                        [&](const std::string &argument) { return argument.find(text) != argument.npos; }) ||
            input.surroundings.listing.find(text) != std::string::npos ||
-           input.surroundings.input.find(text) != std::string::npos;
+           input.surroundings.input.find(text) != std::string::npos ||
+           input.printer.find(text) != std::string::npos;
 }
 
 // A file that was read is as it was; the tables that the run writes say so.
