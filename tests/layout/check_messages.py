@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Every message of the source has its row in docs/messages.md, and every row its message.
+"""Every message of the source has its row in docs/messages.md, and every row its message, in the order of routine numbers.
 
     check_messages.py ROOT           compares
     check_messages.py ROOT --list    prints the messages of the source, in the order of routine numbers
@@ -37,6 +37,9 @@ def main():
     rows = re.findall(r"^\| `` (.*?) `` \|", (root / "docs/messages.md").read_text(), re.M)
     faults = [f"messages.md has no row for: {text}" for text in wanted if text not in rows]
     faults += [f"messages.md has a row for what is not printed: {text}" for text in rows if text not in wanted]
+    if not faults and rows != wanted:
+        row, text = next(pair for pair in zip(rows, wanted) if pair[0] != pair[1])
+        faults.append(f"messages.md has the row for: {row}, where this one comes first: {text}")
     print(*faults, sep="\n")
     sys.exit(1 if faults or not wanted else 0)
 

@@ -99,6 +99,12 @@ TEST_F(identity, OffsetsAreHoursAndMinutes) {
     EXPECT_EQ(offset(), "-1200");
 }
 
+// In this zone it is summer all year. Whether a time is in summer is for the zone to say, for both of the times compared.
+TEST_F(identity, TheOffsetInSummerIsThatOfSummer) {
+    zone("WIN-1SUM-2,0/0,J365/25");
+    EXPECT_EQ(offset(), "+0200");
+}
+
 TEST_F(identity, AnOffsetBetweenMinusOneHourAndZeroHasNoMinus) {
     zone("ABC0:30");
     EXPECT_EQ(offset(), "+0030");

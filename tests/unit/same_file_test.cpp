@@ -1,0 +1,43 @@
+// unit/same_file_test.cpp
+#include "util/same_file.h"
+
+#include "support.h"
+
+#include <sys/stat.h>
+
+TEST(same_file, AFileIsItselfByEveryNameThatItHas) {
+    const text_file file("one");
+    const std::string path = file.path();
+    const std::string hard_link = path + ".hard";
+    const std::string soft_link = path + ".soft";
+    ASSERT_EQ(link(path.c_str(), hard_link.c_str()), 0);
+    ASSERT_EQ(symlink(path.c_str(), soft_link.c_str()), 0);
+    EXPECT_TRUE(utl_IsSameFile(path.c_str(), path.c_str()));
+    EXPECT_TRUE(utl_IsSameFile(path.c_str(), hard_link.c_str()));
+    EXPECT_TRUE(utl_IsSameFile(path.c_str(), soft_link.c_str()));
+    remove(hard_link.c_str());
+    remove(soft_link.c_str());
+}
+
+TEST(same_file, TwoFilesWithTheSameBytesAreTwo) {
+    const text_file one("same");
+    const text_file other("same");
+    EXPECT_FALSE(utl_IsSameFile(one.path(), other.path()));
+}
+
+TEST(same_file, AFileThatIsNotThereIsNoFileNotEvenItself) {
+    const text_file file("one");
+    EXPECT_FALSE(utl_IsSameFile(file.path(), "no-such-file"));
+    EXPECT_FALSE(utl_IsSameFile("no-such-file", file.path()));
+    EXPECT_FALSE(utl_IsSameFile("no-such-file", "no-such-file"));
+}
+
+// The roots of two file systems bear the same number there, each on a device of its own.
+TEST(same_file, OneNumberOnTwoDevicesIsTwoFiles) {
+    struct stat processes = {};
+    struct stat system = {};
+    const bool comparable = stat("/proc", &processes) == 0 && stat("/sys", &system) == 0 &&
+                            processes.st_ino == system.st_ino && processes.st_dev != system.st_dev;
+    if (!comparable) GTEST_SKIP() << "no two file systems here have the same number for their roots";
+    EXPECT_FALSE(utl_IsSameFile("/proc", "/sys"));
+}
