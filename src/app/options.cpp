@@ -18,10 +18,10 @@ static constexpr int usage_action = 100;
 
 static void take_columnize_flag(const char *option) {
     if (strncmp(option, "-abs", 4) == 0) {
-        crv_settings.columnize_flags |= crv_absolute_dat;
+        crv_settings.columnize_flags |= AbsoluteDat;
         printf("\n%%crv_05-i-val, AbsoluteDat flag set");
     } else if (strncmp(option, "-all", 4) == 0) {
-        crv_settings.columnize_flags |= crv_statistics_all;
+        crv_settings.columnize_flags |= StatisticsAll;
         printf("\n%%crv_05-i-val, StatisticsAll flag set");
     }
     fflush(stdout); // these messages end no line, and what goes to standard error next stands behind them

@@ -7,8 +7,8 @@
 extern int crv_DBG;
 
 // Bits of the columnize flags.
-constexpr uint32_t crv_absolute_dat = 1;   // -abs, "AbsoluteDat"
-constexpr uint32_t crv_statistics_all = 2; // -all, "StatisticsAll"
+constexpr uint32_t AbsoluteDat = 1;   // -abs
+constexpr uint32_t StatisticsAll = 2; // -all
 
 // Ranges are pairs low, high; a pair with low above high is not set.
 struct crv_run_settings {

@@ -88,8 +88,8 @@ static void write_title(FILE *out, const crv_column *column) {
 }
 
 static bool is_written(group written) {
-    const bool all = (crv_settings.columnize_flags & crv_statistics_all) != 0;
-    const bool absolute = (crv_settings.columnize_flags & crv_absolute_dat) != 0;
+    const bool all = (crv_settings.columnize_flags & StatisticsAll) != 0;
+    const bool absolute = (crv_settings.columnize_flags & AbsoluteDat) != 0;
     switch (written) {
     case group::absolute: return absolute || all;
     case group::all: return all;

@@ -91,13 +91,13 @@ TEST_F(dat_file, WithoutFlagsTheBlockHasFourteenRowsAndNoSteps) {
 
 TEST_F(dat_file, AbsAloneKeepsItsStepRows) {
     with_statistics(0, "Name");
-    crv_settings.columnize_flags = crv_absolute_dat;
+    crv_settings.columnize_flags = AbsoluteDat;
     EXPECT_EQ(table(1, 2), title + always_first + absolute + always_last);
 }
 
 TEST_F(dat_file, AllWritesAll34Rows) {
     with_statistics(0, "Name");
-    for (const uint32_t flags : {crv_statistics_all, crv_statistics_all | crv_absolute_dat}) {
+    for (const uint32_t flags : {StatisticsAll, StatisticsAll | AbsoluteDat}) {
         crv_settings.columnize_flags = flags;
         EXPECT_EQ(table(1, 2), title +
                                    "----------- \n"
