@@ -15,5 +15,6 @@ echo "=== windows"
 cmake --preset windows -DCRV_WERROR="${CI:-OFF}" -DCRV_TESTS=ON >/dev/null
 cmake --build --preset windows --parallel "$(nproc)" | grep -E 'warning|error|FAILED' || true
 cmake --build --preset windows >/dev/null
-ctest --preset windows --parallel "$(nproc)" --output-on-failure | sed -n '/^[0-9]*% tests passed/,$p;/\*\*\*/p;/^FAIL/,/^$/p'
+# Once in some 5,000 times Wine fails to start a process (error 1359), which is no fault of the program: a test has two tries.
+ctest --preset windows --repeat until-pass:2 --parallel "$(nproc)" --output-on-failure | sed -n '/^[0-9]*% tests passed/,$p;/\*\*\*/p;/^FAIL/,/^$/p'
 exit "${PIPESTATUS[0]}"
