@@ -5,7 +5,8 @@
 //   to the end   rows
 //
 // Lines hold at most 1,022 characters. Fields are separated by blanks and commas. Columns are counted from 1; column 0 is
-// the row count, 1, 2, 3, .... The last line counts only with its line end.
+// the row count, 1, 2, 3, .... The last line counts only with its line end; a piece of 1,023 characters counts at the very
+// end too.
 #pragma once
 
 // Routine 94. Makes one column per number of `selection`: number k fills slot first_slot + k of the column table with the

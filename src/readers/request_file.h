@@ -7,7 +7,7 @@
 //   to the end   steps of N + 1 lines: the time line, then one line per request in the order of the header
 //
 // Lines hold at most 125 characters; a longer one is read as two and puts the steps out of order. Numbers are separated
-// by blanks and commas. The last line counts only with its line end.
+// by blanks and commas. The last line counts only with its line end; a piece of 126 characters counts at the very end too.
 //
 //   item    value of the request's line       label        type   label
 //   0, 1    first number                      "T ", "X "   0      "Time "

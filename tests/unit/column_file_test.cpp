@@ -136,6 +136,14 @@ TEST_F(column_file, ALastRowWithoutItsLineEndIsNotUsed) {
     EXPECT_TRUE(std::isnan(crv_columns[0]->mean));
 }
 
+// Reading to the limit does not meet the end of the file.
+TEST_F(column_file, ALastRowAsLongAsTheLimitIsUsedWithoutItsLineEnd) {
+    read("a\n1\n" + std::string(1021, ' ') + "2", "1");
+    EXPECT_EQ(values_of(crv_columns[0]), (numbers{1})) << "1,022 characters";
+    read("a\n1\n" + std::string(1022, ' ') + "2", "1");
+    EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 2})) << "1,023 characters";
+}
+
 TEST_F(column_file, AColumnMayBeNamedTwice) {
     read(table, "2,2,1");
     EXPECT_EQ(values_of(crv_columns[0]), values_of(crv_columns[1]));

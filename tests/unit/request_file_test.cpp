@@ -229,6 +229,15 @@ TEST_F(request_file, ALastLineWithoutItsEndIsNotRead) {
     EXPECT_THAT(out, testing::HasSubstr("has 1 steps"));
 }
 
+// Reading to the limit does not meet the end of the file.
+TEST_F(request_file, ALastLineAsLongAsTheLimitIsUsedWithoutItsLineEnd) {
+    const std::string steps = "\nt\n1\n7 1 0 0 0\n0\n1\n1\n";
+    read(steps + std::string(124, ' ') + "2", "7");
+    EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{1})) << "125 characters";
+    read(steps + std::string(125, ' ') + "2", "7");
+    EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{1, 2})) << "126 characters";
+}
+
 TEST_F(request_file, SeveralResultSetsAreRefusedOnAnyDataLine) {
     EXPECT_EQ(read(two_requests({0}) + "1\n<++> a\n", "0"), -1);
     EXPECT_EQ(out, "%crv_83-i-wor, Reading \"" + path +
