@@ -2,10 +2,10 @@
 #include "postscript/chart_file.h"
 #include "records/chart.h"
 #include "records/column.h"
-#include "util/line_reader.h"
-#include "util/number_reader.h"
-#include "util/number_text.h"
-#include "util/text.h"
+#include "text/fixed_text.h"
+#include "text/line_reader.h"
+#include "text/number_reader.h"
+#include "text/number_writer.h"
 
 #include <benchmark/benchmark.h>
 

@@ -11,10 +11,10 @@
 #include "stats/conditional.h"
 #include "stats/dat_file.h"
 #include "stats/rounding.h"
-#include "util/console.h"
+#include "system/console.h"
+#include "system/same_file.h"
+#include "text/fixed_text.h"
 #include "util/file_pickers.h"
-#include "util/same_file.h"
-#include "util/text.h"
 
 #include <climits>
 #include <cstdio>

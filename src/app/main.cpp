@@ -1,8 +1,8 @@
 // app/main.cpp - the program.
 #include "app/setup.h"
 #include "records/settings.h"
-#include "util/console.h"
-#include "util/runtime.h"
+#include "system/console.h"
+#include "system/stdio_init.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -5,9 +5,9 @@
 #include "app/ranges.h"
 #include "records/column.h"
 #include "records/settings.h"
-#include "util/console.h"
+#include "system/console.h"
+#include "text/fixed_text.h"
 #include "util/product_log.h"
-#include "util/text.h"
 
 #include <cctype>
 #include <cstdio>

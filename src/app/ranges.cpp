@@ -2,8 +2,8 @@
 #include "app/ranges.h"
 
 #include "records/settings.h"
-#include "util/number_reader.h"
-#include "util/text.h"
+#include "text/fixed_text.h"
+#include "text/number_reader.h"
 
 #include <cstdio>
 #include <string_view>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "records/chart.h"
-#include "util/console.h"
+#include "system/console.h"
 
 #include <cstdint>
 #include <string>

@@ -9,8 +9,8 @@
 #include "records/column.h"
 #include "records/dump.h"
 #include "records/settings.h"
-#include "util/console.h"
-#include "util/same_file.h"
+#include "system/console.h"
+#include "system/same_file.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,9 +1,9 @@
 // postscript/appended.cpp - the third section of the chart file: a PostScript file of the user's.
 #include "postscript/chart_file.h"
 #include "records/settings.h"
-#include "util/console.h"
-#include "util/line_reader.h"
-#include "util/same_file.h"
+#include "system/console.h"
+#include "system/same_file.h"
+#include "text/line_reader.h"
 
 #include <cerrno>
 

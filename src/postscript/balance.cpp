@@ -1,7 +1,7 @@
 // postscript/balance.cpp - see balance.h.
 #include "postscript/balance.h"
 
-#include "util/console.h"
+#include "system/console.h"
 
 #include <cstdint>
 #include <cstdio>

@@ -5,8 +5,8 @@
 #include "postscript/balance.h"
 #include "postscript/chart_file.h"
 #include "records/column.h"
-#include "util/console.h"
-#include "util/number_text.h"
+#include "system/console.h"
+#include "text/number_writer.h"
 
 #include <climits>
 #include <cstring>

@@ -1,7 +1,7 @@
 // postscript/preamble.cpp - the first section of the chart file: constants, fonts, story strings, page, text procedures.
 #include "postscript/balance.h"
 #include "postscript/chart_file.h"
-#include "util/console.h"
+#include "system/console.h"
 
 #include <iterator>
 

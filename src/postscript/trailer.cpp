@@ -1,7 +1,7 @@
 // postscript/trailer.cpp - the last section of the chart file, and printing it.
 #include "postscript/chart_file.h"
 #include "records/settings.h"
-#include "util/console.h"
+#include "system/console.h"
 
 #include <cstdlib>
 #include <string>

@@ -1,15 +1,15 @@
 // readers/column_file.cpp - see column_file.h.
 #include "readers/column_file.h"
 
+#include "readers/column_builder.h"
 #include "readers/selection.h"
-#include "readers/series.h"
 #include "records/column.h"
 #include "records/settings.h"
 #include "stats/column_stats.h"
-#include "util/console.h"
-#include "util/line_reader.h"
-#include "util/number_reader.h"
-#include "util/text.h"
+#include "system/console.h"
+#include "text/fixed_text.h"
+#include "text/line_reader.h"
+#include "text/number_reader.h"
 
 #include <cerrno>
 #include <cstdio>

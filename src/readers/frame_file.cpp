@@ -1,17 +1,17 @@
 // readers/frame_file.cpp - see frame_file.h.
 #include "readers/frame_file.h"
 
-#include "readers/fields.h"
-#include "readers/series.h"
+#include "readers/column_builder.h"
 #include "records/chart.h"
 #include "records/column.h"
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "stats/rounding.h"
-#include "util/console.h"
-#include "util/line_reader.h"
-#include "util/number_reader.h"
-#include "util/text.h"
+#include "system/console.h"
+#include "text/fields.h"
+#include "text/fixed_text.h"
+#include "text/line_reader.h"
+#include "text/number_reader.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,15 +1,15 @@
 // readers/madymo_file.cpp - see madymo_file.h.
 #include "readers/madymo_file.h"
 
-#include "readers/fields.h"
+#include "readers/column_builder.h"
 #include "readers/selection.h"
-#include "readers/series.h"
 #include "records/column.h"
 #include "records/settings.h"
 #include "stats/column_stats.h"
-#include "util/console.h"
-#include "util/line_reader.h"
-#include "util/text.h"
+#include "system/console.h"
+#include "text/fields.h"
+#include "text/fixed_text.h"
+#include "text/line_reader.h"
 
 #include <cerrno>
 #include <cstdio>

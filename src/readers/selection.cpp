@@ -1,7 +1,7 @@
 // readers/selection.cpp - see selection.h.
 #include "readers/selection.h"
 
-#include "util/text.h"
+#include "text/fixed_text.h"
 
 #include <cstring>
 #include <string_view>

@@ -1,7 +1,7 @@
 // records/chart.cpp - see chart.h.
 #include "records/chart.h"
 
-#include "records/memory.h"
+#include "system/memory.h"
 
 #include <cstdio>
 

@@ -1,7 +1,7 @@
 // records/column.cpp - see column.h.
 #include "records/column.h"
 
-#include "records/memory.h"
+#include "system/memory.h"
 
 static_assert(sizeof(crv_value) == 16);
 

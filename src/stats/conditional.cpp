@@ -2,8 +2,8 @@
 #include "stats/conditional.h"
 
 #include "records/column.h"
-#include "util/number_reader.h"
-#include "util/text.h"
+#include "text/fixed_text.h"
+#include "text/number_reader.h"
 
 #include <cstdint>
 #include <cstdio>

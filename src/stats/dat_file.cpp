@@ -3,10 +3,10 @@
 
 #include "records/column.h"
 #include "records/settings.h"
-#include "util/console.h"
-#include "util/file_kind.h"
-#include "util/number_text.h"
-#include "util/same_file.h"
+#include "system/console.h"
+#include "system/file_status.h"
+#include "system/same_file.h"
+#include "text/number_writer.h"
 
 #include <cerrno>
 #include <cstdio>

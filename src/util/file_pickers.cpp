@@ -1,12 +1,12 @@
 // util/file_pickers.cpp - see file_pickers.h.
 #include "util/file_pickers.h"
 
-#include "records/memory.h"
 #include "records/settings.h"
-#include "util/console.h"
-#include "util/line_reader.h"
+#include "system/console.h"
+#include "system/memory.h"
+#include "text/fixed_text.h"
+#include "text/line_reader.h"
 #include "util/listing.h"
-#include "util/text.h"
 
 #include <cstdio>
 #include <cstdlib>

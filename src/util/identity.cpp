@@ -1,7 +1,7 @@
 // util/identity.cpp - see identity.h.
 #include "util/identity.h"
 
-#include "util/text.h"
+#include "text/fixed_text.h"
 
 #include <cstdio>
 #include <cstdlib>

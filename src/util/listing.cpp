@@ -2,7 +2,7 @@
 #include "util/listing.h"
 
 #include "records/settings.h"
-#include "util/console.h"
+#include "system/console.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -3,7 +3,7 @@
 // What stands where the temporary file goes is removed first, unless it is a folder: nothing is written through a link.
 #pragma once
 
-#include "util/line_reader.h"
+#include "text/line_reader.h"
 
 // Has the host's listing command write the names that match `pattern` to crv_temp.tmp, and opens that. Returns null with
 // errno set when it cannot be opened. Debug level 34 shows the commands.

@@ -1,8 +1,8 @@
 // util/product_log.cpp - see product_log.h.
 #include "util/product_log.h"
 
-#include "util/console.h"
-#include "util/file_kind.h"
+#include "system/console.h"
+#include "system/file_status.h"
 #include "util/identity.h"
 
 #include <cerrno>

@@ -6,11 +6,11 @@
 #include "harness.h"
 
 #include "postscript/chart_file.h"
-#include "readers/series.h"
+#include "readers/column_builder.h"
 #include "records/chart.h"
 #include "records/column.h"
 #include "records/settings.h"
-#include "util/text.h"
+#include "text/fixed_text.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,10 +3,10 @@
 
 #include "records/chart.h"
 #include "records/column.h"
-#include "records/memory.h"
 #include "records/settings.h"
-#include "util/console.h"
-#include "util/line_reader.h"
+#include "system/console.h"
+#include "system/memory.h"
+#include "text/line_reader.h"
 
 #include <cerrno>
 #include <cstdarg>

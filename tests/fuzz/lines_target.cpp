@@ -3,7 +3,7 @@
 // Input: limit, lines to pass between two reads and size of a piece, a line each; then the file.
 #include "harness.h"
 
-#include "util/line_reader.h"
+#include "text/line_reader.h"
 
 #include <cstdio>
 

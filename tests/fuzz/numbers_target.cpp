@@ -1,9 +1,9 @@
 // fuzz/numbers_target.cpp - numbers out of text and into text are what the C library makes of them.
 #include "harness.h"
 
-#include "util/number_reader.h"
-#include "util/number_text.h"
-#include "util/text.h"
+#include "text/fixed_text.h"
+#include "text/number_reader.h"
+#include "text/number_writer.h"
 
 #include <bit>
 #include <cstdio>

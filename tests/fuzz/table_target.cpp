@@ -4,12 +4,12 @@
 // given to the columns in turn.
 #include "harness.h"
 
-#include "readers/series.h"
+#include "readers/column_builder.h"
 #include "records/column.h"
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "stats/dat_file.h"
-#include "util/text.h"
+#include "text/fixed_text.h"
 
 #include <algorithm>
 #include <cstdarg>

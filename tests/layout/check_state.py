@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
-"""Only src/records defines variables that can change: no other object file has anything in a writable section."""
+"""Only src/records defines variables that can change: no other object file has anything in a writable section, but for
+those that are listed here."""
 import pathlib
 import re
 import subprocess
 import sys
 import tempfile
 
+LISTED = {"crv_Calloc"}  # the allocator that tests replace
 WRITABLE = re.compile(r"^\.(data|bss|tdata|tbss)(?!\.rel\.ro)")
 
 
@@ -30,7 +32,7 @@ def main():
             if source.parent.name == "records":
                 seen_in_records += len(found)
             else:
-                faults += [f"{source.relative_to(src)}: {name} can change" for name in found]
+                faults += [f"{source.relative_to(src)}: {name} can change" for name in found if name not in LISTED]
     if seen_in_records == 0:
         faults.append("no variable seen in records: the check itself is broken")
     print(*faults, sep="\n")

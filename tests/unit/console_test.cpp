@@ -1,5 +1,5 @@
 // unit/console_test.cpp
-#include "util/console.h"
+#include "system/console.h"
 
 #include "support.h"
 

@@ -1,5 +1,5 @@
 // unit/line_reader_test.cpp
-#include "util/line_reader.h"
+#include "text/line_reader.h"
 
 #include "support.h"
 

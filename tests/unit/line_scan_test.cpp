@@ -1,5 +1,5 @@
 // unit/line_scan_test.cpp - the vector forms against the plain ones, and the plain ones against what is written.
-#include "util/line_scan.h"
+#include "text/line_scan.h"
 
 #include "support.h"
 

@@ -1,5 +1,5 @@
 // unit/same_file_test.cpp
-#include "util/same_file.h"
+#include "system/same_file.h"
 
 #include "support.h"
 

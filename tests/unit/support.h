@@ -3,8 +3,8 @@
 
 #include "records/chart.h"
 #include "records/column.h"
-#include "records/memory.h"
 #include "records/settings.h"
+#include "system/memory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // unit/text_test.cpp
-#include "util/number_reader.h"
-#include "util/text.h"
+#include "text/fixed_text.h"
+#include "text/number_reader.h"
 
 #include "support.h"
 

@@ -1,9 +1,9 @@
-// util/field_scan.h - finds where fields begin and end: runs of blanks and commas separate them.
+// text/field_scan.h - finds where fields begin and end: runs of blanks and commas separate them.
 //
 // Blanks and fields are of all lengths, which makes a loop guess wrong at their ends: 16 characters are looked at together.
 #pragma once
 
-#include "util/vectors.h"
+#include "text/simd.h"
 
 inline bool utl_IsSeparator(char c) { return c == ' ' || c == ','; }
 

@@ -1,4 +1,4 @@
-// util/vectors.h - vectors of 16 characters, where the processor has them.
+// text/simd.h - vectors of 16 characters, where the processor has them.
 #pragma once
 
 #ifdef __SSE2__

@@ -1,5 +1,5 @@
-// util/file_kind.cpp - see file_kind.h.
-#include "util/file_kind.h"
+// system/file_status.cpp - see file_status.h.
+#include "system/file_status.h"
 
 #ifdef _WIN32
 

@@ -1,4 +1,4 @@
-// util/runtime.h - what the C runtime must be told before anything is opened or printed.
+// system/stdio_init.h - what the C runtime must be told before anything is opened or printed.
 #pragma once
 
 // Makes sure that formats know the %n conversion, and that whoever looks on sees each line when it is printed. A standard

@@ -1,5 +1,5 @@
-// util/same_file.cpp - see same_file.h.
-#include "util/same_file.h"
+// system/same_file.cpp - see same_file.h.
+#include "system/same_file.h"
 
 #ifdef _WIN32
 

@@ -1,4 +1,4 @@
-// util/file_kind.h - what stands at a path.
+// system/file_status.h - what stands at a path.
 #pragma once
 
 // A file with bytes of its own: no folder, no link, no device.

@@ -1,5 +1,5 @@
-// records/memory.cpp - see memory.h.
-#include "records/memory.h"
+// system/memory.cpp - see memory.h.
+#include "system/memory.h"
 
 #include <cstdlib>
 

@@ -1,7 +1,7 @@
-// util/line_scan.cpp - see line_scan.h.
-#include "util/line_scan.h"
+// text/line_scan.cpp - see line_scan.h.
+#include "text/line_scan.h"
 
-#include "util/vectors.h"
+#include "text/simd.h"
 
 #include <cstring>
 

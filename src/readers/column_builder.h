@@ -1,8 +1,8 @@
-// readers/series.h - what every reader does with the columns that it makes.
+// readers/column_builder.h - what every reader does with the columns that it makes.
 #pragma once
 
 #include "records/column.h"
-#include "util/line_reader.h"
+#include "text/line_reader.h"
 
 #include <cstddef>
 #include <span>

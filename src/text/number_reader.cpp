@@ -1,9 +1,9 @@
-// util/number_reader.cpp - see number_reader.h.
-#include "util/number_reader.h"
+// text/number_reader.cpp - see number_reader.h.
+#include "text/number_reader.h"
 
-#include "util/field_scan.h"
-#include "util/powers_of_ten.h"
-#include "util/text.h"
+#include "text/field_scan.h"
+#include "text/fixed_text.h"
+#include "text/powers_of_ten.h"
 
 #include <bit>
 #include <charconv>

@@ -1,4 +1,4 @@
-// readers/fields.h - the numbers on a line of a result file. Fields are separated by blanks and commas.
+// text/fields.h - the numbers on a line of a result file. Fields are separated by blanks and commas.
 #pragma once
 
 #include <span>

@@ -1,5 +1,5 @@
 // unit/number_text_test.cpp
-#include "util/number_text.h"
+#include "text/number_writer.h"
 
 #include "support.h"
 

@@ -1,4 +1,4 @@
-// util/same_file.h - whether two names are one file.
+// system/same_file.h - whether two names are one file.
 #pragma once
 
 // Whether both paths lead to the same file, through links too. A file that is not there is no other's.

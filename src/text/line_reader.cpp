@@ -1,8 +1,8 @@
-// util/line_reader.cpp - see line_reader.h.
-#include "util/line_reader.h"
+// text/line_reader.cpp - see line_reader.h.
+#include "text/line_reader.h"
 
-#include "records/memory.h"
-#include "util/line_scan.h"
+#include "system/memory.h"
+#include "text/line_scan.h"
 
 #include <cerrno>
 #include <cstdlib>

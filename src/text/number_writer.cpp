@@ -1,7 +1,7 @@
-// util/number_text.cpp - see number_text.h.
-#include "util/number_text.h"
+// text/number_writer.cpp - see number_writer.h.
+#include "text/number_writer.h"
 
-#include "util/powers_of_ten.h"
+#include "text/powers_of_ten.h"
 
 #include <array>
 #include <bit>

@@ -1,4 +1,4 @@
-// util/number_text.h - numbers as text, byte for byte as printf writes them and several times as fast.
+// text/number_writer.h - numbers as text, byte for byte as printf writes them and several times as fast.
 #pragma once
 
 #include <cstddef>

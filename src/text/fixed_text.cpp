@@ -1,7 +1,7 @@
-// util/text.cpp - see text.h.
-#include "util/text.h"
+// text/fixed_text.cpp - see fixed_text.h.
+#include "text/fixed_text.h"
 
-#include "util/field_scan.h"
+#include "text/field_scan.h"
 
 #include <cstring>
 

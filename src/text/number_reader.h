@@ -1,4 +1,4 @@
-// util/number_reader.h - numbers out of text, by the rules of the C library and several times as fast.
+// text/number_reader.h - numbers out of text, by the rules of the C library and several times as fast.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// util/line_scan.h - finds line ends: the one thing that is done to every byte of a file.
+// text/line_scan.h - finds line ends: the one thing that is done to every byte of a file.
 //
 // Both routines read up to utl_scan_reach characters beyond the text they are given; that memory must be there, and what
 // stands in it does not matter. They have a plain form, and where the processor has them one with vectors of 16 bytes:

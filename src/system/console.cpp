@@ -1,5 +1,5 @@
-// util/console.cpp - see console.h.
-#include "util/console.h"
+// system/console.cpp - see console.h.
+#include "system/console.h"
 
 #include <cerrno>
 

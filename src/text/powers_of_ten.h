@@ -1,4 +1,4 @@
-// util/powers_of_ten.h - the powers of ten that a double holds exactly. A product or quotient with one of them is rounded
+// text/powers_of_ten.h - the powers of ten that a double holds exactly. A product or quotient with one of them is rounded
 // once, as IEEE arithmetic rounds.
 #pragma once
 

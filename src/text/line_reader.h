@@ -1,4 +1,4 @@
-// util/line_reader.h - reads text files line by line as fgets does, without a copy of the line.
+// text/line_reader.h - reads text files line by line as fgets does, without a copy of the line.
 //
 // A CR directly before a line end is dropped and does not count. A NUL ends the text of its line.
 #pragma once

@@ -1,4 +1,4 @@
-// records/memory.h - where the records get their memory.
+// system/memory.h - where the records get their memory.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// util/console.h - the program's doors to the outside: the end of the run, answers from the user, commands to the shell.
+// system/console.h - the program's doors to the outside: the end of the run, answers from the user, commands to the shell.
 #pragma once
 
 #include <cstddef>

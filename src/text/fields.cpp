@@ -1,8 +1,8 @@
-// readers/fields.cpp - see fields.h.
-#include "readers/fields.h"
+// text/fields.cpp - see fields.h.
+#include "text/fields.h"
 
-#include "util/number_reader.h"
-#include "util/text.h"
+#include "text/fixed_text.h"
+#include "text/number_reader.h"
 
 int crv_ReadNumbers(std::string_view line, std::span<double> numbers) {
     int found = 0;

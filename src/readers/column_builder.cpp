@@ -1,8 +1,8 @@
-// readers/series.cpp - see series.h.
-#include "readers/series.h"
+// readers/column_builder.cpp - see column_builder.h.
+#include "readers/column_builder.h"
 
 #include "stats/column_stats.h"
-#include "util/text.h"
+#include "text/fixed_text.h"
 
 #include <cstdio>
 #include <cstring>

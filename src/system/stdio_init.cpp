@@ -1,5 +1,5 @@
-// util/runtime.cpp - see runtime.h.
-#include "util/runtime.h"
+// system/stdio_init.cpp - see stdio_init.h.
+#include "system/stdio_init.h"
 
 #ifdef _WIN32
 

@@ -1,4 +1,4 @@
-// util/text.h - text into fields of records, fields and whole numbers out of text.
+// text/fixed_text.h - text into fields of records, fields and whole numbers out of text.
 #pragma once
 
 #include <cstddef>
