@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# pictures/failures_test - what the companions say and leave behind when something is wrong.
+# output/failures_test - what the companions say and leave behind when something is wrong.
 import os
 import shutil
 import signal

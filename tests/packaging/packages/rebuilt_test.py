@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# packages/rebuilt_test - packages do not tell where, when, by whom and in which language they were made: a copy of the source
+# packaging/packages/rebuilt_test - packages do not tell where, when, by whom and in which language they were made: a copy of the source
 # in another folder, built under another umask and time zone, gives the same bytes.
 import hashlib
 import os

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# packages/archives_test - the program of the .tar.gz starts in a root folder where there is nothing else, no library and no
+# packaging/packages/archives_test - the program of the .tar.gz starts in a root folder where there is nothing else, no library and no
 # shell; and the programs of the packages pass the same cases as the built one. The .zip is looked at where it could be made.
 import os
 import pathlib

@@ -1,4 +1,4 @@
-# printer/print_server - a print server of the test's own, on the loopback and with all its files in one folder, and a printer
+# packaging/printer/print_server - a print server of the test's own, on the loopback and with all its files in one folder, and a printer
 # that writes each job to a file.
 import contextlib
 import os

@@ -1,4 +1,4 @@
-# packages/shared - what the tests of the packages have in common: the packages, a run of a program from them, skipping.
+# packaging/packages/shared - what the tests of the packages have in common: the packages, a run of a program from them, skipping.
 import os
 import pathlib
 import shutil
@@ -6,7 +6,7 @@ import subprocess
 import sys
 import tempfile
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+ROOT = pathlib.Path(__file__).resolve().parents[3]
 SKIPPED = 77
 # dpkg wants its own tools, which lie where only root has them in its path.
 TOOLS = {"PATH": f"{os.environ.get('PATH', '')}:/usr/sbin:/usr/bin:/sbin:/bin", "TZ": "UTC0", "LC_ALL": "C"}

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# packages/contents_test - what is in the packages and what "cmake --install" lays down: program, documents and examples where
+# packaging/packages/contents_test - what is in the packages and what "cmake --install" lays down: program, documents and examples where
 # they belong, links of documents that lead somewhere, sums that verify, no complaint of the package checker, and programs
 # linked as each package promises.
 import pathlib

@@ -1,4 +1,4 @@
-# pictures/png_file - reads a PNG of 8-bit red, green and blue, to look at its pixels.
+# output/png_file - reads a PNG of 8-bit red, green and blue, to look at its pixels.
 import pathlib
 import struct
 import zlib

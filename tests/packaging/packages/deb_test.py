@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# packages/deb_test - the .deb installed by dpkg into a fresh root folder that knows of the C library and nothing else: the
+# packaging/packages/deb_test - the .deb installed by dpkg into a fresh root folder that knows of the C library and nothing else: the
 # program does its work from there, and after removing it nothing is left.
 import os
 import pathlib
@@ -10,7 +10,7 @@ import tempfile
 from shared import (CHART_STATUS, DATABASE, ROOT, TOOLS, as_root, expect, expect_same_chart, finish, fresh_root, given, listing,
                     need, package, run)
 
-sys.path.insert(0, str(ROOT / "tests/shell"))
+sys.path.insert(0, str(ROOT / "tests/packaging/shells"))
 import installed_test  # noqa: E402  (found by the path above)
 
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# pipes/readers_test - every reader makes the same of a pipe as of the file, to the byte.
+# cli/pipes - every reader makes the same of a pipe as of the file, to the byte.
 import array
 import fcntl
 import os

@@ -4,8 +4,8 @@ import pathlib
 import shutil
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(ROOT / "tests/layout"))
+ROOT = pathlib.Path(__file__).resolve().parents[3]
+sys.path.insert(0, str(ROOT / "tests/docs"))
 import program_facts  # noqa: E402  (found by the path above)
 
 REQUESTS = ["38:", "39:", "40:", "52:", "61:", "62:", "70:"]

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# printer/page_test - the commands that docs/install.md shows for setting up a printer, run line by line in one shell with a
+# packaging/printer/page_test - the commands that docs/install.md shows for setting up a printer, run line by line in one shell with a
 # print server of the test's own: the chart comes out of the printer that the page calls printer.example.
 import os
 import pathlib
@@ -11,7 +11,7 @@ import tempfile
 
 from print_server import PATH, arrived, missing, print_server
 
-TESTS = pathlib.Path(__file__).resolve().parents[1]
+TESTS = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(TESTS))
 from page_commands import commands_of  # noqa: E402
 

@@ -1,4 +1,4 @@
-# pictures/workbench - a folder with a chart, and the companions on the path, for each test.
+# output/workbench - a folder with a chart, and the companions on the path, for each test.
 import os
 import pathlib
 import shutil

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# pictures/pages_test - looks at the PDF, PNG and SVG that the companions make: size, upright, the chart where it belongs.
+# output/pages_test - looks at the PDF, PNG and SVG that the companions make: size, upright, the chart where it belongs.
 import xml.etree.ElementTree as xml
 
 import workbench

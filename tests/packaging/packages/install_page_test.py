@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# packages/install_page_test - the commands of docs/install.md do what the page says, line by line in one shell, and leave
+# packaging/packages/install_page_test - the commands of docs/install.md do what the page says, line by line in one shell, and leave
 # nothing behind. "sudo" runs its command as it stands, "apt" is dpkg on a root folder of the test; the commands for printers
 # are run by printer/page_test.
 import pathlib
@@ -8,7 +8,7 @@ import tempfile
 
 from shared import DATABASE, TOOLS, as_root, copy_source, expect, finish, fresh_root, given, listing, need, run
 
-sys.path.append(str(pathlib.Path(__file__).resolve().parents[1]))
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[2]))
 from page_commands import PAGE, commands_of  # noqa: E402
 
 STATUS = "CRV_MAXCOLS : 31"  # is in what "crv -s" prints

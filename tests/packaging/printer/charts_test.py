@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# printer/charts_test - charts that go through lpr to a real print server: a plain run's chart arrives to the byte, and when there
+# packaging/printer/charts_test - charts that go through lpr to a real print server: a plain run's chart arrives to the byte, and when there
 # is no such printer, no default one or no server, the run says and returns what it always does.
 import os
 import pathlib
@@ -10,7 +10,7 @@ import tempfile
 
 from print_server import arrived, free_port, missing, print_server
 
-EXAMPLE = pathlib.Path(__file__).resolve().parents[2] / "examples/run1.req"
+EXAMPLE = pathlib.Path(__file__).resolve().parents[3] / "examples/run1.req"
 SKIPPED = 77
 PRINTED = """%crv_05-i-ids, Request ids   = "0,38:3" 
 %crv_05-i-fil, File to process = "run1.req" 

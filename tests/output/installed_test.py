@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# pictures/installed_test - the companions are installed beside the program and work from there.
+# output/installed_test - the companions are installed beside the program and work from there.
 import workbench
 
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# pictures/gallery_test - the gallery is what its script makes of the examples today.
+# output/gallery_test - the gallery is what its script makes of the examples today.
 #
 # The page holds a checksum of each chart, so that any change of a chart is seen. Another version of Ghostscript smooths lines
 # and shapes letters a little differently: pictures are compared by the means of small squares, and some of these may

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# pictures/names_test - which file becomes which, and names that are orders to a shell or to Ghostscript.
+# output/names_test - which file becomes which, and names that are orders to a shell or to Ghostscript.
 import os
 import shutil
 import stat

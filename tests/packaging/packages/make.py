@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# packages/make - makes the packages that the tests beside it look at, as scripts/package.sh makes them for everybody.
+# packaging/packages/make - makes the packages that the tests beside it look at, as scripts/package.sh makes them for everybody.
 import os
 import subprocess
 import sys

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# pictures/cookbook_test - runs the recipes of the cookbook as they are printed, and looks at what they leave.
+# output/cookbook_test - runs the recipes of the cookbook as they are printed, and looks at what they leave.
 #
 # Each section with blocks has a test named by its heading, which must use every block of it.
 import gzip
