@@ -50,10 +50,10 @@ class line_file {
 void line_by_utl_next_line(benchmark::State &state) {
     const line_file file;
     for (auto _ : state) {
-        utl_lines *in = utl_OpenLines(file.path());
-        while (utl_NextLine(in, 126).end != utl_end::nothing) {
+        utl_line_reader *in = utl_OpenReader(file.path());
+        while (utl_ReadLine(in, 126).end != utl_line_status::eof) {
         }
-        utl_CloseLines(in);
+        utl_CloseReader(in);
     }
     state.SetItemsProcessed(state.iterations() * line_file::lines);
 }
@@ -62,9 +62,9 @@ BENCHMARK(line_by_utl_next_line);
 void line_by_utl_pass_lines(benchmark::State &state) {
     const line_file file;
     for (auto _ : state) {
-        utl_lines *in = utl_OpenLines(file.path());
-        benchmark::DoNotOptimize(utl_PassLines(in, 126, line_file::lines));
-        utl_CloseLines(in);
+        utl_line_reader *in = utl_OpenReader(file.path());
+        benchmark::DoNotOptimize(utl_SkipLines(in, 126, line_file::lines));
+        utl_CloseReader(in);
     }
     state.SetItemsProcessed(state.iterations() * line_file::lines);
 }
@@ -105,9 +105,9 @@ BENCHMARK(number_by_atof);
 void cell_by_utl_put_exp11(benchmark::State &state) {
     std::vector<double> values;
     for (const std::string &text : numbers()) values.push_back(atof(text.c_str()));
-    char cell[utl_number_room];
+    char cell[utl_max_number_chars];
     for (auto _ : state)
-        for (const double value : values) benchmark::DoNotOptimize(utl_PutExp11(cell, value));
+        for (const double value : values) benchmark::DoNotOptimize(utl_WriteE11_4(cell, value));
     state.SetItemsProcessed(state.iterations() * 1000);
 }
 BENCHMARK(cell_by_utl_put_exp11);

@@ -30,20 +30,20 @@ static constexpr int status_refused = 0; // also of the other readers' files
 static constexpr int status_columnized = 0;
 static constexpr int status_reported = 0;
 
-static void apply_positional_rules(crv_run *run) {
-    ++run->files_met;
+static void apply_positional_rules(crv_driver *run) {
+    ++run->file_option_count;
     if (!run->selection) {
         printf("%%crv_05-f-req, Requests must be specified prior to files.\n");
         utl_Quit(status_refused);
     }
-    if (run->files_met > 1 && strncmp(run->selection, "0,", 2) == 0) {
+    if (run->file_option_count > 1 && strncmp(run->selection, "0,", 2) == 0) {
         printf("%%crv_05-i-tim, Redundant time specification ignored.\n");
         run->selection += 2;
     }
 }
 
 // The next argument, or the user's pick. Returns false when that is too short to be a name.
-static bool choose_file(crv_run *run, int index, const char *pattern) {
+static bool choose_file(crv_driver *run, int index, const char *pattern) {
     const char *value = crv_NextValue(run, index);
     if (value) {
         run->file_path = value;
@@ -55,7 +55,7 @@ static bool choose_file(crv_run *run, int index, const char *pattern) {
     return run->file_path.size() >= shortest_path;
 }
 
-static void need_slots(const crv_run *run, int wanted) {
+static void require_free_slots(const crv_driver *run, int wanted) {
     const int free_slots = CRV_MAXCOLS - run->columns_read;
     if (wanted <= free_slots) return;
     fprintf(utl_ErrorStream(), "%%crv_05-f-col, \"%s\" would need %d columns, %d of %d are free\n",
@@ -64,8 +64,8 @@ static void need_slots(const crv_run *run, int wanted) {
 }
 
 // The chart shows the ranges of the first two columns.
-static void update_chart(crv_run *run) {
-    crv_chart *chart = crv_UseChart(run);
+static void update_chart(crv_driver *run) {
+    crv_chart *chart = crv_RequireChart(run);
     const crv_column *x = crv_columns[0];
     const crv_column *y = crv_columns[1];
     if (x) {
@@ -88,26 +88,26 @@ static void widen_y_range(crv_chart *chart, int count) {
     }
 }
 
-static void count_columns(crv_run *run, int count) {
+static void count_columns(crv_driver *run, int count) {
     run->columns_read = static_cast<uint16_t>(run->columns_read + count);
     run->paths_read.push_back(run->file_path);
 }
 
-static int read_request_file(crv_run *run) {
-    need_slots(run, crv_CountSel(run->selection));
+static int read_request_file(crv_driver *run) {
+    require_free_slots(run, crv_CountSel(run->selection));
     const int count = crv_ReadReq(run->file_path.c_str(), run->selection, run->columns_read);
     if (count < 1) utl_Quit(status_no_request_file);
     return count;
 }
 
-static int read_madymo_file(crv_run *run) {
-    need_slots(run, crv_CountSel(run->selection));
+static int read_madymo_file(crv_driver *run) {
+    require_free_slots(run, crv_CountSel(run->selection));
     const int count = crv_ReadMad(run->file_path.c_str(), run->selection, run->columns_read);
     if (count < 1) utl_Quit(status_refused);
     return count;
 }
 
-static void load_request_file(crv_run *run) {
+static void load_request_file(crv_driver *run) {
     const int count = read_request_file(run);
     count_columns(run, count);
     update_chart(run);
@@ -117,7 +117,7 @@ static void load_request_file(crv_run *run) {
 }
 
 // Ends the run with the value of one column where another meets the condition of -r.
-[[noreturn]] static void report_value(const crv_run *run) {
+[[noreturn]] static void report_value(const crv_driver *run) {
     if (run->columns_read < 2) {
         fprintf(utl_ErrorStream(),
                 "%%crv_05-f-val, The value of one request when another is \"%s\" needs two requests\n",
@@ -129,18 +129,18 @@ static void load_request_file(crv_run *run) {
 }
 
 // -f and -fr
-static void take_request_file(crv_run *run, int index) {
+static void handle_request_file(crv_driver *run, int index) {
     if (!choose_file(run, index, request_pattern)) return;
     load_request_file(run);
     if (!run->value.empty()) report_value(run);
 }
 
 // -fg. Deliberate: with another option behind it, it offers request files.
-static void take_frame_file(crv_run *run, int index) {
+static void handle_frame_file(crv_driver *run, int index) {
     const char *pattern = crv_NextArgument(run, index) ? request_pattern : "*.vdr";
     if (!choose_file(run, index, pattern)) return;
-    need_slots(run, 2);
-    crv_UseChart(run);
+    require_free_slots(run, 2);
+    crv_RequireChart(run);
     const int count = crv_ReadVDR(run->file_path.c_str(), run->columns_read);
     if (count < 1) utl_Quit(status_refused);
     count_columns(run, count);
@@ -148,18 +148,18 @@ static void take_frame_file(crv_run *run, int index) {
 }
 
 // -fm
-static void take_madymo_file(crv_run *run, int index) {
+static void handle_madymo_file(crv_driver *run, int index) {
     if (!choose_file(run, index, madymo_pattern)) return;
     count_columns(run, read_madymo_file(run));
     update_chart(run);
 }
 
 // -fp and -fpN: labels on line N, data from the next line on.
-static void take_column_file(crv_run *run, int index) {
+static void handle_column_file(crv_driver *run, int index) {
     const char *number = run->argv[index] + 3;
     const int label_line = number[0] == '\0' ? 1 : utl_ToInt(number);
     if (choose_file(run, index, "*.pos")) {
-        need_slots(run, crv_CountSel(run->selection));
+        require_free_slots(run, crv_CountSel(run->selection));
         const int first_line = label_line < INT_MAX ? label_line + 1 : INT_MAX;
         const int count =
             crv_ReadPost(run->file_path.c_str(), run->selection, run->columns_read, label_line, first_line);
@@ -169,7 +169,7 @@ static void take_column_file(crv_run *run, int index) {
         snprintf(run->chart->minor_t[0], sizeof run->chart->minor_t[0], "filename = %s",
                  run->file_path.c_str());
     }
-    crv_RMinMax(crv_UseChart(run)->xminmax);
+    crv_RMinMax(crv_RequireChart(run)->xminmax);
     crv_RMinMax(run->chart->yminmax);
 }
 
@@ -185,13 +185,13 @@ static uint16_t layout_of(char letter) {
 // What the columnizing options take their files from.
 struct columnized_format {
     const char *pattern;
-    int (*read_file)(crv_run *run);
+    int (*read_file)(crv_driver *run);
 };
 static constexpr columnized_format columnized_requests = {request_pattern, read_request_file};
 static constexpr columnized_format columnized_madymo = {madymo_pattern, read_madymo_file};
 
 // The file that is named, or those that the user picks when the option is the last argument.
-static crv_file *choose_files(const crv_run *run, int index, const char *pattern) {
+static crv_file *choose_files(const crv_driver *run, int index, const char *pattern) {
     const char *next = crv_NextArgument(run, index);
     if (!next) return crv_ListFiles(pattern);
     if (next[0] == '-') {
@@ -205,7 +205,7 @@ static crv_file *choose_files(const crv_run *run, int index, const char *pattern
 }
 
 // A slip of the command line must not cost a file that an option before has read.
-static void spare_files_read(const crv_run *run) {
+static void refuse_to_overwrite_inputs(const crv_driver *run) {
     const std::string dat_path = crv_DatPath(run->file_path);
     for (const std::string &path : run->paths_read) {
         if (!utl_IsSameFile(dat_path.c_str(), path.c_str())) continue;
@@ -217,12 +217,12 @@ static void spare_files_read(const crv_run *run) {
 
 // -fa, -fc, -fd, -fs, and -fma, -fmc, -fmd, -fms: a table for each file. The columns do not count as read, so that each
 // file takes the same slots.
-[[noreturn]] static void take_columnizing(crv_run *run, int index, char letter,
-                                          const columnized_format &format) {
+[[noreturn]] static void handle_columnizing(crv_driver *run, int index, char letter,
+                                            const columnized_format &format) {
     crv_file *file = choose_files(run, index, format.pattern);
     while (file) {
         run->file_path = file->name;
-        spare_files_read(run);
+        refuse_to_overwrite_inputs(run);
         const int count = format.read_file(run);
         crv_WriteCols(run->file_path.c_str(), 0, static_cast<int16_t>(count), layout_of(letter));
         file = crv_FreeFile(file);
@@ -231,36 +231,36 @@ static void spare_files_read(const crv_run *run) {
     utl_Quit(status_columnized);
 }
 
-static void take_madymo_option(crv_run *run, int index) {
+static void handle_madymo_option(crv_driver *run, int index) {
     const char letter = run->argv[index][3];
     switch (letter) {
-    case '\0': take_madymo_file(run, index); break;
+    case '\0': handle_madymo_file(run, index); break;
     case 'a':
     case 'c':
     case 'd':
-    case 's': take_columnizing(run, index, letter, columnized_madymo);
+    case 's': handle_columnizing(run, index, letter, columnized_madymo);
     default: break;
     }
 }
 
-void crv_TakeFileOption(crv_run *run, int index) {
+void crv_HandleFileOption(crv_driver *run, int index) {
     apply_positional_rules(run);
     const char letter = run->argv[index][2];
     switch (letter) {
     case '\0':
-    case 'r': take_request_file(run, index); break;
-    case 'g': take_frame_file(run, index); break;
-    case 'm': take_madymo_option(run, index); break;
-    case 'p': take_column_file(run, index); break;
+    case 'r': handle_request_file(run, index); break;
+    case 'g': handle_frame_file(run, index); break;
+    case 'm': handle_madymo_option(run, index); break;
+    case 'p': handle_column_file(run, index); break;
     case 'a':
     case 'c':
     case 'd':
-    case 's': take_columnizing(run, index, letter, columnized_requests);
+    case 's': handle_columnizing(run, index, letter, columnized_requests);
     default: break;
     }
 }
 
-void crv_ReadPickedRequestFile(crv_run *run) {
+void crv_ReadPickedRequestFile(crv_driver *run) {
     utl_lstfile(request_pattern, &run->file_path, 0, crv_DBG);
     load_request_file(run);
 }

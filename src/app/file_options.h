@@ -8,7 +8,7 @@
 //
 // A reader that fails ends the run: with status 1 for a request file, 0 for the others. A columnizing option always ends
 // it, with status 0.
-void crv_TakeFileOption(crv_run *run, int index);
+void crv_HandleFileOption(crv_driver *run, int index);
 
 // Lets the user pick a request file after the last argument and reads it.
-void crv_ReadPickedRequestFile(crv_run *run);
+void crv_ReadPickedRequestFile(crv_driver *run);

@@ -8,20 +8,20 @@
 #include <cstdlib>
 #include <new>
 
-static void tell_lost_output() {
+static void report_stdout_error() {
     if (fflush(stdout) == 0 && !ferror(stdout)) return;
     fprintf(stderr, "%%crv_01-e-out, Standard output could not be written, messages are lost\n");
 }
 
-static void end_without_memory() {
+static void on_out_of_memory() {
     utl_ReportError("    _01-e-new");
     utl_Quit(0);
 }
 
 int main(int argc, char **argv, char **envp) {
-    std::set_new_handler(end_without_memory);
+    std::set_new_handler(on_out_of_memory);
     utl_SetUpRuntime();
-    atexit(tell_lost_output);
+    atexit(report_stdout_error);
     crv_settings.print_flag = 0;
     crv_settings.columnize_flags = 0;
     crv_DBG = 0;

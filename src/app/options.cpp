@@ -28,12 +28,12 @@ static void take_columnize_flag(const char *option) {
 }
 
 // -d
-static void take_debug_level(crv_run *run, int index) {
+static void take_debug_level(crv_driver *run, int index) {
     printf("%%crv_05-i-VER, Verbose switch active %s\n", run->argv[index]);
     crv_DBG = 1;
     const char *next = crv_NextArgument(run, index);
     if (!next) {
-        run->request = crv_run_debug_help;
+        run->request = crv_request_debug_help;
         return;
     }
     const int level = utl_ToInt(next);
@@ -42,12 +42,12 @@ static void take_debug_level(crv_run *run, int index) {
 }
 
 // -v: as -d, without an upper bound
-static void take_verbose_level(crv_run *run, int index) {
+static void take_verbose_level(crv_driver *run, int index) {
     printf("%%crv_05-i-DBG, Verbose switch active %s\n", run->argv[index]);
     crv_DBG = 1;
     const char *next = crv_NextArgument(run, index);
     if (!next) {
-        run->request = crv_run_debug_help;
+        run->request = crv_request_debug_help;
         return;
     }
     const int level = utl_ToInt(next);
@@ -55,7 +55,7 @@ static void take_verbose_level(crv_run *run, int index) {
     printf("    _05-i-DBG, crv_DBG = %d \n", crv_DBG);
 }
 
-static void take_init_file(crv_run *run, int index) {
+static void take_init_file(crv_driver *run, int index) {
     const char *next = crv_NextArgument(run, index);
     if (!next) return;
     run->init_path = next;
@@ -68,7 +68,7 @@ static void take_full_screen(const char *option) {
     printf("%%crv_05-i-DBG, Full screen window %s \n", option);
 }
 
-static void take_menu_panes(const crv_run *run, int index) {
+static void take_menu_panes(const crv_driver *run, int index) {
     const char *next = crv_NextArgument(run, index);
     if (!next) return;
     const int panes = utl_ToInt(next);
@@ -77,9 +77,9 @@ static void take_menu_panes(const crv_run *run, int index) {
 }
 
 // -p. Deliberate: any next argument is the chart's name, and the scan sees it again.
-static void take_chart(crv_run *run, int index) {
+static void take_chart(crv_driver *run, int index) {
     const char *option = run->argv[index];
-    run->request = crv_run_chart;
+    run->request = crv_request_chart;
     printf("%%crv_05-i-ps , Postscript plotting selected \n");
     if (option[2] == '1') run->plots_per_page = 1;
     if (option[2] == '2') run->plots_per_page = 2;
@@ -89,8 +89,8 @@ static void take_chart(crv_run *run, int index) {
 }
 
 // -r. The selection ends at its first '='; what follows is the request value.
-static void take_selection(crv_run *run, int index) {
-    run->request = crv_run_requests;
+static void take_selection(crv_driver *run, int index) {
+    run->request = crv_request_requests;
     char *next = crv_NextArgument(run, index);
     if (!next) return;
     run->selection = next;
@@ -105,27 +105,27 @@ static void take_selection(crv_run *run, int index) {
 }
 
 // -s0 to -s3; any other -s asks for the status text.
-static void take_story(crv_run *run, int index) {
+static void take_story(crv_driver *run, int index) {
     const char number = run->argv[index][2];
     if (number < '0' || number > '3') {
-        run->request = crv_run_status;
+        run->request = crv_request_status;
         return;
     }
     const char *value = crv_NextValue(run, index);
     if (!value) return;
-    char(&story)[128] = crv_UseChart(run)->story_ts[number - '0'];
+    char(&story)[128] = crv_RequireChart(run)->story_ts[number - '0'];
     utl_CopyText(story, value);
     if (number == '0' && crv_DBG == 5) printf("    _05-v-val, Story line 0 = \"%s\" \n", story);
 }
 
-static void set_major_title(crv_run *run, int number, const char *text) {
-    char(&title)[128] = crv_UseChart(run)->major_t[number];
+static void set_major_title(crv_driver *run, int number, const char *text) {
+    char(&title)[128] = crv_RequireChart(run)->major_t[number];
     utl_CopyText(title, text);
     // Deliberate: the words are the same for title 1.
     if (crv_DBG == 5) printf("    _05-v-val, Major title = \"%s\" \n", title);
 }
 
-static void ask_major_title(crv_run *run) {
+static void ask_major_title(crv_driver *run) {
     char answer[asked_title_length + 1];
     printf("Enter Major title: ");
     utl_ReadAnswer(answer, sizeof answer);
@@ -133,7 +133,7 @@ static void ask_major_title(crv_run *run) {
 }
 
 // -t, -t1, -t2 and -tm
-static void take_title_or_time(crv_run *run, int index) {
+static void take_title_or_time(crv_driver *run, int index) {
     const char *value = crv_NextValue(run, index);
     switch (run->argv[index][2]) {
     case '\0':
@@ -146,18 +146,18 @@ static void take_title_or_time(crv_run *run, int index) {
     case '2':
         if (value) set_major_title(run, 1, value);
         break;
-    case 'm': crv_TakeTimeWindow(crv_NextArgument(run, index)); break;
+    case 'm': crv_SetTimeWindow(crv_NextArgument(run, index)); break;
     default: break;
     }
 }
 
 // -u: a line in the usage file. Its result becomes the run request.
-static void take_usage(crv_run *run) {
+static void take_usage(crv_driver *run) {
     run->request = utl_Report(run->argc, run->argv, "crv", nullptr, usage_action, crv_DBG);
 }
 
-static void take_file_to_write(crv_run *run, int index) {
-    run->request = crv_run_write;
+static void take_file_to_write(crv_driver *run, int index) {
+    run->request = crv_request_write;
     const char *value = crv_NextValue(run, index);
     if (value) printf("%%crv_05-i-fil, File to write = \"%s\" \n", value);
 }
@@ -172,12 +172,12 @@ static void take_x_label(const char *label) {
 }
 
 // -x and -xl; both end in a copy of the range for the request file reader.
-static void take_x(crv_run *run, int index) {
+static void take_x(crv_driver *run, int index) {
     const char *next = crv_NextArgument(run, index);
     if (run->argv[index][2] == 'l') {
         take_x_label(next);
     } else {
-        crv_TakeXRange(next, run->x_range);
+        crv_SetXRange(next, run->x_range);
     }
     crv_settings.x_filter[0] = run->x_range[0];
     crv_settings.x_filter[1] = run->x_range[1];
@@ -195,27 +195,27 @@ static void take_y_label(const char *option, const char *label) {
     }
 }
 
-static void take_y(crv_run *run, int index) {
+static void take_y(crv_driver *run, int index) {
     const char *next = crv_NextArgument(run, index);
     if (run->argv[index][2] == 'l') {
         take_y_label(run->argv[index], next);
     } else {
-        crv_TakeYRange(next, run->y_range);
+        crv_SetYRange(next, run->y_range);
     }
 }
 
-static void take_option(crv_run *run, int index) {
+static void take_option(crv_driver *run, int index) {
     const char *option = run->argv[index];
     switch (option[1]) {
     case 'a': take_columnize_flag(option); break;
     case 'B':
-    case 'b': run->request = crv_run_bugs; break;
+    case 'b': run->request = crv_request_bugs; break;
     case 'd': take_debug_level(run, index); break;
-    case 'e': run->request = crv_run_examples; break;
-    case 'f': crv_TakeFileOption(run, index); break;
-    case 'h': run->request = crv_run_help; break;
+    case 'e': run->request = crv_request_examples; break;
+    case 'f': crv_HandleFileOption(run, index); break;
+    case 'h': run->request = crv_request_help; break;
     case 'H':
-    case '?': run->request = crv_run_debug_help; break;
+    case '?': run->request = crv_request_debug_help; break;
     case 'i': take_init_file(run, index); break;
     case 'm': take_full_screen(option); break;
     case 'n': take_menu_panes(run, index); break;
@@ -232,7 +232,7 @@ static void take_option(crv_run *run, int index) {
     }
 }
 
-void crv_ScanOptions(crv_run *run) {
+void crv_ScanOptions(crv_driver *run) {
     for (int index = 1; index < run->argc; ++index)
         if (run->argv[index][0] == '-') take_option(run, index);
 }

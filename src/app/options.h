@@ -8,4 +8,4 @@
 //
 // An option is chosen by its second character; some look at the third and fourth, and -abs and -all at the whole word.
 // What comes after that is ignored.
-void crv_ScanOptions(crv_run *run);
+void crv_ScanOptions(crv_driver *run);

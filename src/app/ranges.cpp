@@ -22,7 +22,7 @@ static void read_range(std::string_view value, double (&range)[2]) {
 // Deliberate: another pair than the default, and no range either.
 static void clear_range(double (&range)[2]) { set_range(range, 10.0, -10.0); }
 
-void crv_TakeTimeWindow(const char *value) {
+void crv_SetTimeWindow(const char *value) {
     if (!value) return;
     double(&window)[2] = crv_settings.time_window;
     if (value[0] == '\0') {
@@ -39,7 +39,7 @@ void crv_TakeTimeWindow(const char *value) {
     }
 }
 
-void crv_TakeXRange(const char *value, double (&range)[2]) {
+void crv_SetXRange(const char *value, double (&range)[2]) {
     if (!value) return;
     if (value[0] == 'a') {
         clear_range(range);
@@ -57,7 +57,7 @@ void crv_TakeXRange(const char *value, double (&range)[2]) {
     }
 }
 
-void crv_TakeYRange(const char *value, double (&range)[2]) {
+void crv_SetYRange(const char *value, double (&range)[2]) {
     if (!value) return;
     if (value[0] == 'a') {
         clear_range(range);

@@ -6,9 +6,9 @@
 
 // -tm: the time window of the settings. Deliberate: with low above high the window takes the values all the same,
 // although the warning says that the default is used.
-void crv_TakeTimeWindow(const char *value);
+void crv_SetTimeWindow(const char *value);
 
 // -x and -y: the range {low, high}, which becomes {10.0, -10.0}, no range, for a word that begins with 'a' and for low
 // above high.
-void crv_TakeXRange(const char *value, double (&range)[2]);
-void crv_TakeYRange(const char *value, double (&range)[2]);
+void crv_SetXRange(const char *value, double (&range)[2]);
+void crv_SetYRange(const char *value, double (&range)[2]);

@@ -10,16 +10,16 @@
 
 // Values of the run request: what is done after the last argument. The last option that
 // sets it wins. Deliberate: it starts as the number of arguments.
-constexpr int crv_run_help = 10;
-constexpr int crv_run_status = 11;
-constexpr int crv_run_debug_help = 12;
-constexpr int crv_run_examples = 13;
-constexpr int crv_run_bugs = 14;
-constexpr int crv_run_write = 15;
-constexpr int crv_run_chart = 50;
-constexpr int crv_run_requests = 91;
+constexpr int crv_request_help = 10;
+constexpr int crv_request_status = 11;
+constexpr int crv_request_debug_help = 12;
+constexpr int crv_request_examples = 13;
+constexpr int crv_request_bugs = 14;
+constexpr int crv_request_write = 15;
+constexpr int crv_request_chart = 50;
+constexpr int crv_request_requests = 91;
 
-struct crv_run {
+struct crv_driver {
     int argc = 0;
     char **argv = nullptr;
     int request = 0;
@@ -28,7 +28,7 @@ struct crv_run {
     const char *ps_path = "crv.ps";
     const char *init_path = ""; // accepted only
     int plots_per_page = 0;     // echoed only
-    int files_met = 0;
+    int file_option_count = 0;
     std::string file_path;
     std::vector<std::string> paths_read;
     uint16_t columns_read = 0;
@@ -38,18 +38,18 @@ struct crv_run {
 };
 
 // Chart 0. When there was no memory for it, which has been reported, its first use ends the run with status 0.
-inline crv_chart *crv_UseChart(crv_run *run) {
+inline crv_chart *crv_RequireChart(crv_driver *run) {
     if (!run->chart) utl_Quit(0);
     return run->chart;
 }
 
 // The argument after argument `index`, or null when that is the last.
-inline char *crv_NextArgument(const crv_run *run, int index) {
+inline char *crv_NextArgument(const crv_driver *run, int index) {
     return index + 1 < run->argc ? run->argv[index + 1] : nullptr;
 }
 
 // The same, but null also for an argument that looks like an option.
-inline char *crv_NextValue(const crv_run *run, int index) {
+inline char *crv_NextValue(const crv_driver *run, int index) {
     char *next = crv_NextArgument(run, index);
     return next && next[0] != '-' ? next : nullptr;
 }

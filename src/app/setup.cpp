@@ -23,7 +23,7 @@ static constexpr int frame_height = 400;
 static constexpr int legend_font_size = 10;
 
 static constexpr int status_text_printed = 1;
-static constexpr int status_spared = 0;
+static constexpr int status_refused = 0;
 static constexpr int status_chart_done = 1; // Deliberate: a finished chart ends with 1.
 
 static void use_given_range(const double (&given)[2], double (&range)[2]) {
@@ -31,23 +31,23 @@ static void use_given_range(const double (&given)[2], double (&range)[2]) {
 }
 
 // A slip of the command line must not cost a file: the chart is not written over what was read, or is pasted into it.
-static void spare_files(const crv_run *run) {
+static void refuse_to_overwrite_inputs(const crv_driver *run) {
     for (const std::string &path : run->paths_read) {
         if (!utl_IsSameFile(run->ps_path, path.c_str())) continue;
         fprintf(utl_ErrorStream(), "%%crv_05-f-ps , The chart would be written over \"%s\", which was read\n",
                 path.c_str());
-        utl_Quit(status_spared);
+        utl_Quit(status_refused);
     }
     const char *user_file = run->chart->story_ts[0];
     if (!utl_IsSameFile(run->ps_path, user_file)) return;
     fprintf(utl_ErrorStream(),
             "%%crv_05-f-ps , The chart would be written over \"%s\", which is pasted into it\n", user_file);
-    utl_Quit(status_spared);
+    utl_Quit(status_refused);
 }
 
-[[noreturn]] static void draw_chart(crv_run *run) {
-    crv_chart *chart = crv_UseChart(run);
-    spare_files(run);
+[[noreturn]] static void draw_chart(crv_driver *run) {
+    crv_chart *chart = crv_RequireChart(run);
+    refuse_to_overwrite_inputs(run);
     FILE *stream = crv_PlotHead(run->ps_path, chart);
     crv_PlotTxt(stream, frame_left, frame_bottom, frame_width, frame_height, legend_font_size, chart);
     if (chart->story_ts[0][0] != '\0') crv_PlotAppen(stream, chart->story_ts[0], run->ps_path);
@@ -60,32 +60,32 @@ static void spare_files(const crv_run *run) {
     utl_Quit(status_chart_done);
 }
 
-[[noreturn]] static void print_text(const crv_run *run, const utl_identity &identity) {
+[[noreturn]] static void print_text(const crv_driver *run, const utl_build_info &identity) {
     switch (run->request) {
-    case crv_run_help: crv_PrintHelp(); break;
-    case crv_run_status: crv_PrintStatus(run->argv[0], identity); break;
-    case crv_run_debug_help: crv_PrintDebugHelp(); break;
-    case crv_run_examples: crv_PrintExamples(); break;
+    case crv_request_help: crv_PrintHelp(); break;
+    case crv_request_status: crv_PrintStatus(run->argv[0], identity); break;
+    case crv_request_debug_help: crv_PrintDebugHelp(); break;
+    case crv_request_examples: crv_PrintExamples(); break;
     default: crv_PrintBugs(); break;
     }
     utl_Quit(status_text_printed);
 }
 
-static void check_data(const crv_run *run) {
-    const bool needs_data = run->request < crv_run_help || run->request > crv_run_write;
+static void check_data(const crv_driver *run) {
+    const bool needs_data = run->request < crv_request_help || run->request > crv_request_write;
     if (run->columns_read >= 2 || !needs_data) return;
     fprintf(utl_ErrorStream(), "%%crv_05-f-dat, Some data Must be selected to continue!\n");
     utl_Quit(0);
 }
 
-static void set_up_chart(crv_run *run) {
-    crv_chart *chart = crv_UseChart(run);
+static void set_up_chart(crv_driver *run) {
+    crv_chart *chart = crv_RequireChart(run);
     chart->num_curves = static_cast<uint16_t>(run->columns_read - 1);
     use_given_range(run->x_range, chart->xminmax);
     use_given_range(run->y_range, chart->yminmax);
 }
 
-static void dump_records(const crv_run *run) {
+static void dump_records(const crv_driver *run) {
     if (crv_DBG == 86) crv_DumpCols(0, 0, crv_dump_both);
     if (crv_DBG == 82) {
         printf("%%crv_05-v-loc, Dumping chart struct from 05\n");
@@ -93,34 +93,34 @@ static void dump_records(const crv_run *run) {
     }
 }
 
-static void finish_run(crv_run *run, const utl_identity &identity) {
+static void finish_run(crv_driver *run, const utl_build_info &identity) {
     if (crv_DBG == 49) {
         printf("    _05-v-val, 11111111111111111111 Before DumpChts()\n");
-        crv_UseChart(run);
+        crv_RequireChart(run);
         crv_DumpChts(0);
     }
-    if (run->request == crv_run_requests && run->columns_read < 2) crv_ReadPickedRequestFile(run);
+    if (run->request == crv_request_requests && run->columns_read < 2) crv_ReadPickedRequestFile(run);
     check_data(run);
     set_up_chart(run);
     if (crv_DBG == 49) {
         printf("    _05-v-val, 2222222222222 Before DumpChts() \n");
         crv_DumpChts(0);
     }
-    if (run->request >= crv_run_help && run->request <= crv_run_bugs) print_text(run, identity);
-    if (run->request == crv_run_chart) draw_chart(run);
+    if (run->request >= crv_request_help && run->request <= crv_request_bugs) print_text(run, identity);
+    if (run->request == crv_request_chart) draw_chart(run);
     dump_records(run);
     printf("\n");
 }
 
 void crv_SetUp(int argc, char **argv, char ** /*envp*/) {
-    crv_run run;
+    crv_driver run;
     run.argc = argc;
     run.argv = argv;
     run.request = argc - 1;
     crv_settings.time_window[0] = -100.0;
     crv_settings.time_window[1] = 10000.0;
-    utl_identity identity;
-    utl_Identify(&identity);
+    utl_build_info identity;
+    utl_GetBuildInfo(&identity);
     if (argc < 2) {
         printf("%%crv_05-f-arg, No arguments specified. Try (crv -h) \n");
         utl_Quit(0);

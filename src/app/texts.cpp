@@ -160,13 +160,14 @@ void crv_PrintExamples() { print_lines(examples_text); }
 
 void crv_PrintBugs() { print_lines(bug_list); }
 
-void crv_PrintStatus(const char *program, const utl_identity &identity) {
+void crv_PrintStatus(const char *program, const utl_build_info &identity) {
     printf("  \n");
     printf(" !*****************************************************************************\n");
     printf(" !\n");
     printf(" ! Program name: %s \n", program);
-    printf(" ! crv  %s\n", identity.version + utl_mark_length);
-    printf(" ! %s %s\n", identity.compile_date + utl_mark_length, identity.compile_time + utl_mark_length);
+    printf(" ! crv  %s\n", identity.version + utl_what_prefix_length);
+    printf(" ! %s %s\n", identity.compile_date + utl_what_prefix_length,
+           identity.compile_time + utl_what_prefix_length);
     printf(" !\n");
     char date[32];
     utl_DateText(nullptr, 5, date, sizeof date, crv_DBG);

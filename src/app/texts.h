@@ -9,4 +9,4 @@ void crv_PrintExamples();
 void crv_PrintBugs();
 
 // The status: `program` is the name that the program was called by.
-void crv_PrintStatus(const char *program, const utl_identity &identity);
+void crv_PrintStatus(const char *program, const utl_build_info &identity);

@@ -11,8 +11,8 @@ static constexpr size_t line_limit = 1023; // longer lines are read in pieces
 static constexpr size_t kept_length = 81;  // of each piece
 
 // The chart itself was not there before it was begun, and copied into itself it would have no end.
-static utl_lines *open_user_file(const char *user_file, const char *path) {
-    if (!utl_IsSameFile(user_file, path)) return utl_OpenLines(user_file);
+static utl_line_reader *open_user_file(const char *user_file, const char *path) {
+    if (!utl_IsSameFile(user_file, path)) return utl_OpenReader(user_file);
     errno = ENOENT;
     return nullptr;
 }
@@ -22,19 +22,19 @@ int crv_PlotAppen(FILE *stream, const char *user_file, const char *path) {
     fputs("%% --- Begin of user supplied ps -- (crv_ module [[46]]) --- \n", stream);
     fprintf(stream, "%%%% --- file: \"%s\" \n", user_file);
 
-    utl_lines *in = open_user_file(user_file, path);
+    utl_line_reader *in = open_user_file(user_file, path);
     if (!in) {
         utl_ReportError("    _46-f-fopen read, ");
         printf(" \"%s\"\n", user_file);
         utl_Quit(0);
     }
     for (;;) {
-        const utl_line line = utl_NextLine(in, line_limit);
-        if (line.end == utl_end::file_end || line.end == utl_end::nothing) break;
+        const utl_line line = utl_ReadLine(in, line_limit);
+        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof) break;
         const std::string_view kept = line.text.substr(0, kept_length);
         fprintf(stream, "%.*s\n", static_cast<int>(kept.size()), kept.data());
     }
-    utl_CloseLines(in);
+    utl_CloseReader(in);
 
     fputs("%% --- End of user supplied ps ---- (crv_ module [[46]]) --- \n", stream);
     fputs(" \n", stream);

@@ -42,17 +42,17 @@ struct plot_area {
 static bool is_zero_range(double range) { return range >= -0.0005 && range <= 0.0005; }
 
 // Truncates toward zero; what no whole number holds becomes the smallest one.
-static unsigned whole_point(double position) {
+static unsigned truncate_to_point(double position) {
     const bool fits = position > -2147483649.0 && position < 2147483648.0;
     return static_cast<unsigned>(fits ? static_cast<int>(position) : INT_MIN);
 }
 
 static unsigned page_x(const plot_area &area, double x) {
-    return whole_point((x - area.x_low) / (area.x_high - area.x_low) * area.w + area.x0);
+    return truncate_to_point((x - area.x_low) / (area.x_high - area.x_low) * area.w + area.x0);
 }
 
 static unsigned page_y(const plot_area &area, double y) {
-    return whole_point((y - area.y_low) / (area.y_high - area.y_low) * area.h + area.y0);
+    return truncate_to_point((y - area.y_low) / (area.y_high - area.y_low) * area.h + area.y0);
 }
 
 // Bounds belong to the area; a comparison with a NaN fails.
@@ -60,7 +60,7 @@ static bool is_inside(const plot_area &area, double x, double y) {
     return area.x_low <= x && x <= area.x_high && area.y_low <= y && y <= area.y_high;
 }
 
-static constexpr size_t point_room = 3 * utl_number_room; // of one point with its operator
+static constexpr size_t point_room = 3 * utl_max_number_chars; // of one point with its operator
 
 // A path under way: every fifth lineto ends its line in the file, and after 900 points a new path begins where the old
 // one ended. Its text goes to the stream in pieces: a call for each point costs more than making its text.
@@ -82,9 +82,9 @@ static void flush_path(polyline *path) {
 template <size_t size>
 static void write_point(polyline *path, unsigned x, unsigned y, const char (&name)[size]) {
     if (path->length + point_room > sizeof path->text) flush_path(path);
-    char *end = utl_PutUnsigned(path->text + path->length, x);
+    char *end = utl_WriteUnsigned(path->text + path->length, x);
     *end++ = ' ';
-    end = utl_PutUnsigned(end, y);
+    end = utl_WriteUnsigned(end, y);
     memcpy(end, name, size - 1);
     end += size - 1;
     path->length = static_cast<size_t>(end - path->text);

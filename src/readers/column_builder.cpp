@@ -24,7 +24,7 @@ bool crv_AppendValue(crv_column *column, double value) {
 
 void crv_CopyLine(char *to, utl_line line, size_t most) {
     utl_CopyText(to, most + 1, line.text);
-    if (line.end != utl_end::newline || line.text.size() >= most) return;
+    if (line.status != utl_line_status::newline || line.text.size() >= most) return;
     to[line.text.size()] = '\n';
     to[line.text.size() + 1] = '\0';
 }
@@ -41,7 +41,7 @@ void crv_SetMeans(std::span<crv_column *const> columns) {
 
 void crv_TraceRecord(utl_line line, int routine) {
     printf("    _%d-i-val, rec = %.*s%s \n", routine, static_cast<int>(line.text.size()), line.text.data(),
-           line.end == utl_end::newline ? "\n" : "");
+           line.status == utl_line_status::newline ? "\n" : "");
 }
 
 void crv_ListColumns(std::span<crv_column *const> columns, int routine) {

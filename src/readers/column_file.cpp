@@ -23,14 +23,14 @@ namespace {
 // What is known of the file while it is read.
 struct column_file {
     const char *path;
-    utl_lines *in;
+    utl_line_reader *in;
     crv_reqsel table[CRV_MAXCOLS];
     std::span<crv_reqsel> entries; // of the table; their block is the field that they take, 0 the row count
     uint8_t order[CRV_MAXCOLS];    // entries in the order of their fields in a row
     crv_column **columns;          // of the entries
     int first_slot;
     char labels[line_limit + 1]; // the label line
-    utl_end labels_end;
+    utl_line_status labels_status;
     int num_columns;
     uint32_t rows_done;
 };
@@ -56,13 +56,13 @@ static int count_fields(std::string_view line) {
 
 // Reads up to the first row and returns it; the label line is kept on the way.
 static utl_line read_header(column_file *pos, int label_line, int first_line) {
-    utl_line line = {{}, utl_end::nothing};
+    utl_line line = {{}, utl_line_status::eof};
     for (int64_t number = 1; number <= first_line; ++number) {
-        line = utl_NextLine(pos->in, line_limit);
-        if (line.end == utl_end::nothing) break;
+        line = utl_ReadLine(pos->in, line_limit);
+        if (line.status == utl_line_status::eof) break;
         if (number != label_line) continue;
         utl_CopyText(pos->labels, line.text);
-        pos->labels_end = line.end;
+        pos->labels_status = line.status;
     }
     pos->num_columns = count_fields(line.text);
     printf("%ccrv_94-i-val, file %s has %2u columns.\n", '%', pos->path,
@@ -108,7 +108,7 @@ static void set_label(crv_column *column, std::string_view label) {
 }
 
 static void trace_label(const column_file *pos, uint32_t number, std::string_view label) {
-    crv_TraceRecord({pos->labels, pos->labels_end}, routine);
+    crv_TraceRecord({pos->labels, pos->labels_status}, routine);
     printf("    _94-i-val, item = %u, label = %.*s \n", number, static_cast<int>(label.size()), label.data());
 }
 
@@ -130,14 +130,14 @@ static void trace_value(utl_line line, uint32_t item, double value) {
 }
 
 static void keep_value(const column_file *pos, crv_column *column, double value) {
-    crv_KeepMinMax(column, value, 0, 0.0, pos->rows_done);
-    crv_KeepSum(column, value);
-    crv_KeepMagnitudesBySign(column, value);
+    crv_UpdateMinMax(column, value, 0, 0.0, pos->rows_done);
+    crv_AccumulateSum(column, value);
+    crv_UpdateAbsMinMaxBySign(column, value);
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _94-f-calloc", status_failed);
 }
 
 // Takes the value of entry k from row number `row`.
-static void take_value(const column_file *pos, size_t k, utl_line line, double row, double value) {
+static void read_value(const column_file *pos, size_t k, utl_line line, double row, double value) {
     ++pos->columns[k]->numpts; // rows that are dropped count too
     if (crv_DBG == routine) trace_value(line, pos->entries[k].req, value);
     if (crv_InRange(row, crv_settings.time_window)) keep_value(pos, pos->columns[k], value);
@@ -158,13 +158,13 @@ static void read_row(const column_file *pos, utl_line line) {
                 return;
             at = wanted;
         }
-        take_value(pos, k, line, row, value);
+        read_value(pos, k, line, row, value);
     }
 }
 
 static void read_rows(column_file *pos, utl_line line) {
-    for (; line.end == utl_end::newline || line.end == utl_end::limit;
-         line = utl_NextLine(pos->in, line_limit)) {
+    for (; line.status == utl_line_status::newline || line.status == utl_line_status::partial;
+         line = utl_ReadLine(pos->in, line_limit)) {
         read_row(pos, line);
         ++pos->rows_done;
     }
@@ -186,7 +186,7 @@ static int read_file(column_file *pos, int label_line, int first_line) {
     if (check_selection(pos) == outcome::refused) return 0;
     make_columns(pos);
     set_labels(pos);
-    if (first_line < 1) line = utl_NextLine(pos->in, line_limit);
+    if (first_line < 1) line = utl_ReadLine(pos->in, line_limit);
     read_rows(pos, line);
     if (pos->in->error != 0) {
         errno = pos->in->error;
@@ -208,9 +208,9 @@ int crv_ReadPost(const char *path, const char *selection, int first_slot, int la
     parse_selection(&pos, selection);
 
     printf("%ccrv_94-i-wor, Reading \"%s\" ...\n", '%', path);
-    pos.in = utl_OpenLines(path);
+    pos.in = utl_OpenReader(path);
     if (!pos.in) utl_QuitWithError("    _94-f-fopen", status_failed);
     const int count = read_file(&pos, label_line, first_line);
-    utl_CloseLines(pos.in);
+    utl_CloseReader(pos.in);
     return count;
 }

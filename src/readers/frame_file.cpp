@@ -21,7 +21,7 @@ static constexpr size_t line_limit = 127; // 126 characters and the line end
 static constexpr size_t title_length = 80;
 static constexpr size_t label_length = 31;
 static constexpr size_t numbered_label_length = 32;
-static constexpr int fewest_points = 3;
+static constexpr int min_points = 3;
 static constexpr int status_failed = 0;
 
 namespace {
@@ -29,22 +29,22 @@ namespace {
 // What is known of the file while it is read.
 struct frame_file {
     const char *path;
-    utl_lines *in;
+    utl_line_reader *in;
     crv_column *columns[2]; // X and Y
     double totals[2];       // of their values
     double x_range[2];      // as the file gives them
     double y_range[2];
     int num_points; // NUMDATA
-    bool told_missing;
+    bool warned_missing;
 };
 
 enum class outcome { done, refused };
 
 } // namespace
 
-static void tell_missing(frame_file *vdr) {
-    if (vdr->told_missing) return;
-    vdr->told_missing = true;
+static void warn_missing_numbers(frame_file *vdr) {
+    if (vdr->warned_missing) return;
+    vdr->warned_missing = true;
     fprintf(utl_ErrorStream(), "%%crv_85-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
             vdr->path, static_cast<unsigned long long>(vdr->in->line_number));
 }
@@ -61,7 +61,7 @@ static void make_columns(frame_file *vdr, int first_slot) {
     }
 }
 
-static utl_line next_line(const frame_file *vdr) { return utl_NextLine(vdr->in, line_limit); }
+static utl_line next_line(const frame_file *vdr) { return utl_ReadLine(vdr->in, line_limit); }
 
 static int next_integer(const frame_file *vdr) { return utl_ToInt(next_line(vdr).text); }
 
@@ -104,23 +104,23 @@ static void read_y_range(frame_file *vdr) {
 // A record keeps its line end, so that only the blanks of a line without one are trimmed.
 static void trace_record(utl_line line) {
     printf("    _85-i-val, vdr_record = \"%.*s%s\"\n", static_cast<int>(line.text.size()), line.text.data(),
-           line.end == utl_end::newline ? "\n" : "");
+           line.status == utl_line_status::newline ? "\n" : "");
 }
 
 static void keep_value(frame_file *vdr, int k, double value) {
     crv_column *column = vdr->columns[k];
     ++column->numpts;
     vdr->totals[k] = column->val_list ? vdr->totals[k] + value : value;
-    crv_KeepMinMax(column, value, 0, 0.0, 0.0);
+    crv_UpdateMinMax(column, value, 0, 0.0, 0.0);
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _85-e-calloc", status_failed);
 }
 
-static void take_values(frame_file *vdr, utl_line line) {
+static void read_values(frame_file *vdr, utl_line line) {
     if (crv_DBG == routine) trace_record(line);
-    if (line.end != utl_end::newline) line.text = utl_TrimEnd(line.text);
+    if (line.status != utl_line_status::newline) line.text = utl_TrimEnd(line.text);
     if (crv_DBG == routine) trace_record(line);
     double numbers[2];
-    if (crv_ReadNumbers(line.text, numbers) < 2) tell_missing(vdr);
+    if (crv_ReadNumbers(line.text, numbers) < 2) warn_missing_numbers(vdr);
     keep_value(vdr, 0, numbers[0]);
     keep_value(vdr, 1, numbers[1]);
 }
@@ -133,18 +133,18 @@ static void round_extremes(crv_column *column) {
 }
 
 static outcome read_data(frame_file *vdr) {
-    if (vdr->num_points < fewest_points) {
+    if (vdr->num_points < min_points) {
         printf("%%crv_85-f-nopts, VDR NUMDATA incorrectly specified!\n");
         return outcome::refused;
     }
     for (int point = 0; point < vdr->num_points; ++point) {
         const utl_line line = next_line(vdr);
-        if (line.end == utl_end::nothing) {
+        if (line.status == utl_line_status::eof) {
             fprintf(utl_ErrorStream(), "%%crv_85-w-cut, \"%s\" ends after %d of %d data points\n", vdr->path,
                     point, vdr->num_points);
             break;
         }
-        take_values(vdr, line);
+        read_values(vdr, line);
     }
     round_extremes(vdr->columns[0]);
     round_extremes(vdr->columns[1]);
@@ -173,7 +173,7 @@ static void read_y_directive(frame_file *vdr, char letter, char number) {
 static outcome read_directives(frame_file *vdr) {
     for (;;) {
         const utl_line line = next_line(vdr);
-        if (line.end == utl_end::nothing) return outcome::done;
+        if (line.status == utl_line_status::eof) return outcome::done;
         if (character(line.text, 0) != '%') continue;
         const char letter = character(line.text, 2);
         const char number = character(line.text, 3);
@@ -235,9 +235,9 @@ int crv_ReadVDR(const char *path, int first_slot) {
     vdr.path = path;
     vdr.x_range[0] = vdr.y_range[0] = 10.0;
     vdr.x_range[1] = vdr.y_range[1] = -10.0;
-    vdr.in = utl_OpenLines(path);
+    vdr.in = utl_OpenReader(path);
     if (!vdr.in) utl_QuitWithError("    _85-f-fopen", status_failed);
     const int count = read_file(&vdr, first_slot);
-    utl_CloseLines(vdr.in);
+    utl_CloseReader(vdr.in);
     return count;
 }

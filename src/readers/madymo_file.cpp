@@ -18,7 +18,7 @@ static constexpr int routine = 88;
 static constexpr size_t title_limit = 126; // 125 characters and the line end
 static constexpr size_t line_limit = 510;
 static constexpr size_t name_length = 10;
-static constexpr uint32_t most_numbers = 31; // used of a line
+static constexpr uint32_t max_numbers_per_line = 31; // used of a line
 static constexpr uint32_t request_type = 5;
 static constexpr int status_failed = 0;
 
@@ -31,7 +31,7 @@ namespace {
 // What is known of the file while it is read.
 struct madymo_file {
     const char *path;
-    utl_lines *in;
+    utl_line_reader *in;
     crv_reqsel table[CRV_MAXCOLS];
     std::span<crv_reqsel> entries;            // of the table
     char names[CRV_MAXCOLS][name_length + 1]; // of the entries' requests
@@ -39,21 +39,21 @@ struct madymo_file {
     crv_column **columns;                     // of the entries
     int first_slot;
     char title[128];
-    utl_end title_end;
+    utl_line_status title_status;
     int num_requests;
     int num_descriptions;
     double time;
     uint32_t steps_done;
-    bool told_missing;
+    bool warned_missing;
 };
 
 enum class outcome { done, refused };
 
 } // namespace
 
-static void tell_missing(madymo_file *mad) {
-    if (mad->told_missing) return;
-    mad->told_missing = true;
+static void warn_missing_numbers(madymo_file *mad) {
+    if (mad->warned_missing) return;
+    mad->warned_missing = true;
     fprintf(utl_ErrorStream(), "%%crv_88-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
             mad->path, static_cast<unsigned long long>(mad->in->line_number));
 }
@@ -68,14 +68,14 @@ static void parse_selection(madymo_file *mad, const char *selection) {
 }
 
 static void read_title(madymo_file *mad) {
-    const utl_line line = utl_NextLine(mad->in, title_limit);
+    const utl_line line = utl_ReadLine(mad->in, title_limit);
     utl_CopyText(mad->title, line.text);
-    mad->title_end = line.end;
+    mad->title_status = line.status;
 }
 
 static void read_counts(madymo_file *mad) {
     char text[line_limit + 1];
-    utl_CopyText(text, utl_NextLine(mad->in, line_limit).text);
+    utl_CopyText(text, utl_ReadLine(mad->in, line_limit).text);
     if (sscanf(text, "%d %d", &mad->num_requests, &mad->num_descriptions) != 2)
         printf("%%crv_xx-e-num, Request count or column count incorrect\n");
     if (mad->num_requests >= 0) return;
@@ -85,7 +85,7 @@ static void read_counts(madymo_file *mad) {
 }
 
 // A request's number is its place: what it lacks, when the file ends early, is its name.
-static void place_requests(madymo_file *mad) {
+static void assign_lines(madymo_file *mad) {
     for (crv_reqsel &entry : mad->entries) {
         if (entry.req < 1 || entry.req > static_cast<uint32_t>(mad->num_requests)) continue;
         entry.block = static_cast<int32_t>(entry.req);
@@ -95,12 +95,12 @@ static void place_requests(madymo_file *mad) {
 
 static void read_header(madymo_file *mad) {
     read_title(mad);
-    utl_NextLine(mad->in, line_limit);
+    utl_ReadLine(mad->in, line_limit);
     read_counts(mad);
-    place_requests(mad);
+    assign_lines(mad);
     for (int64_t block = 1; block <= mad->num_requests; ++block) {
-        const utl_line line = utl_NextLine(mad->in, line_limit);
-        if (line.end == utl_end::nothing) break; // N can name more requests than the file has lines
+        const utl_line line = utl_ReadLine(mad->in, line_limit);
+        if (line.status == utl_line_status::eof) break; // N can name more requests than the file has lines
         for (size_t k = 0; k < mad->entries.size(); ++k)
             if (mad->entries[k].block == block) utl_CopyText(mad->names[k], line.text);
     }
@@ -115,7 +115,7 @@ static outcome check_selection(const madymo_file *mad) {
 
 static void skip_descriptions(const madymo_file *mad) {
     for (int k = 0; k < mad->num_descriptions; ++k)
-        if (utl_NextLine(mad->in, line_limit).end == utl_end::nothing) return;
+        if (utl_ReadLine(mad->in, line_limit).status == utl_line_status::eof) return;
 }
 
 // The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of the entry that has the
@@ -136,15 +136,15 @@ static void make_columns(madymo_file *mad) {
     crv_SortByBlock(mad->entries, mad->order);
 }
 
-static double take_item(madymo_file *mad, std::string_view line, uint32_t item) {
-    if (item > most_numbers) { // Deliberate: the message is misspelled.
+static double read_item(madymo_file *mad, std::string_view line, uint32_t item) {
+    if (item > max_numbers_per_line) { // Deliberate: the message is misspelled.
         fprintf(utl_ErrorStream(), "%%crv_88-f-col, Exceeded Max number of col to reqest of %d\n",
-                static_cast<int>(most_numbers));
+                static_cast<int>(max_numbers_per_line));
         utl_Quit(status_failed);
     }
     if (item == 0) return mad->time;
     double number = 0.0;
-    if (!crv_ReadNumberAt(line, item, &number)) tell_missing(mad);
+    if (!crv_ReadNumberAt(line, item, &number)) warn_missing_numbers(mad);
     return number;
 }
 
@@ -157,31 +157,31 @@ static void trace_value(const madymo_file *mad, utl_line line, uint32_t item, do
 
 static void keep_value(const madymo_file *mad, crv_column *column, double value) {
     ++column->numpts;
-    crv_KeepMinMax(column, value, 0, 0.0, mad->time);
-    crv_KeepSum(column, value);
-    crv_KeepEnds(column, value, 0, 0.0);
-    crv_KeepMagnitudes(column, value, 0, 0.0);
+    crv_UpdateMinMax(column, value, 0, 0.0, mad->time);
+    crv_AccumulateSum(column, value);
+    crv_UpdateFirstLast(column, value, 0, 0.0);
+    crv_UpdateAbsMinMax(column, value, 0, 0.0);
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _88-f-calloc", status_failed);
 }
 
 // Takes the value of entry k from the line of its request.
-static void take_value(madymo_file *mad, size_t k, utl_line line) {
+static void read_value(madymo_file *mad, size_t k, utl_line line) {
     const uint32_t item = mad->entries[k].item;
-    const double value = take_item(mad, line.text, item);
+    const double value = read_item(mad, line.text, item);
     if (crv_DBG == routine) trace_value(mad, line, item, value);
     if (crv_InRange(mad->time, crv_settings.time_window)) keep_value(mad, mad->columns[k], value);
 }
 
 // Deliberate: the last line of the file counts as too long when it has no line end.
-static void need_line_end(const madymo_file *mad, utl_line line) {
-    if (line.end == utl_end::newline) return;
+static void require_newline(const madymo_file *mad, utl_line line) {
+    if (line.status == utl_line_status::newline) return;
     fprintf(utl_ErrorStream(), "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n", mad->path);
     utl_Quit(status_failed);
 }
 
 // The line of the next entry in a step, or the first of the next step.
-static int64_t wanted_block(const madymo_file *mad, size_t next) {
-    return crv_WantedBlock(mad->entries, mad->order, next, mad->num_requests);
+static int64_t next_needed_block(const madymo_file *mad, size_t next) {
+    return crv_NextNeededBlock(mad->entries, mad->order, next, mad->num_requests);
 }
 
 static void read_steps(madymo_file *mad) {
@@ -189,14 +189,14 @@ static void read_steps(madymo_file *mad) {
         size_t next = 0; // of the entries in order
         for (int64_t block = 0; block <= mad->num_requests; ++block) {
             if (block > 0) { // block 0 is the time line
-                block += utl_PassLines(mad->in, line_limit, wanted_block(mad, next) - block);
+                block += utl_SkipLines(mad->in, line_limit, next_needed_block(mad, next) - block);
                 if (block > mad->num_requests) break;
             }
-            const utl_line line = utl_NextLine(mad->in, line_limit);
-            if (line.end == utl_end::nothing) return;
-            need_line_end(mad, line);
-            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &mad->time)) tell_missing(mad);
-            for (; wanted_block(mad, next) == block; ++next) take_value(mad, mad->order[next], line);
+            const utl_line line = utl_ReadLine(mad->in, line_limit);
+            if (line.status == utl_line_status::eof) return;
+            require_newline(mad, line);
+            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &mad->time)) warn_missing_numbers(mad);
+            for (; next_needed_block(mad, next) == block; ++next) read_value(mad, mad->order[next], line);
         }
     }
 }
@@ -212,7 +212,7 @@ static void set_labels(const madymo_file *mad) {
             snprintf(column->colname, sizeof column->colname, "%s, R %d, C %.2s", mad->names[k],
                      static_cast<int>(entry->req), entry->comp_label);
         }
-        crv_SetTitle(column, {mad->title, mad->title_end});
+        crv_SetTitle(column, {mad->title, mad->title_status});
     }
 }
 
@@ -244,9 +244,9 @@ int crv_ReadMad(const char *path, const char *selection, int first_slot) {
     parse_selection(&mad, selection);
 
     printf("%%crv_88-i-wor, Reading \"%s\" ...\n", path);
-    mad.in = utl_OpenLines(path);
+    mad.in = utl_OpenReader(path);
     if (!mad.in) utl_QuitWithError("    _88-f-fopen", status_failed);
     const int count = read_file(&mad);
-    utl_CloseLines(mad.in);
+    utl_CloseReader(mad.in);
     return count;
 }

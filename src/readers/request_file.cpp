@@ -28,30 +28,30 @@ namespace {
 // What is known of the file while it is read.
 struct request_file {
     const char *path;
-    utl_lines *in;
+    utl_line_reader *in;
     crv_reqsel table[CRV_MAXCOLS];
     std::span<crv_reqsel> entries; // of the table
     uint8_t order[CRV_MAXCOLS];    // entries in the order of their lines in a step
     crv_column **columns;          // of the entries
     int first_slot;
     char title[128];
-    utl_end title_end;
+    utl_line_status title_status;
     int num_requests;
     bool screens_x;
     double time;
     double x_value; // latest value of entry 0
     uint32_t step;
     uint32_t steps_done;
-    bool told_missing;
+    bool warned_missing;
 };
 
 enum class outcome { done, refused };
 
 } // namespace
 
-static void tell_missing(request_file *req) {
-    if (req->told_missing) return;
-    req->told_missing = true;
+static void warn_missing_numbers(request_file *req) {
+    if (req->warned_missing) return;
+    req->warned_missing = true;
     fprintf(utl_ErrorStream(), "%%crv_83-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
             req->path, static_cast<unsigned long long>(req->in->line_number));
 }
@@ -65,17 +65,17 @@ static void parse_selection(request_file *req, const char *selection) {
 }
 
 static void read_title(request_file *req) {
-    const utl_line line = utl_NextLine(req->in, line_limit);
+    const utl_line line = utl_ReadLine(req->in, line_limit);
     utl_CopyText(req->title, line.text);
-    req->title_end = line.end;
-    if (line.end != utl_end::newline && line.text.size() >= long_title_length) {
+    req->title_status = line.status;
+    if (line.status != utl_line_status::newline && line.text.size() >= long_title_length) {
         req->title[long_title_length] = '\0';
-        req->title_end = utl_end::newline;
+        req->title_status = utl_line_status::newline;
     }
 }
 
 // A header line says on which line of a step the values of its request stand.
-static void place_request(request_file *req, int block, const int (&fields)[5]) {
+static void match_header_line(request_file *req, int block, const int (&fields)[5]) {
     const auto identifier = static_cast<uint32_t>(fields[0]);
     for (crv_reqsel &entry : req->entries) {
         if (entry.req != identifier) continue;
@@ -85,20 +85,20 @@ static void place_request(request_file *req, int block, const int (&fields)[5]) 
 }
 
 static outcome read_header(request_file *req) {
-    utl_NextLine(req->in, line_limit);
+    utl_ReadLine(req->in, line_limit);
     read_title(req);
-    req->num_requests = utl_ToInt(utl_NextLine(req->in, line_limit).text);
+    req->num_requests = utl_ToInt(utl_ReadLine(req->in, line_limit).text);
     if (req->num_requests < 0) {
         fprintf(utl_ErrorStream(), "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
                 req->num_requests, req->path);
         return outcome::refused;
     }
     for (int64_t block = 1; block <= req->num_requests; ++block) {
-        const utl_line line = utl_NextLine(req->in, line_limit);
-        if (line.end == utl_end::nothing) break; // N can name more requests than the file has lines
+        const utl_line line = utl_ReadLine(req->in, line_limit);
+        if (line.status == utl_line_status::eof) break; // N can name more requests than the file has lines
         int fields[5];
-        if (crv_ReadIntegers(line.text, fields) > 0) place_request(req, static_cast<int>(block), fields);
-        if (fields[4] != 0) utl_NextLine(req->in, line_limit);
+        if (crv_ReadIntegers(line.text, fields) > 0) match_header_line(req, static_cast<int>(block), fields);
+        if (fields[4] != 0) utl_ReadLine(req->in, line_limit);
     }
     return outcome::done;
 }
@@ -131,7 +131,7 @@ static outcome make_columns(request_file *req) {
     return outcome::done;
 }
 
-double crv_TakeItem(std::string_view line, uint32_t item, bool *complete) {
+double crv_ReadItem(std::string_view line, uint32_t item, bool *complete) {
     // Magnitudes add their squares in this order.
     const auto magnitude = [](double x, double y, double z) { return sqrt((y * y + x * x) + z * z); };
 
@@ -165,21 +165,21 @@ static void trace_value(const request_file *req, utl_line line, uint32_t item, d
 
 static outcome keep_value(const request_file *req, crv_column *column, double value) {
     ++column->numpts;
-    crv_KeepMinMax(column, value, req->step, req->time, req->time);
-    crv_KeepSum(column, value);
-    crv_KeepEnds(column, value, req->step, req->time);
-    crv_KeepMagnitudes(column, value, req->step, req->time);
+    crv_UpdateMinMax(column, value, req->step, req->time, req->time);
+    crv_AccumulateSum(column, value);
+    crv_UpdateFirstLast(column, value, req->step, req->time);
+    crv_UpdateAbsMinMax(column, value, req->step, req->time);
     if (crv_AppendValue(column, value)) return outcome::done;
     utl_ReportError("    _83-f-calloc");
     return outcome::refused;
 }
 
 // Takes the value of entry k from the line of its request.
-static outcome take_value(request_file *req, size_t k, utl_line line) {
+static outcome read_value(request_file *req, size_t k, utl_line line) {
     const uint32_t item = req->entries[k].item;
     bool complete = true;
-    const double value = crv_TakeItem(line.text, item, &complete);
-    if (!complete) tell_missing(req);
+    const double value = crv_ReadItem(line.text, item, &complete);
+    if (!complete) warn_missing_numbers(req);
     if (req->screens_x && k == 0) req->x_value = value;
     if (crv_DBG == routine) trace_value(req, line, item, value);
 
@@ -188,15 +188,15 @@ static outcome take_value(request_file *req, size_t k, utl_line line) {
     return keep_value(req, req->columns[k], value);
 }
 
-static outcome refuse_several(const request_file *req) {
+static outcome reject_multiple_results(const request_file *req) {
     printf("%%crv_xx-e-mul, Multiple results in (%s)\n", req->path);
     printf("    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
     return outcome::refused;
 }
 
 // The line of the next entry in a step, or the first of the next step.
-static int64_t wanted_block(const request_file *req, size_t next) {
-    return crv_WantedBlock(req->entries, req->order, next, req->num_requests);
+static int64_t next_needed_block(const request_file *req, size_t next) {
+    return crv_NextNeededBlock(req->entries, req->order, next, req->num_requests);
 }
 
 static outcome read_steps(request_file *req) {
@@ -204,15 +204,17 @@ static outcome read_steps(request_file *req) {
         size_t next = 0; // of the entries in order
         for (int64_t block = 0; block <= req->num_requests; ++block) {
             if (block > 0) { // block 0 is the time line
-                block += utl_PassLines(req->in, line_limit, wanted_block(req, next) - block);
+                block += utl_SkipLines(req->in, line_limit, next_needed_block(req, next) - block);
                 if (block > req->num_requests) break;
             }
-            const utl_line line = utl_NextLine(req->in, line_limit);
-            if (line.marked && line.text.find("<++>") != line.text.npos) return refuse_several(req);
-            if (line.end == utl_end::file_end || line.end == utl_end::nothing) return outcome::done;
-            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &req->time)) tell_missing(req);
-            for (; wanted_block(req, next) == block; ++next)
-                if (take_value(req, req->order[next], line) == outcome::refused) return outcome::refused;
+            const utl_line line = utl_ReadLine(req->in, line_limit);
+            if (line.has_lt_or_nul && line.text.find("<++>") != line.text.npos)
+                return reject_multiple_results(req);
+            if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
+                return outcome::done;
+            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &req->time)) warn_missing_numbers(req);
+            for (; next_needed_block(req, next) == block; ++next)
+                if (read_value(req, req->order[next], line) == outcome::refused) return outcome::refused;
         }
         ++req->steps_done;
     }
@@ -242,7 +244,7 @@ static void set_labels(const request_file *req) {
             snprintf(column->colname, sizeof column->colname, "%.5s %u, %.2s ", entry->type_label, entry->req,
                      entry->comp_label);
         }
-        crv_SetTitle(column, {req->title, req->title_end});
+        crv_SetTitle(column, {req->title, req->title_status});
     }
 }
 
@@ -275,12 +277,12 @@ int crv_ReadReq(const char *path, const char *selection, int first_slot) {
     parse_selection(&req, selection);
 
     printf("%%crv_83-i-wor, Reading \"%s\" ...\n", path);
-    req.in = utl_OpenLines(path);
+    req.in = utl_OpenReader(path);
     if (!req.in) {
         utl_ReportError("    _83-f-fopen");
         return -1;
     }
     const int count = read_file(&req);
-    utl_CloseLines(req.in);
+    utl_CloseReader(req.in);
     return count;
 }

@@ -33,4 +33,4 @@ int crv_ReadReq(const char *path, const char *selection, int first_slot);
 
 // The value that `item` names on a record line. Sets *complete to false, and leaves it alone otherwise, when the line
 // lacks a number that it takes; that number counts as 0.0.
-double crv_TakeItem(std::string_view line, uint32_t item, bool *complete);
+double crv_ReadItem(std::string_view line, uint32_t item, bool *complete);

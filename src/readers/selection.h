@@ -48,7 +48,7 @@ void crv_SortByBlock(std::span<const crv_reqsel> entries, uint8_t *order);
 
 // The block of the entry that stands at `next` in this order, or `last + 1` when there is none: all lines before it are
 // nobody's.
-inline int64_t crv_WantedBlock(std::span<const crv_reqsel> entries, const uint8_t *order, size_t next,
-                               int last) {
+inline int64_t crv_NextNeededBlock(std::span<const crv_reqsel> entries, const uint8_t *order, size_t next,
+                                   int last) {
     return next < entries.size() ? entries[order[next]].block : int64_t{last} + 1;
 }

@@ -13,8 +13,8 @@ static constexpr size_t large_block_values = 512 * 1024; // 8 MiB
 crv_column *crv_columns[CRV_MAXCOLS];
 
 // The node just allocated, and the last one of its block. Both null before the first block.
-static crv_value *value_new;
-static crv_value *value_last;
+static crv_value *last_allocated;
+static crv_value *block_end;
 static size_t block_values = first_block_values; // of the next block
 
 crv_column *crv_AllocColumn(int slot) {
@@ -24,15 +24,15 @@ crv_column *crv_AllocColumn(int slot) {
 }
 
 crv_value *crv_AllocValue() {
-    if (value_new != value_last) return ++value_new;
+    if (last_allocated != block_end) return ++last_allocated;
 
     auto *block = static_cast<crv_value *>(crv_Calloc(block_values, sizeof(crv_value)));
     if (!block) return nullptr;
     crv_AdviseLargePages(block, block_values * sizeof(crv_value));
-    value_new = block;
-    value_last = block + (block_values - 1);
+    last_allocated = block;
+    block_end = block + (block_values - 1);
     block_values = large_block_values;
-    return value_new;
+    return last_allocated;
 }
 
 void crv_ClearColumns() {

@@ -14,7 +14,7 @@
 #include <cstdint>
 
 // Minimum and maximum; their abscissas are var1 and var2.
-inline void crv_KeepMinMax(crv_column *column, double value, uint32_t step, double time, double abscissa) {
+inline void crv_UpdateMinMax(crv_column *column, double value, uint32_t step, double time, double abscissa) {
     const bool first = !column->val_list;
     if (first || value > column->max) {
         column->max = value;
@@ -30,12 +30,12 @@ inline void crv_KeepMinMax(crv_column *column, double value, uint32_t step, doub
     }
 }
 
-inline void crv_KeepSum(crv_column *column, double value) {
+inline void crv_AccumulateSum(crv_column *column, double value) {
     column->sum = column->val_list ? column->sum + value : value;
 }
 
 // First and last value.
-inline void crv_KeepEnds(crv_column *column, double value, uint32_t step, double time) {
+inline void crv_UpdateFirstLast(crv_column *column, double value, uint32_t step, double time) {
     if (!column->val_list) {
         column->begin_val = value;
         column->begin_step = step;
@@ -47,7 +47,7 @@ inline void crv_KeepEnds(crv_column *column, double value, uint32_t step, double
 }
 
 // Smallest and largest magnitude.
-inline void crv_KeepMagnitudes(crv_column *column, double value, uint32_t step, double time) {
+inline void crv_UpdateAbsMinMax(crv_column *column, double value, uint32_t step, double time) {
     const bool first = !column->val_list;
     const double magnitude = std::fabs(value);
     if (first || magnitude > column->absmax) {
@@ -64,7 +64,7 @@ inline void crv_KeepMagnitudes(crv_column *column, double value, uint32_t step, 
 
 // Smallest and largest magnitude of column files. Deliberate: the value is compared with its sign, so that a column of
 // negative values keeps the magnitude of the first as its largest, and of the last that was below it as its smallest.
-inline void crv_KeepMagnitudesBySign(crv_column *column, double value) {
+inline void crv_UpdateAbsMinMaxBySign(crv_column *column, double value) {
     const bool first = !column->val_list;
     const double magnitude = std::fabs(value);
     if (first || column->absmin > value) column->absmin = magnitude;

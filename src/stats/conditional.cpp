@@ -18,9 +18,9 @@ struct crossing {
 };
 
 // A point and the one before it; the first point stands before itself.
-struct neighbours {
-    double before;
-    double at;
+struct point_pair {
+    double previous;
+    double current;
 };
 
 } // namespace
@@ -30,26 +30,26 @@ static void report_not_found(const crv_column *first, const crv_column *second, 
 }
 
 // Point `number` of the column. Returns false when it has no such point.
-static bool find_point(const crv_column *column, uint32_t number, neighbours *point) {
+static bool find_point(const crv_column *column, uint32_t number, point_pair *point) {
     if (number == 0 || !column->val_list) return false;
-    point->before = column->val_list->val;
+    point->previous = column->val_list->val;
     uint32_t count = 1;
     const crv_value *node = column->val_list;
     for (; node && count < number; ++count) {
-        point->before = node->val;
+        point->previous = node->val;
         node = node->next;
     }
     if (!node) return false;
-    point->at = node->val;
+    point->current = node->val;
     return true;
 }
 
 static void report_extreme(const char *name, const crv_column *first, const crv_column *second, uint32_t step,
                            double time) {
-    neighbours point = {};
+    point_pair point = {};
     if (find_point(first, step, &point)) {
-        printf("%f [%s] when [%s] = %s, (s = %d, t = %f)\n", point.at, first->colname, second->colname, name,
-               static_cast<int>(step), time);
+        printf("%f [%s] when [%s] = %s, (s = %d, t = %f)\n", point.current, first->colname, second->colname,
+               name, static_cast<int>(step), time);
     } else {
         report_not_found(first, second, 0.0);
     }
@@ -73,12 +73,12 @@ static crossing find_crossing(const crv_column *column, double x) {
 static void report_number(const char *condition, const crv_column *first, const crv_column *second) {
     const double x = utl_ToDouble(condition);
     const crossing hit = find_crossing(first, x);
-    neighbours point = {};
+    point_pair point = {};
     if (!hit.found || !find_point(second, static_cast<uint32_t>(hit.number), &point)) {
         report_not_found(first, second, x);
         return;
     }
-    const double value = point.before + hit.fraction * (point.at - point.before);
+    const double value = point.previous + hit.fraction * (point.current - point.previous);
     printf("%f [%s] when [%s] = %f, (s = %d, %f) \n", value, first->colname, second->colname, x, hit.number,
            hit.fraction);
 }

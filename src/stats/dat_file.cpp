@@ -98,8 +98,8 @@ static bool is_written(group written) {
 }
 
 static void write_number(FILE *out, double value) {
-    char text[utl_number_room];
-    *utl_PutExp11(text, value) = '\0';
+    char text[utl_max_number_chars];
+    *utl_WriteE11_4(text, value) = '\0';
     fprintf(out, "%s ", text);
 }
 
@@ -141,11 +141,11 @@ static bool go_to_next_row(columns_span columns) {
 // Each cell is "%11.4e ".
 static void write_values(FILE *out, columns_span columns) {
     if (!go_to_first_row(columns)) return;
-    char row[CRV_MAXCOLS * utl_number_room + 1];
+    char row[CRV_MAXCOLS * utl_max_number_chars + 1];
     do {
         char *end = row;
         for (const crv_column *column : columns) {
-            end = utl_PutExp11(end, column->val_cur->val);
+            end = utl_WriteE11_4(end, column->val_cur->val);
             *end++ = ' ';
         }
         *end++ = '\n';
@@ -154,9 +154,9 @@ static void write_values(FILE *out, columns_span columns) {
 }
 
 // An incomplete table is removed, unless a link or a device stands in its place.
-[[noreturn]] static void give_up(const std::string &dat_path) {
+[[noreturn]] static void fail_write(const std::string &dat_path) {
     utl_ReportError(" crv_84-f-fwrite, in crv_writecols() ");
-    if (utl_IsPlainFile(dat_path.c_str())) remove(dat_path.c_str());
+    if (utl_IsRegularFile(dat_path.c_str())) remove(dat_path.c_str());
     utl_Quit(status_failed);
 }
 
@@ -165,7 +165,7 @@ static void close_table(FILE *out, const std::string &dat_path) {
     const int error = errno;
     const bool closed = fclose(out) == 0;
     if (!written) errno = error;
-    if (!written || !closed) give_up(dat_path);
+    if (!written || !closed) fail_write(dat_path);
 }
 
 static FILE *open_table(const char *path, const std::string &dat_path) {

@@ -27,7 +27,7 @@ static double power_of_ten(const char *exponent) {
 }
 
 // Works on the printed text, so that the mantissa is rounded before the digit is taken.
-static leading_digit take_leading_digit(double value) {
+static leading_digit leading_digit_of(double value) {
     char text[16];
     snprintf(text, sizeof text, "%10.3e", value);
     return {utl_ToInt({text, 2}), power_of_ten(strchr(text, 'e') + 1)};
@@ -40,7 +40,7 @@ static bool is_round(double value, leading_digit lead) {
 
 static double round_down(double value) {
     if (!std::isfinite(value)) return value;
-    leading_digit lead = take_leading_digit(value);
+    leading_digit lead = leading_digit_of(value);
     if (is_round(value, lead)) return value;
     if (lead.digit < 0) --lead.digit;
     return lead.digit * lead.power;
@@ -48,7 +48,7 @@ static double round_down(double value) {
 
 static double round_up(double value) {
     if (!std::isfinite(value)) return value;
-    leading_digit lead = take_leading_digit(value);
+    leading_digit lead = leading_digit_of(value);
     if (is_round(value, lead)) return value;
     if (lead.digit >= 0) ++lead.digit;
     return lead.digit * lead.power;

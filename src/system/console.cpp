@@ -15,8 +15,8 @@ void utl_ReportError(const char *report) {
     perror(report);
 }
 
-// A line goes on for so many pieces at the most, about a million characters: what feeds the program has no line ends.
-static constexpr int most_pieces = 8192;
+// A line goes on for so many chunks at the most, about a million characters: what feeds the program has no line ends.
+static constexpr int max_chunks = 8192;
 
 void utl_QuitWithError(const char *report, int status) {
     utl_ReportError(report);
@@ -33,7 +33,7 @@ static int next_character() {
     return c;
 }
 
-bool utl_ReadPiece(char *answer, size_t size) {
+bool utl_ReadLineChunk(char *answer, size_t size) {
     fflush(stdout);
     size_t length = 0;
     while (length + 1 < size) {
@@ -50,6 +50,7 @@ bool utl_ReadPiece(char *answer, size_t size) {
 
 void utl_ReadAnswer(char *answer, size_t size) {
     char rest[128];
-    bool ended = utl_ReadPiece(answer, size);
-    for (int pieces = 0; !ended && pieces < most_pieces; ++pieces) ended = utl_ReadPiece(rest, sizeof rest);
+    bool ended = utl_ReadLineChunk(answer, size);
+    for (int chunks = 0; !ended && chunks < max_chunks; ++chunks)
+        ended = utl_ReadLineChunk(rest, sizeof rest);
 }

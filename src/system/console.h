@@ -23,7 +23,7 @@ void utl_ReportError(const char *report);
 void utl_ReadAnswer(char *answer, size_t size);
 
 // The same, but the rest of the line is left for the next read. Returns whether the line ended.
-bool utl_ReadPiece(char *answer, size_t size);
+bool utl_ReadLineChunk(char *answer, size_t size);
 
 // Runs `command` through the system's command interpreter. What was printed so far is out before it starts. Returns
 // false with errno set when no interpreter could be started; how the command itself ended does not count.

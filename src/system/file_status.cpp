@@ -5,10 +5,11 @@
 
 #include <windows.h>
 
-bool utl_IsPlainFile(const char *path) {
-    constexpr DWORD others = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DEVICE;
+bool utl_IsRegularFile(const char *path) {
+    constexpr DWORD not_regular =
+        FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DEVICE;
     const DWORD attributes = GetFileAttributesA(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & others) == 0;
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & not_regular) == 0;
 }
 
 // Pipes have a place of their own here, where no file of a user lies.
@@ -18,7 +19,7 @@ bool utl_IsPipe(const char * /*path*/) { return false; }
 
 #include <sys/stat.h>
 
-bool utl_IsPlainFile(const char *path) {
+bool utl_IsRegularFile(const char *path) {
     struct stat status = {};
     return lstat(path, &status) == 0 && S_ISREG(status.st_mode);
 }

@@ -7,9 +7,9 @@
 
 // Which file it is, on which disk. Returns false when it is not there.
 static bool identify(const char *path, BY_HANDLE_FILE_INFORMATION *identity) {
-    constexpr DWORD for_anybody = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    constexpr DWORD folders_too = FILE_FLAG_BACKUP_SEMANTICS;
-    void *file = CreateFileA(path, 0, for_anybody, nullptr, OPEN_EXISTING, folders_too, nullptr);
+    constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    constexpr DWORD allow_directories = FILE_FLAG_BACKUP_SEMANTICS;
+    void *file = CreateFileA(path, 0, share_all, nullptr, OPEN_EXISTING, allow_directories, nullptr);
     if (file == INVALID_HANDLE_VALUE) return false;
     const bool identified = GetFileInformationByHandle(file, identity) != 0;
     CloseHandle(file);

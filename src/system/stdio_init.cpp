@@ -22,7 +22,7 @@ void utl_SetUpRuntime() { switch_on_count_conversion(); }
 #include <fcntl.h>
 #include <unistd.h>
 
-static void fill_standard_streams() {
+static void reopen_closed_std_fds() {
     int file = 0;
     while (file >= 0 && file <= STDERR_FILENO) file = open("/dev/null", O_RDWR);
     if (file > STDERR_FILENO) close(file);
@@ -30,7 +30,7 @@ static void fill_standard_streams() {
 
 // The %n conversion is always on here.
 void utl_SetUpRuntime() {
-    fill_standard_streams();
+    reopen_closed_std_fds();
     setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
 }
 

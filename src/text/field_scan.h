@@ -11,7 +11,7 @@ inline bool utl_IsSeparator(char c) { return c == ' ' || c == ','; }
 
 // A bit for each of the 16 characters that separates fields.
 inline unsigned utl_SeparatorBits(__m128i text) {
-    return utl_BitsOf(_mm_or_si128(utl_EqualTo(text, ' '), utl_EqualTo(text, ',')));
+    return utl_MoveMask(_mm_or_si128(utl_CompareEqual(text, ' '), utl_CompareEqual(text, ',')));
 }
 
 #endif
@@ -21,7 +21,7 @@ inline const char *utl_FindField(const char *at, const char *end) {
 #ifdef __SSE2__
     for (; end - at >= 16; at += 16)
         if (const unsigned bits = utl_SeparatorBits(utl_LoadVector(at)) ^ 0xFFFFU)
-            return at + utl_FirstBit(bits);
+            return at + utl_CountTrailingZeros(bits);
 #endif
     while (at != end && utl_IsSeparator(*at)) ++at;
     return at;
@@ -31,7 +31,8 @@ inline const char *utl_FindField(const char *at, const char *end) {
 inline const char *utl_FindSeparator(const char *at, const char *end) {
 #ifdef __SSE2__
     for (; end - at >= 16; at += 16)
-        if (const unsigned bits = utl_SeparatorBits(utl_LoadVector(at))) return at + utl_FirstBit(bits);
+        if (const unsigned bits = utl_SeparatorBits(utl_LoadVector(at)))
+            return at + utl_CountTrailingZeros(bits);
 #endif
     while (at != end && !utl_IsSeparator(*at)) ++at;
     return at;

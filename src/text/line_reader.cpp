@@ -22,7 +22,7 @@ static constexpr int open_flags = O_RDONLY | O_CLOEXEC;
 
 // Moves what is left to the front of the block and fills the room behind it, until `wanted` characters are there or the
 // file ends.
-static void fill_block(utl_lines *in, size_t wanted) {
+static void fill_block(utl_line_reader *in, size_t wanted) {
     auto held = static_cast<size_t>(in->block_end - in->next);
     memmove(in->block, in->next, held);
     while (held < wanted && !in->at_file_end) {
@@ -41,17 +41,17 @@ static void fill_block(utl_lines *in, size_t wanted) {
 }
 
 // A device such as /dev/zero never ends. An empty one has ended already, and a terminal ends when its user says so.
-static bool may_be_endless(const utl_lines *in) {
+static bool is_unbounded_device(const utl_line_reader *in) {
     struct stat status = {};
     return !in->at_file_end && fstat(in->file, &status) == 0 && S_ISCHR(status.st_mode) && !isatty(in->file);
 }
 
-utl_lines *utl_OpenLines(const char *path) {
+utl_line_reader *utl_OpenReader(const char *path) {
     const int file = open(path, open_flags);
     if (file < 0) return nullptr;
 
-    auto *in = static_cast<utl_lines *>(crv_Calloc(1, sizeof(utl_lines)));
-    auto *block = static_cast<char *>(crv_Calloc(block_size + utl_scan_reach, 1));
+    auto *in = static_cast<utl_line_reader *>(crv_Calloc(1, sizeof(utl_line_reader)));
+    auto *block = static_cast<char *>(crv_Calloc(block_size + utl_scan_padding, 1));
     if (in && block) {
         *in = {.file = file,
                .error = 0,
@@ -62,7 +62,7 @@ utl_lines *utl_OpenLines(const char *path) {
                .block_end = block,
                .block = block};
         fill_block(in, 1); // shows whether it can be read at all: a folder opens like a file
-        if (in->error == 0 && may_be_endless(in)) in->error = ENOTSUP;
+        if (in->error == 0 && is_unbounded_device(in)) in->error = ENOTSUP;
         if (in->error == 0) return in;
         errno = in->error;
     }
@@ -81,24 +81,25 @@ static std::string_view text_before_nul(const char *begin, size_t length) {
 }
 
 // A line that just fits takes one character more than the limit when a CR stands before its line end.
-static size_t longest_line(size_t limit) { return limit + 1; }
+static size_t max_raw_length(size_t limit) { return limit + 1; }
 
 // Sees to it that a whole line is in the block, if it fits at all. Returns how many characters are there.
-static size_t hold_line(utl_lines *in, size_t limit) {
-    if (static_cast<size_t>(in->block_end - in->next) < longest_line(limit) && !in->at_file_end)
-        fill_block(in, longest_line(limit));
+static size_t buffer_line(utl_line_reader *in, size_t limit) {
+    if (static_cast<size_t>(in->block_end - in->next) < max_raw_length(limit) && !in->at_file_end)
+        fill_block(in, max_raw_length(limit));
     return static_cast<size_t>(in->block_end - in->next);
 }
 
-utl_line utl_NextLine(utl_lines *in, size_t limit) {
-    const size_t held = hold_line(in, limit);
+utl_line utl_ReadLine(utl_line_reader *in, size_t limit) {
+    const size_t held = buffer_line(in, limit);
     in->line_number = in->lines_ended + 1;
-    if (held == 0) return {{}, utl_end::nothing};
+    if (held == 0) return {{}, utl_line_status::eof};
 
     const char *begin = in->next;
-    const utl_scanned line = utl_ScanLine(begin, held < longest_line(limit) ? held : longest_line(limit));
+    const utl_line_scan line =
+        utl_ScanLine(begin, held < max_raw_length(limit) ? held : max_raw_length(limit));
     size_t length = line.length;
-    utl_end end = utl_end::newline;
+    utl_line_status status = utl_line_status::newline;
     if (line.ended && length > 0 && begin[length - 1] == '\r') --length;
     if (line.ended && length < limit) {
         in->next = begin + line.length + 1;
@@ -106,25 +107,27 @@ utl_line utl_NextLine(utl_lines *in, size_t limit) {
     } else {
         length = held < limit ? held : limit;
         in->next = begin + length;
-        end = length == limit ? utl_end::limit : utl_end::file_end;
+        status = length == limit ? utl_line_status::partial : utl_line_status::unterminated;
     }
-    return {line.marked ? text_before_nul(begin, length) : std::string_view(begin, length), end, line.marked};
+    return {line.has_lt_or_nul ? text_before_nul(begin, length) : std::string_view(begin, length), status,
+            line.has_lt_or_nul};
 }
 
-int64_t utl_PassLines(utl_lines *in, size_t limit, int64_t most) {
-    int64_t passed = 0;
-    while (passed < most) {
-        const size_t held = hold_line(in, limit);
-        const utl_skipped skipped = utl_SkipLines(in->next, held, limit, static_cast<size_t>(most - passed));
-        if (skipped.lines == 0) break;
-        in->next += skipped.length;
-        passed += static_cast<int64_t>(skipped.lines);
+int64_t utl_SkipLines(utl_line_reader *in, size_t limit, int64_t max_lines) {
+    int64_t skipped_lines = 0;
+    while (skipped_lines < max_lines) {
+        const size_t held = buffer_line(in, limit);
+        const utl_line_run run =
+            utl_ScanLineRun(in->next, held, limit, static_cast<size_t>(max_lines - skipped_lines));
+        if (run.lines == 0) break;
+        in->next += run.length;
+        skipped_lines += static_cast<int64_t>(run.lines);
     }
-    in->lines_ended += static_cast<uint64_t>(passed);
-    return passed;
+    in->lines_ended += static_cast<uint64_t>(skipped_lines);
+    return skipped_lines;
 }
 
-void utl_CloseLines(utl_lines *in) {
+void utl_CloseReader(utl_line_reader *in) {
     close(in->file);
     free(in->block);
     free(in);

@@ -7,21 +7,21 @@
 #include <cstdint>
 #include <string_view>
 
-enum class utl_end {
-    newline,  // a whole line; its line end is not part of the text
-    limit,    // the limit was reached first: a piece, the rest comes with the next read
-    file_end, // the file ended before the line did
-    nothing,  // the file had ended already; the text is empty
+enum class utl_line_status {
+    newline,      // a whole line; its line end is not part of the text
+    partial,      // the limit was reached first: the rest of the line comes with the next read
+    unterminated, // the file ended before the line did
+    eof,          // the file had ended already; the text is empty
 };
 
 struct utl_line {
     std::string_view text; // valid until the next read
-    utl_end end;
-    bool marked = false; // a '<' may be in the text; without the flag there is none
+    utl_line_status status;
+    bool has_lt_or_nul = false; // a '<' may be in the text; without the flag there is none
 };
 
 // An open file with its one block of text.
-struct utl_lines {
+struct utl_line_reader {
     int file;
     int error;             // errno of a read that failed, 0 while all is well; a failed read ends the file
     bool at_file_end;      // the block holds all that is left
@@ -34,13 +34,13 @@ struct utl_lines {
 
 // Opens `path` for reading and reads its first block. Returns null with errno set when that fails, also for a folder and
 // for a device that may never end. A pipe is waited for until it has a writer.
-utl_lines *utl_OpenLines(const char *path);
+utl_line_reader *utl_OpenReader(const char *path);
 
-// Reads on: at most `limit` characters, the line end counted as one of them, 1 <= limit <= 65,536.
-utl_line utl_NextLine(utl_lines *in, size_t limit);
+// Reads on: at max_lines `limit` characters, the line end counted as one of them, 1 <= limit <= 65,536.
+utl_line utl_ReadLine(utl_line_reader *in, size_t limit);
 
-// Skips up to `most` lines as if each had been read, and returns how many: whole lines of less than `limit` characters
+// Skips up to `max_lines` lines as if each had been read, and returns how many: whole lines of less than `limit` characters
 // without a '<'. It can stop early, and reading goes on with the line that it stopped at.
-int64_t utl_PassLines(utl_lines *in, size_t limit, int64_t most);
+int64_t utl_SkipLines(utl_line_reader *in, size_t limit, int64_t max_lines);
 
-void utl_CloseLines(utl_lines *in);
+void utl_CloseReader(utl_line_reader *in);

@@ -22,7 +22,7 @@ struct digit_run {
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
 
 // The number that eight digits make, each a value of 0 to 9 in its byte, the first in the lowest.
-static uint64_t number_of(uint64_t digits) {
+static uint64_t combine_8_digits(uint64_t digits) {
     digits = digits * 10 + (digits >> 8);
     const uint64_t high = ((digits & 0x000000FF000000FFU) * 0x000F424000000064U) >> 32;
     const uint64_t low = (((digits >> 16) & 0x000000FF000000FFU) * 0x0000271000000001U) >> 32;
@@ -30,19 +30,19 @@ static uint64_t number_of(uint64_t digits) {
 }
 
 // Up to eight digits at once, in the bytes of a word: a number of ordinary length takes two such steps instead of a dozen.
-static digit_run take_eight(const char *at) {
+static digit_run parse_up_to_8_digits(const char *at) {
     uint64_t word = 0;
     memcpy(&word, at, sizeof word);
     const uint64_t values = word - 0x3030303030303030U;
     const uint64_t others = ((word + 0x4646464646464646U) | values) & 0x8080808080808080U;
     const int count = others == 0 ? 8 : __builtin_ctzll(others) / 8;
     if (count == 0) return {0, 0};
-    return {number_of(values << (64 - 8 * count)), count}; // as if zeros stood in front
+    return {combine_8_digits(values << (64 - 8 * count)), count}; // as if zeros stood in front
 }
 
 #else
 
-static digit_run take_eight(const char *at) {
+static digit_run parse_up_to_8_digits(const char *at) {
     digit_run run = {0, 0};
     for (; run.count < 8 && is_digit(at[run.count]); ++run.count)
         run.number = run.number * 10 + static_cast<uint64_t>(at[run.count] - '0');
@@ -53,11 +53,11 @@ static digit_run take_eight(const char *at) {
 
 static constexpr uint64_t tens[9] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
 
-// Takes the digits at `at` behind those that `number` has already. Returns how many.
-static int take_digits(const char *at, const char *end, uint64_t *number) {
+// Takes the digits at `at` separators_from_begin those that `number` has already. Returns how many.
+static int parse_digits(const char *at, const char *end, uint64_t *number) {
     const char *const begin = at;
     if (end - at >= 8) {
-        const digit_run run = take_eight(at);
+        const digit_run run = parse_up_to_8_digits(at);
         *number = *number * tens[run.count] + run.number;
         if (run.count < 8) return run.count;
         at += 8;
@@ -80,28 +80,28 @@ static double with_sign(double magnitude, unsigned negative) {
 // Reads a plain decimal that a double and a power of ten hold exactly: at most 19 digits, the number they make at most
 // 2^53, a power of ten of at most 22. One multiplication or division then rounds as strtod does. Returns where the number
 // ends, or null for all other text. What follows may make it another number: a digit of the exponent, or an x.
-static const char *read_short_decimal(const char *at, const char *end, double *value) {
+static const char *parse_exact_decimal(const char *at, const char *end, double *value) {
     const bool negative = at != end && *at == '-';
     at += negative;
 
     uint64_t digits = 0;
-    int count = take_digits(at, end, &digits);
+    int count = parse_digits(at, end, &digits);
     int exponent = 0;
     at += count;
     if (at != end && *at == '.') {
-        exponent = -take_digits(++at, end, &digits);
+        exponent = -parse_digits(++at, end, &digits);
         at -= exponent;
         count -= exponent;
     }
     if (count == 0 || count > 19 || digits > (uint64_t{1} << 53)) return nullptr;
     if (at != end && (*at == 'e' || *at == 'E')) {
-        const bool below_one = end - at > 1 && at[1] == '-';
-        at += below_one || (end - at > 1 && at[1] == '+') ? 2 : 1;
+        const bool exponent_is_negative = end - at > 1 && at[1] == '-';
+        at += exponent_is_negative || (end - at > 1 && at[1] == '+') ? 2 : 1;
         int written = 0;
         const char *const first = at;
         for (; at != end && at - first < 4 && is_digit(*at); ++at) written = written * 10 + (*at - '0');
         if (at == first || at - first == 4) return nullptr;
-        exponent += below_one ? -written : written;
+        exponent += exponent_is_negative ? -written : written;
     }
     if (exponent <= -utl_exact_powers || exponent >= utl_exact_powers) return nullptr;
     *value = with_sign(scaled(digits, exponent), negative);
@@ -115,14 +115,14 @@ static uint64_t known_digits(const char *at, unsigned count, uint64_t *fault) {
     if (count == 0) return 0;
     uint64_t word = 0;
     memcpy(&word, at, sizeof word);
-    const unsigned foreign = 64 - 8 * count; // bits of what stands behind the digits
+    const unsigned trailing_bits = 64 - 8 * count; // bits of what stands separators_from_begin the digits
     const uint64_t values = word - 0x3030303030303030U;
-    *fault |= (((word + 0x4646464646464646U) | values) & 0x8080808080808080U) << foreign;
-    return number_of(values << foreign);
+    *fault |= (((word + 0x4646464646464646U) | values) & 0x8080808080808080U) << trailing_bits;
+    return combine_8_digits(values << trailing_bits);
 }
 
 // Takes "e+dd" off the end of the `length` characters at `at`. Returns the power of ten that it stands for, 0 without it.
-static int take_exponent(const char *at, unsigned *length) {
+static int strip_exponent(const char *at, unsigned *length) {
     if (*length < 5) return 0;
     const char *const tail = at + *length - 4;
     if (tail[0] != 'e' && tail[0] != 'E') return 0;
@@ -135,21 +135,21 @@ static int take_exponent(const char *at, unsigned *length) {
 // The next number when it is of the plainest kind: a sign perhaps, up to eight digits, a point perhaps and up to eight
 // digits, and perhaps an exponent of two digits. One vector tells where it begins and ends and where its point is, so that
 // nothing is looked for twice. Returns where it ends, or null when the general way must look.
-static const char *read_plain_number(const char *at, const char *end, double *number) {
+static const char *parse_field_vector(const char *at, const char *end, double *number) {
     if (end - at < 24) return nullptr; // words of eight are read from within the vector
     const __m128i text = utl_LoadVector(at);
     const unsigned separators = utl_SeparatorBits(text);
-    const unsigned begin = utl_FirstBit(~separators);
-    const unsigned behind = separators >> begin;
-    if (begin >= 16 || behind == 0) return nullptr;
-    const char *const stop = at + begin + utl_FirstBit(behind);
+    const unsigned begin = utl_CountTrailingZeros(~separators);
+    const unsigned separators_from_begin = separators >> begin;
+    if (begin >= 16 || separators_from_begin == 0) return nullptr;
+    const char *const stop = at + begin + utl_CountTrailingZeros(separators_from_begin);
 
     const unsigned sign = at[begin] == '-';
     const char *const digits = at + begin + sign;
     auto length = static_cast<unsigned>(stop - digits);
-    int exponent = take_exponent(digits, &length);
-    const unsigned points = utl_BitsOf(utl_EqualTo(text, '.')) >> (begin + sign);
-    const unsigned whole_count = utl_FirstBit(points | (1U << length));
+    int exponent = strip_exponent(digits, &length);
+    const unsigned points = utl_MoveMask(utl_CompareEqual(text, '.')) >> (begin + sign);
+    const unsigned whole_count = utl_CountTrailingZeros(points | (1U << length));
     if (whole_count > length) return nullptr;
     const unsigned point = whole_count < length ? 1 : 0;
     const unsigned part_count = length - whole_count - point;
@@ -167,7 +167,7 @@ static const char *read_plain_number(const char *at, const char *end, double *nu
 
 #else
 
-static const char *read_plain_number(const char * /*at*/, const char * /*end*/, double * /*number*/) {
+static const char *parse_field_vector(const char * /*at*/, const char * /*end*/, double * /*number*/) {
     return nullptr;
 }
 
@@ -175,8 +175,8 @@ static const char *read_plain_number(const char * /*at*/, const char * /*end*/, 
 
 bool utl_NextNumber(std::string_view *rest, double *number) {
     const char *const end = rest->data() + rest->size();
-    const char *stop = read_plain_number(rest->data(), end, number);
-    if (!stop) stop = read_short_decimal(utl_FindField(rest->data(), end), end, number);
+    const char *stop = parse_field_vector(rest->data(), end, number);
+    if (!stop) stop = parse_exact_decimal(utl_FindField(rest->data(), end), end, number);
     if (stop && (stop == end || utl_IsSeparator(*stop))) {
         *rest = {stop, static_cast<size_t>(end - stop)};
         return true;
@@ -198,7 +198,7 @@ static double convert_copy(std::string_view text) {
 double utl_ToDouble(std::string_view text) {
     const char *const text_end = text.data() + text.size();
     double short_value = 0.0;
-    if (read_short_decimal(text.data(), text_end, &short_value) == text_end) return short_value;
+    if (parse_exact_decimal(text.data(), text_end, &short_value) == text_end) return short_value;
 
     // from_chars reads plain decimals as strtod does, and several times as fast. All else is left to strtod: a leading
     // plus or white space, hexadecimal, infinite and not-a-number forms, and what lies outside the range.

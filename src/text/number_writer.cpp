@@ -16,7 +16,7 @@ static constexpr int decimals = 4;
 // The four decimals of d.dddde+dd are found by scaling the value to a whole number of five digits, with one rounding of
 // at most 2^-53. Where that could matter, because the scaled value is this close to the middle between two whole numbers,
 // the slow way decides.
-static constexpr double too_close = 1e-6;
+static constexpr double tie_margin = 1e-6;
 
 // A value as five digits and an exponent of ten.
 struct scaled_value {
@@ -37,11 +37,11 @@ static scaled_value scale(double magnitude) {
         return power >= 0 ? magnitude * utl_power_of_ten(power) : magnitude / utl_power_of_ten(-power);
     };
     double scaled = scaled_by(decimals - exponent);
-    if (scaled >= 100000.0 - too_close) scaled = scaled_by(decimals - ++exponent);
+    if (scaled >= 100000.0 - tie_margin) scaled = scaled_by(decimals - ++exponent);
 
     int digits = static_cast<int>(scaled);
     const double rest = scaled - digits;
-    if (std::fabs(rest - 0.5) < too_close || scaled < 10000.0) return {0, 0};
+    if (std::fabs(rest - 0.5) < tie_margin || scaled < 10000.0) return {0, 0};
     digits += rest > 0.5 ? 1 : 0;
     if (digits == 100000) {
         digits = 10000;
@@ -62,34 +62,35 @@ static constexpr auto three_digits = [] {
     return text;
 }();
 
-static char *put_three_digits(char *to, unsigned value) {
+static char *write_three_digits(char *to, unsigned value) {
     memcpy(to, &three_digits[size_t{3} * value], 3);
     return to + 3;
 }
 
-static char *put_two_digits(char *to, unsigned value) {
+static char *write_two_digits(char *to, unsigned value) {
     memcpy(to, &three_digits[size_t{3} * value + 1], 2);
     return to + 2;
 }
 
-static char *put_scaled(char *to, bool negative, scaled_value value) {
+static char *write_scaled(char *to, bool negative, scaled_value value) {
     const auto digits = static_cast<unsigned>(value.digits);
     *to++ = negative ? '-' : ' ';
     *to++ = static_cast<char>('0' + digits / 10000);
     *to++ = '.';
-    to = put_two_digits(to, digits / 100 % 100);
-    to = put_two_digits(to, digits % 100);
+    to = write_two_digits(to, digits / 100 % 100);
+    to = write_two_digits(to, digits % 100);
     *to++ = 'e';
     *to++ = value.exponent < 0 ? '-' : '+';
-    return put_two_digits(to, static_cast<unsigned>(value.exponent < 0 ? -value.exponent : value.exponent));
+    return write_two_digits(to, static_cast<unsigned>(value.exponent < 0 ? -value.exponent : value.exponent));
 }
 
-char *utl_PutExp11(char *to, double value) {
+char *utl_WriteE11_4(char *to, double value) {
     if (std::isfinite(value) && value != 0.0) {
         const scaled_value scaled = scale(std::fabs(value));
-        if (scaled.digits != 0) return put_scaled(to, value < 0.0, scaled);
+        if (scaled.digits != 0) return write_scaled(to, value < 0.0, scaled);
     }
-    char *end = std::to_chars(to, to + utl_number_room, value, std::chars_format::scientific, decimals).ptr;
+    char *end =
+        std::to_chars(to, to + utl_max_number_chars, value, std::chars_format::scientific, decimals).ptr;
     const auto length = static_cast<size_t>(end - to);
     if (length >= field_width) return end;
     memmove(to + (field_width - length), to, length);
@@ -97,7 +98,7 @@ char *utl_PutExp11(char *to, double value) {
     return to + field_width;
 }
 
-char *utl_PutUnsigned(char *to, unsigned value) {
-    if (value < 100 || value > 999) return std::to_chars(to, to + utl_number_room, value).ptr;
-    return put_three_digits(to, value);
+char *utl_WriteUnsigned(char *to, unsigned value) {
+    if (value < 100 || value > 999) return std::to_chars(to, to + utl_max_number_chars, value).ptr;
+    return write_three_digits(to, value);
 }

@@ -17,19 +17,19 @@ static constexpr size_t name_block = 80;    // of a listed name
 static constexpr size_t answer_size = 16;   // 15 characters
 static constexpr int status_no_memory = 0;  // of the routines 34 and 35
 static constexpr int status_failed = 1;     // of routine 33
-static constexpr int marked_none = -10;
+static constexpr int no_selection = -10;
 
 namespace {
 
 // What a picker reports when memory runs out, and the status it ends with.
-struct memory_reports {
+struct alloc_messages {
     const char *first_name;
     const char *later_name;
     const char *entry;
     int status;
 };
 
-// Files first to last of a list, counted from 1; first is marked_none for none.
+// Files first to last of a list, counted from 1; first is no_selection for none.
 struct file_range {
     int first;
     int last;
@@ -49,25 +49,25 @@ static crv_file *new_file(std::string_view name, size_t block, const char *name_
 }
 
 // The last character of a line goes; in a piece of a line that was too long it is one of the name.
-static std::string_view name_on(utl_line line) {
-    if (line.end == utl_end::newline || line.text.empty()) return line.text;
+static std::string_view filename_from(utl_line line) {
+    if (line.status == utl_line_status::newline || line.text.empty()) return line.text;
     return line.text.substr(0, line.text.size() - 1);
 }
 
 // Makes a list of the names in an open listing and closes it. A last line without its line end is no name.
-static crv_file *read_listing(utl_lines *in, const memory_reports &reports, int *count) {
+static crv_file *read_listing(utl_line_reader *in, const alloc_messages &reports, int *count) {
     crv_file *list = nullptr;
     crv_file **end = &list;
     *count = 0;
     for (;;) {
-        const utl_line line = utl_NextLine(in, listing_limit);
-        if (line.end == utl_end::file_end || line.end == utl_end::nothing) break;
+        const utl_line line = utl_ReadLine(in, listing_limit);
+        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof) break;
         const char *name_report = *count == 0 ? reports.first_name : reports.later_name;
-        *end = new_file(name_on(line), name_block, name_report, reports.entry, reports.status);
+        *end = new_file(filename_from(line), name_block, name_report, reports.entry, reports.status);
         end = &(*end)->next;
         ++*count;
     }
-    utl_CloseLines(in);
+    utl_CloseReader(in);
     return list;
 }
 
@@ -114,11 +114,11 @@ static file_range one_file(std::string_view answer, int count) {
     const int number = file_number(answer);
     if (number > count) {
         printf("%%crv_34-f-fil, Improper file selection, num too high \n");
-        return {marked_none, number};
+        return {no_selection, number};
     }
     if (number < 1) {
         printf("%%crv_34-f-fil, Improper file selection, num too low \n");
-        return {marked_none, number};
+        return {no_selection, number};
     }
     return {number, number};
 }
@@ -128,7 +128,7 @@ static file_range several_files(std::string_view answer, size_t colon, int count
     const int last = file_number(answer.substr(colon + 1));
     if (first < 1 || first > count || last > count || first > last) {
         printf("%%crv_34-f-fil, Improper specified range \n");
-        return {marked_none, last};
+        return {no_selection, last};
     }
     return {first, last};
 }
@@ -143,7 +143,7 @@ static file_range choose_range(std::string_view answer, int count) {
     }
     if (!is_digit(letter)) {
         printf("%%crv_34-f-fil, Improper file selection, choose a numeric \n");
-        return {marked_none, -1};
+        return {no_selection, -1};
     }
     const size_t colon = answer.find(':');
     return colon == answer.npos ? one_file(answer, count) : several_files(answer, colon, count);
@@ -154,7 +154,7 @@ static crv_file *keep_range(crv_file *list, file_range range) {
     crv_file *kept = nullptr;
     crv_file **end = &kept;
     for (int number = 1; list; ++number) {
-        if (range.first == marked_none || number < range.first || number > range.last) {
+        if (range.first == no_selection || number < range.first || number > range.last) {
             list = crv_FreeFile(list);
             continue;
         }
@@ -167,9 +167,9 @@ static crv_file *keep_range(crv_file *list, file_range range) {
 }
 
 crv_file *crv_ListFiles(const char *pattern) {
-    static constexpr memory_reports reports = {"    _34-e-first, malloc", "    _34-e-malloc",
+    static constexpr alloc_messages reports = {"    _34-e-first, malloc", "    _34-e-malloc",
                                                "    _34-e-calloc", status_no_memory};
-    utl_lines *in = utl_OpenCrvListing(pattern);
+    utl_line_reader *in = utl_OpenCrvListing(pattern);
     if (!in) {
         utl_ReportError("    _34-e-fopen");
         return nullptr;
@@ -211,10 +211,10 @@ static void ask_name(std::string *name) {
 }
 
 int utl_lstfile(const char *pattern, std::string *name, uint32_t allow_typing, int debug_level) {
-    static constexpr memory_reports reports = {"    _33-e-first, malloc", "    _33-e-malloc",
+    static constexpr alloc_messages reports = {"    _33-e-first, malloc", "    _33-e-malloc",
                                                "    _33-e-calloc", status_failed};
     if (debug_level == 33) printf("    _33-v-val, file_spec =(%s)\n", pattern);
-    utl_lines *in = utl_OpenUtlListing(pattern);
+    utl_line_reader *in = utl_OpenUtlListing(pattern);
     if (!in) utl_QuitWithError("    _33-e-fopen, utl_lstfile()", status_failed);
     int count = 0;
     crv_file *list = read_listing(in, reports, &count);

@@ -14,7 +14,7 @@ static constexpr const char *version = "@(#)Kelp Version: (2003.0.15.0) - (%s)";
 static constexpr const char *library_mark = "@(#)Kelp crv_core.a";
 static constexpr const char *build_stamp = CRV_BUILD_DATE " " CRV_BUILD_TIME;
 
-int utl_Identify(utl_identity *identity) {
+int utl_GetBuildInfo(utl_build_info *identity) {
     char system[64];
     utl_SystemText(system, sizeof system, 0);
     utl_CopyText(identity->compile_date, compile_date);

@@ -8,9 +8,9 @@
 
 // The identification strings begin with "@(#)Kelp ", by which a what-style tool finds them in the program. Users of them
 // skip that.
-constexpr size_t utl_mark_length = 9;
+constexpr size_t utl_what_prefix_length = 9;
 
-struct utl_identity {
+struct utl_build_info {
     char compile_date[48];
     char compile_time[32];
     char version[128];
@@ -18,7 +18,7 @@ struct utl_identity {
     char build_stamp[32];
 };
 
-int utl_Identify(utl_identity *identity);
+int utl_GetBuildInfo(utl_build_info *identity);
 
 // "Windows_NT %d.%d os-%d.wi-%d" with the numbers of the system. Fails where there are none; they are 0 then.
 int utl_SystemText(char *buffer, size_t size, int debug_level);

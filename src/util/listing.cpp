@@ -33,11 +33,11 @@ static constexpr const char *remove_command = "rm crv_temp.tmp";
 
 // Removes what stands where a listing goes: an old listing, or a link or pipe, which must not be written to. Returns false
 // with errno set when it stays.
-static bool clear_place(const char *path) { return unlink(path) == 0 || errno == ENOENT; }
+static bool remove_existing(const char *path) { return unlink(path) == 0 || errno == ENOENT; }
 
-utl_lines *utl_OpenCrvListing(const char *pattern) {
+utl_line_reader *utl_OpenCrvListing(const char *pattern) {
     const std::string command = std::string(list_command) + pattern + list_command_end;
-    if (!clear_place(crv_listing)) return nullptr;
+    if (!remove_existing(crv_listing)) return nullptr;
     if (crv_DBG == 34) {
         printf("    _34-i-wri, Writing \"crv_temp.tmp\". \n");
         printf("    _34-i-val command1 = \"%s\" \n", command.c_str());
@@ -45,7 +45,7 @@ utl_lines *utl_OpenCrvListing(const char *pattern) {
     }
     utl_RunCommand(command.c_str());
     if (crv_DBG == 34) printf("    _34-i-after system command. \n");
-    return utl_OpenLines(crv_listing);
+    return utl_OpenReader(crv_listing);
 }
 
 void utl_RemoveCrvListing() {
@@ -58,11 +58,11 @@ void utl_RemoveCrvListing() {
 
 #ifdef _WIN32
 
-utl_lines *utl_OpenUtlListing(const char *pattern) {
+utl_line_reader *utl_OpenUtlListing(const char *pattern) {
     const std::string command = std::string("dir /o /b > utl_temp.tmp ") + pattern;
-    if (!clear_place(utl_listing)) return nullptr;
+    if (!remove_existing(utl_listing)) return nullptr;
     utl_RunCommand(command.c_str());
-    return utl_OpenLines(utl_listing);
+    return utl_OpenReader(utl_listing);
 }
 
 void utl_RemoveUtlListing() { utl_RunCommand("del utl_temp.tmp"); }
@@ -82,11 +82,11 @@ static bool write_names(FILE *out, const char *pattern) {
     return written;
 }
 
-utl_lines *utl_OpenUtlListing(const char *pattern) {
-    if (!clear_place(utl_listing)) return nullptr;
+utl_line_reader *utl_OpenUtlListing(const char *pattern) {
+    if (!remove_existing(utl_listing)) return nullptr;
     FILE *out = fopen(utl_listing, "w");
     if (!out) return nullptr;
-    if (write_names(out, pattern)) return utl_OpenLines(utl_listing);
+    if (write_names(out, pattern)) return utl_OpenReader(utl_listing);
     const int error = errno;
     utl_RemoveUtlListing();
     errno = error;

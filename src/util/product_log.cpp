@@ -28,12 +28,12 @@ static std::string base_name(std::string_view path, std::string_view application
 static void write_record_head(FILE *out) {
     const time_t now = time(nullptr);
     const struct tm *local = localtime(&now);
-    utl_identity identity;
-    utl_Identify(&identity);
+    utl_build_info identity;
+    utl_GetBuildInfo(&identity);
     char date[32];
     snprintf(date, sizeof date, "%u-%02u-%02u", static_cast<unsigned>(local->tm_year + 1900),
              static_cast<unsigned>(local->tm_mon + 1), static_cast<unsigned>(local->tm_mday));
-    fprintf(out, "%s %-10s %s  Command = (", date, user_word, identity.version + utl_mark_length);
+    fprintf(out, "%s %-10s %s  Command = (", date, user_word, identity.version + utl_what_prefix_length);
 }
 
 static bool close_record(FILE *out) {
@@ -70,7 +70,7 @@ static void add_comment_lines(FILE *out, const char *application) {
     bool begins = true;
     for (;;) {
         printf("  %s > ", application);
-        const bool ends = utl_ReadPiece(line, sizeof line);
+        const bool ends = utl_ReadLineChunk(line, sizeof line);
         fprintf(out, " > %s%s", line, ends ? "\n" : "");
         if (begins && ends && line[0] == '\0') return;
         begins = ends;

@@ -26,7 +26,7 @@ struct run_ended {
 };
 
 struct open_things {
-    std::set<utl_lines *> lines;
+    std::set<utl_line_reader *> lines;
     std::set<FILE *> streams;
     std::set<void *> memory; // but for blocks of values
 };
@@ -49,8 +49,8 @@ int __real_fclose(FILE *stream);
 int __real_open(const char *path, int flags, ...);
 ssize_t __real_read(int file, void *to, size_t size);
 void __real_free(void *block);
-utl_lines *__real__Z13utl_OpenLinesPKc(const char *path);
-void __real__Z14utl_CloseLinesP9utl_lines(utl_lines *in);
+utl_line_reader *__real__Z14utl_OpenReaderPKc(const char *path);
+void __real__Z15utl_CloseReaderP15utl_line_reader(utl_line_reader *in);
 
 // The fuzzer has files of its own, which it opens outside the room.
 static bool leads_out(const char *path) {
@@ -95,17 +95,17 @@ time_t __wrap_time(time_t *out) {
     return a_day;
 }
 
-utl_lines *__wrap__Z13utl_OpenLinesPKc(const char *path) {
-    utl_lines *in = __real__Z13utl_OpenLinesPKc(path);
+utl_line_reader *__wrap__Z14utl_OpenReaderPKc(const char *path) {
+    utl_line_reader *in = __real__Z14utl_OpenReaderPKc(path);
     if (!in) return nullptr;
     left_open.lines.insert(in);
     result.files_read.emplace_back(path);
     return in;
 }
 
-void __wrap__Z14utl_CloseLinesP9utl_lines(utl_lines *in) {
+void __wrap__Z15utl_CloseReaderP15utl_line_reader(utl_line_reader *in) {
     left_open.lines.erase(in);
-    __real__Z14utl_CloseLinesP9utl_lines(in);
+    __real__Z15utl_CloseReaderP15utl_line_reader(in);
 }
 }
 
@@ -196,7 +196,7 @@ static void collect_files() {
 // ----- the room
 
 static void take_back() {
-    while (!left_open.lines.empty()) __wrap__Z14utl_CloseLinesP9utl_lines(*left_open.lines.begin());
+    while (!left_open.lines.empty()) __wrap__Z15utl_CloseReaderP15utl_line_reader(*left_open.lines.begin());
     while (!left_open.streams.empty()) __wrap_fclose(*left_open.streams.begin());
     for (void *block : left_open.memory) __real_free(block);
     left_open.memory.clear();

@@ -11,7 +11,7 @@ namespace {
 
 struct read_line {
     std::string text;
-    utl_end end;
+    utl_line_status status;
     bool operator==(const read_line &) const = default;
 };
 
@@ -22,23 +22,23 @@ static std::vector<read_line> lines_by_rule(const std::string &bytes, size_t lim
     std::vector<read_line> lines;
     for (size_t at = 0; at < bytes.size();) {
         std::string text;
-        utl_end end = utl_end::file_end;
+        utl_line_status status = utl_line_status::unterminated;
         while (at < bytes.size()) {
             if (text.size() == limit) {
-                end = utl_end::limit;
+                status = utl_line_status::partial;
                 break;
             }
             if (bytes[at] == '\n' || bytes.compare(at, 2, "\r\n") == 0) {
                 at += bytes[at] == '\n' ? 1U : 2U;
-                end = utl_end::newline;
+                status = utl_line_status::newline;
                 break;
             }
             text += bytes[at++];
         }
-        if (text.size() == limit) end = utl_end::limit;
-        lines.push_back({text.substr(0, text.find('\0')), end});
+        if (text.size() == limit) status = utl_line_status::partial;
+        lines.push_back({text.substr(0, text.find('\0')), status});
     }
-    lines.push_back({"", utl_end::nothing});
+    lines.push_back({"", utl_line_status::eof});
     return lines;
 }
 
@@ -52,21 +52,23 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
 
     run_in_room(room, {{"file", bytes}}, [&] {
         const std::vector<read_line> wanted = lines_by_rule(bytes, limit);
-        utl_lines *in = utl_OpenLines("file");
+        utl_line_reader *in = utl_OpenReader("file");
         require(in, "a file opens");
         for (size_t k = 0; k < wanted.size(); ++k) {
-            const int64_t passed = utl_PassLines(in, limit, passing);
+            const int64_t passed = utl_SkipLines(in, limit, passing);
             require(passed >= 0 && passed <= passing, "no more lines are passed than wanted");
             for (int64_t p = 0; p < passed; ++p, ++k) {
-                require(k < wanted.size() && wanted[k].end == utl_end::newline, "a passed line is whole");
+                require(k < wanted.size() && wanted[k].status == utl_line_status::newline,
+                        "a skipped line is complete");
                 require(wanted[k].text.find('<') == std::string::npos, "a passed line has no mark");
             }
             require(k < wanted.size(), "no line is passed that is not there");
-            const utl_line line = utl_NextLine(in, limit);
-            require(read_line{std::string(line.text), line.end} == wanted[k], "a line is that of fgets");
-            require(line.marked || line.text.find('<') == line.text.npos, "an unmarked line has no mark");
+            const utl_line line = utl_ReadLine(in, limit);
+            require(read_line{std::string(line.text), line.status} == wanted[k], "a line is that of fgets");
+            require(line.has_lt_or_nul || line.text.find('<') == line.text.npos,
+                    "an unmarked line has no mark");
         }
-        utl_CloseLines(in);
+        utl_CloseReader(in);
     });
     return 0;
 }

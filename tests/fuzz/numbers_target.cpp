@@ -17,13 +17,13 @@ static bool same(double one, double other) {
 static void check_printed(double value) {
     char wanted[64];
     snprintf(wanted, sizeof wanted, "%11.4e", value);
-    char text[utl_number_room];
-    require(std::string(text, utl_PutExp11(text, value)) == wanted, "a number is written as by printf");
+    char text[utl_max_number_chars];
+    require(std::string(text, utl_WriteE11_4(text, value)) == wanted, "a number is written as by printf");
 }
 
 static void check_unsigned(unsigned value) {
-    char text[utl_number_room];
-    require(std::string(text, utl_PutUnsigned(text, value)) == std::to_string(value),
+    char text[utl_max_number_chars];
+    require(std::string(text, utl_WriteUnsigned(text, value)) == std::to_string(value),
             "a whole number is written as by printf");
 }
 

@@ -45,8 +45,9 @@ static void check_order(std::span<crv_reqsel> entries, std::string_view blocks) 
                      [&](uint8_t a, uint8_t b) { return entries[a].block < entries[b].block; });
     require(std::equal(wanted.begin(), wanted.end(), order), "entries are sorted by block, equal ones stay");
     for (size_t k = 0; k < wanted.size(); ++k)
-        require(crv_WantedBlock(entries, order, k, 5) == entries[wanted[k]].block, "and met in that order");
-    require(crv_WantedBlock(entries, order, wanted.size(), 5) == 6, "and no other after them");
+        require(crv_NextNeededBlock(entries, order, k, 5) == entries[wanted[k]].block,
+                "and met in that order");
+    require(crv_NextNeededBlock(entries, order, wanted.size(), 5) == 6, "and no other after them");
 }
 
 static void check_labels(crv_reqsel entry) {

@@ -51,10 +51,10 @@ static void fill_columns(const table_input &input) {
         uint32_t step = 0;
         for (const double value : input.values[k]) {
             ++step;
-            crv_KeepMinMax(column, value, step, value, value);
-            crv_KeepEnds(column, value, step * 1000, value);
-            crv_KeepMagnitudes(column, value, step, value);
-            crv_KeepSum(column, value);
+            crv_UpdateMinMax(column, value, step, value, value);
+            crv_UpdateFirstLast(column, value, step * 1000, value);
+            crv_UpdateAbsMinMax(column, value, step, value);
+            crv_AccumulateSum(column, value);
             crv_AppendValue(column, value);
         }
         column->mean = crv_MeanOf(column->sum, 7);

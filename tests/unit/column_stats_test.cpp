@@ -12,11 +12,11 @@ using column_stats = fresh_run;
 TEST_F(column_stats, OfEqualValuesTheEarliestKeepsTheExtreme) {
     crv_column column = {};
     crv_value first = {};
-    crv_KeepMinMax(&column, 3, 1, 0.1, 0.1);
-    crv_KeepMagnitudes(&column, -3, 1, 0.1);
+    crv_UpdateMinMax(&column, 3, 1, 0.1, 0.1);
+    crv_UpdateAbsMinMax(&column, -3, 1, 0.1);
     column.val_list = &first;
-    crv_KeepMinMax(&column, 3, 2, 0.2, 0.2);
-    crv_KeepMagnitudes(&column, 3, 2, 0.2);
+    crv_UpdateMinMax(&column, 3, 2, 0.2, 0.2);
+    crv_UpdateAbsMinMax(&column, 3, 2, 0.2);
     EXPECT_EQ(column.min_step, 1U);
     EXPECT_EQ(column.max_step, 1U);
     EXPECT_EQ(column.absmin_step, 1U);
@@ -28,9 +28,9 @@ TEST_F(column_stats, OfEqualValuesTheEarliestKeepsTheExtreme) {
 TEST_F(column_stats, AFirstValueThatIsNoNumberKeepsTheExtremes) {
     crv_column column = {};
     crv_value first = {};
-    crv_KeepMinMax(&column, NAN, 1, 0.1, 0.1);
+    crv_UpdateMinMax(&column, NAN, 1, 0.1, 0.1);
     column.val_list = &first;
-    crv_KeepMinMax(&column, 5, 2, 0.2, 0.2);
+    crv_UpdateMinMax(&column, 5, 2, 0.2, 0.2);
     EXPECT_TRUE(std::isnan(column.min));
     EXPECT_TRUE(std::isnan(column.max));
 }

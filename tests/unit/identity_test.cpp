@@ -143,8 +143,8 @@ TEST_F(identity, TheDateTracesItsOffsetAtAnyLevelButZero) {
 }
 
 TEST_F(identity, EveryStringHasItsMark) {
-    utl_identity id;
-    EXPECT_EQ(utl_Identify(&id), 0);
+    utl_build_info id;
+    EXPECT_EQ(utl_GetBuildInfo(&id), 0);
     EXPECT_THAT(id.compile_date,
                 testing::MatchesRegex("@\\(#\\)Kelp Compile date: [A-Z][a-z][a-z] [ 1-3][0-9] [0-9]{4}"));
     EXPECT_THAT(id.compile_time, testing::MatchesRegex("@\\(#\\)Kelp [0-9][0-9]:[0-9][0-9]:[0-9][0-9]"));

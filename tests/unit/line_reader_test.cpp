@@ -12,23 +12,23 @@ namespace {
 
 struct read_line {
     std::string text;
-    utl_end end;
+    utl_line_status status;
     bool operator==(const read_line &) const = default;
 };
 
 void PrintTo(const read_line &line, std::ostream *out) {
-    *out << testing::PrintToString(line.text) << " end " << static_cast<int>(line.end);
+    *out << testing::PrintToString(line.text) << " status " << static_cast<int>(line.status);
 }
 
 std::vector<read_line> lines_of(const std::string &bytes, size_t limit) {
     const text_file file(bytes);
-    utl_lines *in = utl_OpenLines(file.path());
+    utl_line_reader *in = utl_OpenReader(file.path());
     std::vector<read_line> lines;
     do {
-        const utl_line line = utl_NextLine(in, limit);
-        lines.push_back({std::string(line.text), line.end});
-    } while (lines.back().end != utl_end::nothing);
-    utl_CloseLines(in);
+        const utl_line line = utl_ReadLine(in, limit);
+        lines.push_back({std::string(line.text), line.status});
+    } while (lines.back().status != utl_line_status::eof);
+    utl_CloseReader(in);
     return lines;
 }
 
@@ -43,12 +43,12 @@ std::vector<read_line> lines_by_fgets(const std::string &bytes, size_t limit) {
         std::string text = buffer.data();
         if (!text.empty() && text.back() == '\n') {
             text.pop_back();
-            lines.push_back({text, utl_end::newline});
+            lines.push_back({text, utl_line_status::newline});
         } else {
-            lines.push_back({text, feof(in) ? utl_end::file_end : utl_end::limit});
+            lines.push_back({text, feof(in) ? utl_line_status::unterminated : utl_line_status::partial});
         }
     }
-    lines.push_back({"", utl_end::nothing});
+    lines.push_back({"", utl_line_status::eof});
     fclose(in);
     return lines;
 }
@@ -56,50 +56,57 @@ std::vector<read_line> lines_by_fgets(const std::string &bytes, size_t limit) {
 using lines = std::vector<read_line>;
 
 TEST(LineReader, ALineEndIsNotPartOfTheText) {
-    EXPECT_EQ(lines_of("ab\n\nc\n", 126), (lines{{"ab", utl_end::newline},
-                                                 {"", utl_end::newline},
-                                                 {"c", utl_end::newline},
-                                                 {"", utl_end::nothing}}));
+    EXPECT_EQ(lines_of("ab\n\nc\n", 126), (lines{{"ab", utl_line_status::newline},
+                                                 {"", utl_line_status::newline},
+                                                 {"c", utl_line_status::newline},
+                                                 {"", utl_line_status::eof}}));
 }
 
-TEST(LineReader, AnEmptyFileHasNothing) { EXPECT_EQ(lines_of("", 126), (lines{{"", utl_end::nothing}})); }
+TEST(LineReader, AnEmptyFileHasNothing) { EXPECT_EQ(lines_of("", 126), (lines{{"", utl_line_status::eof}})); }
 
 TEST(LineReader, ALastLineWithoutItsEndMeetsTheFileEnd) {
-    EXPECT_EQ(lines_of("ab\ncd", 126),
-              (lines{{"ab", utl_end::newline}, {"cd", utl_end::file_end}, {"", utl_end::nothing}}));
+    EXPECT_EQ(lines_of("ab\ncd", 126), (lines{{"ab", utl_line_status::newline},
+                                              {"cd", utl_line_status::unterminated},
+                                              {"", utl_line_status::eof}}));
 }
 
 TEST(LineReader, ALineLongerThanTheLimitComesInPieces) {
-    EXPECT_EQ(lines_of("abcdefg\n", 4),
-              (lines{{"abcd", utl_end::limit}, {"efg", utl_end::newline}, {"", utl_end::nothing}}));
+    EXPECT_EQ(lines_of("abcdefg\n", 4), (lines{{"abcd", utl_line_status::partial},
+                                               {"efg", utl_line_status::newline},
+                                               {"", utl_line_status::eof}}));
 }
 
 TEST(LineReader, TheLimitCountsTheLineEnd) {
-    EXPECT_EQ(lines_of("abc\n", 4), (lines{{"abc", utl_end::newline}, {"", utl_end::nothing}}));
-    EXPECT_EQ(lines_of("abcd\n", 4),
-              (lines{{"abcd", utl_end::limit}, {"", utl_end::newline}, {"", utl_end::nothing}}));
+    EXPECT_EQ(lines_of("abc\n", 4), (lines{{"abc", utl_line_status::newline}, {"", utl_line_status::eof}}));
+    EXPECT_EQ(lines_of("abcd\n", 4), (lines{{"abcd", utl_line_status::partial},
+                                            {"", utl_line_status::newline},
+                                            {"", utl_line_status::eof}}));
 }
 
 TEST(LineReader, ALineOfExactlyTheLimitAtTheVeryEndIsNotTheFileEnd) {
-    EXPECT_EQ(lines_of("abcd", 4), (lines{{"abcd", utl_end::limit}, {"", utl_end::nothing}}));
+    EXPECT_EQ(lines_of("abcd", 4), (lines{{"abcd", utl_line_status::partial}, {"", utl_line_status::eof}}));
 }
 
 TEST(LineReader, ACrBeforeTheLineEndIsDroppedAndDoesNotCount) {
-    EXPECT_EQ(lines_of("abc\r\nde\r\n", 4),
-              (lines{{"abc", utl_end::newline}, {"de", utl_end::newline}, {"", utl_end::nothing}}));
-    EXPECT_EQ(lines_of("abcd\r\n", 4),
-              (lines{{"abcd", utl_end::limit}, {"", utl_end::newline}, {"", utl_end::nothing}}));
+    EXPECT_EQ(lines_of("abc\r\nde\r\n", 4), (lines{{"abc", utl_line_status::newline},
+                                                   {"de", utl_line_status::newline},
+                                                   {"", utl_line_status::eof}}));
+    EXPECT_EQ(lines_of("abcd\r\n", 4), (lines{{"abcd", utl_line_status::partial},
+                                              {"", utl_line_status::newline},
+                                              {"", utl_line_status::eof}}));
 }
 
 TEST(LineReader, ACrElsewhereIsText) {
-    EXPECT_EQ(lines_of("a\rb\n", 9), (lines{{"a\rb", utl_end::newline}, {"", utl_end::nothing}}));
-    EXPECT_EQ(lines_of("a\r\r\n", 9), (lines{{"a\r", utl_end::newline}, {"", utl_end::nothing}}));
-    EXPECT_EQ(lines_of("ab\r", 9), (lines{{"ab\r", utl_end::file_end}, {"", utl_end::nothing}}));
+    EXPECT_EQ(lines_of("a\rb\n", 9), (lines{{"a\rb", utl_line_status::newline}, {"", utl_line_status::eof}}));
+    EXPECT_EQ(lines_of("a\r\r\n", 9), (lines{{"a\r", utl_line_status::newline}, {"", utl_line_status::eof}}));
+    EXPECT_EQ(lines_of("ab\r", 9),
+              (lines{{"ab\r", utl_line_status::unterminated}, {"", utl_line_status::eof}}));
 }
 
 TEST(LineReader, ANulEndsTheTextButNotTheLine) {
-    EXPECT_EQ(lines_of(std::string("ab\0cd\ne\n", 8), 126),
-              (lines{{"ab", utl_end::newline}, {"e", utl_end::newline}, {"", utl_end::nothing}}));
+    EXPECT_EQ(lines_of(std::string("ab\0cd\ne\n", 8), 126), (lines{{"ab", utl_line_status::newline},
+                                                                   {"e", utl_line_status::newline},
+                                                                   {"", utl_line_status::eof}}));
 }
 
 TEST(LineReader, ReadsAsFgetsDoes) {
@@ -122,25 +129,25 @@ TEST(LineReader, LinesAcrossBlocksAreWhole) {
     for (int k = 0; bytes.size() < 700'000; ++k) {
         const std::string text = std::string(static_cast<size_t>(k % 120), 'x') + std::to_string(k);
         bytes += text + (k % 3 == 0 ? "\r\n" : "\n");
-        wanted.push_back({text, utl_end::newline});
+        wanted.push_back({text, utl_line_status::newline});
     }
-    wanted.push_back({"", utl_end::nothing});
+    wanted.push_back({"", utl_line_status::eof});
     EXPECT_EQ(lines_of(bytes, 126), wanted);
 }
 
 TEST(LineReader, CountsLinesNotPieces) {
     const text_file file("abcdef\nx\n");
-    utl_lines *in = utl_OpenLines(file.path());
-    utl_NextLine(in, 4);
+    utl_line_reader *in = utl_OpenReader(file.path());
+    utl_ReadLine(in, 4);
     EXPECT_EQ(in->line_number, 1U);
-    utl_NextLine(in, 4);
+    utl_ReadLine(in, 4);
     EXPECT_EQ(in->line_number, 1U);
-    utl_NextLine(in, 4);
+    utl_ReadLine(in, 4);
     EXPECT_EQ(in->line_number, 2U);
-    utl_CloseLines(in);
+    utl_CloseReader(in);
 }
 
-TEST(LineReader, PassedLinesAreAsIfRead) {
+TEST(LineReader, SkippedLinesAreAsIfRead) {
     std::mt19937_64 random(83);
     for (int round = 0; round < 20; ++round) {
         std::string bytes;
@@ -150,36 +157,36 @@ TEST(LineReader, PassedLinesAreAsIfRead) {
             bytes += random() % 5 == 0 ? "\r\n" : "\n";
         }
         const text_file file(bytes);
-        utl_lines *passing = utl_OpenLines(file.path());
-        utl_lines *reading = utl_OpenLines(file.path());
-        for (utl_end end = utl_end::newline; end != utl_end::nothing;) {
+        utl_line_reader *skipping = utl_OpenReader(file.path());
+        utl_line_reader *reading = utl_OpenReader(file.path());
+        for (utl_line_status status = utl_line_status::newline; status != utl_line_status::eof;) {
             const auto most = static_cast<int64_t>(random() % 50);
-            const int64_t passed = utl_PassLines(passing, 126, most);
-            ASSERT_LE(passed, most);
-            for (int64_t k = 0; k < passed; ++k) {
-                const utl_line line = utl_NextLine(reading, 126);
-                ASSERT_EQ(line.end, utl_end::newline);
-                ASSERT_FALSE(line.marked) << "a marked line is not passed over";
+            const int64_t skipped = utl_SkipLines(skipping, 126, most);
+            ASSERT_LE(skipped, most);
+            for (int64_t k = 0; k < skipped; ++k) {
+                const utl_line line = utl_ReadLine(reading, 126);
+                ASSERT_EQ(line.status, utl_line_status::newline);
+                ASSERT_FALSE(line.has_lt_or_nul) << "a line with a mark is not skipped";
             }
-            const utl_line next = utl_NextLine(passing, 126);
-            const utl_line wanted = utl_NextLine(reading, 126);
+            const utl_line next = utl_ReadLine(skipping, 126);
+            const utl_line wanted = utl_ReadLine(reading, 126);
             ASSERT_EQ(next.text, wanted.text);
-            ASSERT_EQ(next.end, wanted.end);
-            ASSERT_EQ(passing->line_number, reading->line_number);
-            end = next.end;
+            ASSERT_EQ(next.status, wanted.status);
+            ASSERT_EQ(skipping->line_number, reading->line_number);
+            status = next.status;
         }
-        utl_CloseLines(passing);
-        utl_CloseLines(reading);
+        utl_CloseReader(skipping);
+        utl_CloseReader(reading);
     }
 }
 
 TEST(LineReader, AMissingFileDoesNotOpen) {
-    EXPECT_EQ(utl_OpenLines("/nowhere/at/all.req"), nullptr);
+    EXPECT_EQ(utl_OpenReader("/nowhere/at/all.req"), nullptr);
     EXPECT_EQ(errno, ENOENT);
 }
 
 TEST(LineReader, AFolderDoesNotOpen) {
-    EXPECT_EQ(utl_OpenLines("/"), nullptr);
+    EXPECT_EQ(utl_OpenReader("/"), nullptr);
 #ifdef _WIN32
     EXPECT_EQ(errno, EACCES);
 #else
@@ -189,15 +196,15 @@ TEST(LineReader, AFolderDoesNotOpen) {
 
 #ifndef _WIN32
 TEST(LineReader, ADeviceThatMayNeverEndDoesNotOpen) {
-    EXPECT_EQ(utl_OpenLines("/dev/zero"), nullptr);
+    EXPECT_EQ(utl_OpenReader("/dev/zero"), nullptr);
     EXPECT_EQ(errno, ENOTSUP);
 }
 
 TEST(LineReader, AnEmptyDeviceIsAnEmptyFile) {
-    utl_lines *in = utl_OpenLines("/dev/null");
+    utl_line_reader *in = utl_OpenReader("/dev/null");
     ASSERT_NE(in, nullptr);
-    EXPECT_EQ(utl_NextLine(in, 126).end, utl_end::nothing);
-    utl_CloseLines(in);
+    EXPECT_EQ(utl_ReadLine(in, 126).status, utl_line_status::eof);
+    utl_CloseReader(in);
 }
 
 TEST(LineReader, APipeIsReadToItsEnd) {
@@ -211,10 +218,10 @@ TEST(LineReader, APipeIsReadToItsEnd) {
         }
         fclose(out);
     });
-    utl_lines *in = utl_OpenLines(path.c_str());
+    utl_line_reader *in = utl_OpenReader(path.c_str());
     int count = 0;
-    while (utl_NextLine(in, 126).end == utl_end::newline) ++count;
-    utl_CloseLines(in);
+    while (utl_ReadLine(in, 126).status == utl_line_status::newline) ++count;
+    utl_CloseReader(in);
     writer.join();
     remove(path.c_str());
     EXPECT_EQ(count, 1000);

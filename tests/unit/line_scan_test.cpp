@@ -14,35 +14,35 @@ std::string random_text(std::mt19937_64 *random, size_t length, size_t rarity) {
     while (text.size() < length)
         text += (*random)() % rarity == 0 ? special[(*random)() % special.size()]
                                           : static_cast<char>('a' + (*random)() % 20);
-    return text + std::string("<\n\0<\n\0<\n\0<\n\0<\n\0<\n", utl_scan_reach);
+    return text + std::string("<\n\0<\n\0<\n\0<\n\0<\n\0<\n", utl_scan_padding);
 }
 
 TEST(LineScan, FindsTheLineEndAndWhetherAMarkStandsBeforeIt) {
     const std::string text = "plain\nwith < mark\n" + std::string(1, '\0') + "\nrest" + std::string(16, 'x');
-    utl_scanned line = utl_ScanLinePlainly(text.data(), 24);
+    utl_line_scan line = utl_ScanLineScalar(text.data(), 24);
     EXPECT_EQ(line.length, 5U);
     EXPECT_TRUE(line.ended);
-    EXPECT_FALSE(line.marked);
-    line = utl_ScanLinePlainly(text.data() + 6, 18);
+    EXPECT_FALSE(line.has_lt_or_nul);
+    line = utl_ScanLineScalar(text.data() + 6, 18);
     EXPECT_EQ(line.length, 11U);
-    EXPECT_TRUE(line.marked);
-    line = utl_ScanLinePlainly(text.data() + 18, 6);
+    EXPECT_TRUE(line.has_lt_or_nul);
+    line = utl_ScanLineScalar(text.data() + 18, 6);
     EXPECT_EQ(line.length, 1U);
-    EXPECT_TRUE(line.marked);
-    line = utl_ScanLinePlainly(text.data() + 20, 4);
+    EXPECT_TRUE(line.has_lt_or_nul);
+    line = utl_ScanLineScalar(text.data() + 20, 4);
     EXPECT_EQ(line.length, 4U);
     EXPECT_FALSE(line.ended);
 }
 
 TEST(LineScan, SkipsWholeLinesUpToOneThatNeedsALook) {
     const std::string text = "one\ntwo\na<b\nfour\n" + std::string(16, 'x');
-    EXPECT_EQ(utl_SkipLinesPlainly(text.data(), 17, 100, 1).lines, 1U);
-    EXPECT_EQ(utl_SkipLinesPlainly(text.data(), 17, 100, 1).length, 4U);
-    EXPECT_EQ(utl_SkipLinesPlainly(text.data(), 17, 100, 9).lines, 2U) << "stops before the mark";
-    EXPECT_EQ(utl_SkipLinesPlainly(text.data(), 7, 100, 9).lines, 1U)
+    EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 100, 1).lines, 1U);
+    EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 100, 1).length, 4U);
+    EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 100, 9).lines, 2U) << "stops before the mark";
+    EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 7, 100, 9).lines, 1U)
         << "stops before a line without its end";
-    EXPECT_EQ(utl_SkipLinesPlainly(text.data(), 17, 4, 9).lines, 2U);
-    EXPECT_EQ(utl_SkipLinesPlainly(text.data(), 17, 3, 9).lines, 0U) << "stops before a line of the limit";
+    EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 4, 9).lines, 2U);
+    EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 3, 9).lines, 0U) << "stops before a line of the limit";
 }
 
 TEST(LineScan, TheVectorFormScansAsThePlainOne) {
@@ -50,11 +50,11 @@ TEST(LineScan, TheVectorFormScansAsThePlainOne) {
     for (int round = 0; round < 30000; ++round) {
         const size_t most = random() % 80;
         const std::string text = random_text(&random, most, 1 + random() % 60);
-        const utl_scanned plain = utl_ScanLinePlainly(text.data(), most);
-        const utl_scanned vector = utl_ScanLine(text.data(), most);
+        const utl_line_scan plain = utl_ScanLineScalar(text.data(), most);
+        const utl_line_scan vector = utl_ScanLine(text.data(), most);
         ASSERT_EQ(vector.length, plain.length) << testing::PrintToString(text);
         ASSERT_EQ(vector.ended, plain.ended) << testing::PrintToString(text);
-        ASSERT_EQ(vector.marked, plain.marked) << testing::PrintToString(text);
+        ASSERT_EQ(vector.has_lt_or_nul, plain.has_lt_or_nul) << testing::PrintToString(text);
     }
 }
 
@@ -65,8 +65,8 @@ TEST(LineScan, TheVectorFormSkipsAsThePlainOne) {
         const std::string text = random_text(&random, length, 1 + random() % 60);
         const size_t limit = 1 + random() % 60;
         const size_t most = 1 + random() % 12;
-        const utl_skipped plain = utl_SkipLinesPlainly(text.data(), length, limit, most);
-        const utl_skipped vector = utl_SkipLines(text.data(), length, limit, most);
+        const utl_line_run plain = utl_ScanLineRunScalar(text.data(), length, limit, most);
+        const utl_line_run vector = utl_ScanLineRun(text.data(), length, limit, most);
         ASSERT_EQ(vector.lines, plain.lines) << testing::PrintToString(text) << limit << " " << most;
         ASSERT_EQ(vector.length, plain.length) << testing::PrintToString(text) << limit << " " << most;
     }

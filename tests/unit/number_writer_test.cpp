@@ -11,8 +11,8 @@
 namespace {
 
 std::string exp11(double value) {
-    char text[utl_number_room];
-    return {text, utl_PutExp11(text, value)};
+    char text[utl_max_number_chars];
+    return {text, utl_WriteE11_4(text, value)};
 }
 
 std::string printed(double value) {
@@ -96,8 +96,8 @@ TEST(NumberText, ValuesInTheMiddleAreWrittenAsByPrintf) {
 
 TEST(NumberText, UnsignedNumbersAreWrittenAsByPrintf) {
     for (const unsigned value : {0U, 9U, 10U, 99U, 100U, 735U, 999U, 1000U, 4294967295U, 2147483648U}) {
-        char text[utl_number_room];
-        EXPECT_EQ(std::string(text, utl_PutUnsigned(text, value)), std::to_string(value));
+        char text[utl_max_number_chars];
+        EXPECT_EQ(std::string(text, utl_WriteUnsigned(text, value)), std::to_string(value));
     }
 }
 
