@@ -1,4 +1,5 @@
-// bench/make_files.cpp - makes the large files that the benchmarks read. The same arguments always make the same bytes.
+// bench/make_files.cpp - makes the large files that the benchmarks read. The same arguments always
+// make the same bytes.
 //
 //   crv_make_files req REQUESTS STEPS > big.req        request file, six numbers a line
 //   crv_make_files mad REQUESTS VALUES STEPS > big.mad Madymo file
@@ -34,7 +35,8 @@ struct output {
     void put(const char *s) { text += s; }
     void put(double value, std::chars_format format, int precision, size_t width) {
         char number[64];
-        const auto end = std::to_chars(number, number + sizeof number, value, format, precision).ptr;
+        const auto end =
+            std::to_chars(number, number + sizeof number, value, format, precision).ptr;
         const auto length = static_cast<size_t>(end - number);
         if (length < width) text.append(width - length, ' ');
         text.append(number, length);
@@ -81,7 +83,8 @@ static void make_mad(output *out, long requests, long values, long steps) {
         out->put_exp(static_cast<double>(step) * 0.0001);
         out->end_line();
         for (long k = 0; k < requests; ++k) {
-            for (long item = 0; item < values; ++item) out->put_exp(random.between(-1000.0, 1000.0));
+            for (long item = 0; item < values; ++item)
+                out->put_exp(random.between(-1000.0, 1000.0));
             out->end_line();
         }
     }
@@ -102,7 +105,8 @@ static void make_pos(output *out, long columns, long rows) {
 
 static void make_vdr(output *out, long pairs) {
     random_bits random;
-    out->put(("%T\nA long curve\n%XA\nx\n%YA\ny\n%N\n" + std::to_string(pairs) + "\n%XY\n%D\n").c_str());
+    out->put(
+        ("%T\nA long curve\n%XA\nx\n%YA\ny\n%N\n" + std::to_string(pairs) + "\n%XY\n%D\n").c_str());
     for (long k = 0; k < pairs; ++k) {
         out->put(static_cast<double>(k) * 0.001, std::chars_format::fixed, 3, 12);
         out->put(random.between(-500.0, 500.0), std::chars_format::fixed, 6, 14);
@@ -122,9 +126,8 @@ int main(int argc, char **argv) {
     } else if (argc == 3 && strcmp(format, "vdr") == 0) {
         make_vdr(&out, number(argv, 2));
     } else {
-        fprintf(
-            stderr,
-            "usage: crv_make_files req REQUESTS STEPS | mad REQUESTS VALUES STEPS | pos COLUMNS ROWS | vdr PAIRS\n");
+        fprintf(stderr, "usage: crv_make_files req REQUESTS STEPS | mad REQUESTS VALUES STEPS |"
+                        " pos COLUMNS ROWS | vdr PAIRS\n");
         return 2;
     }
     return 0;

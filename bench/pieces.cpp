@@ -23,7 +23,8 @@ std::vector<std::string> numbers() {
     for (int k = 0; k < 1000; ++k) {
         state = state * 6364136223846793005U + 1442695040888963407U;
         char text[32];
-        snprintf(text, sizeof text, "%.6f", (static_cast<double>(state >> 40) - 8388608.0) / 16777.216);
+        snprintf(text, sizeof text, "%.6f",
+                 (static_cast<double>(state >> 40) - 8388608.0) / 16777.216);
         texts.emplace_back(text);
     }
     return texts;

@@ -37,7 +37,8 @@ struct crv_driver {
     crv_chart *chart = nullptr;
 };
 
-// Chart 0. When there was no memory for it, which has been reported, its first use ends the run with status 0.
+// Chart 0. When there was no memory for it, which has been reported, its first use ends the run
+// with status 0.
 inline crv_chart *crv_RequireChart(crv_driver *run) {
     if (!run->chart) utl_Quit(0);
     return run->chart;

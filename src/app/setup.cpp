@@ -30,18 +30,21 @@ static void use_given_range(const double (&given)[2], double (&range)[2]) {
     if (given[1] > given[0]) std::copy(std::begin(given), std::end(given), range);
 }
 
-// A slip of the command line must not cost a file: the chart is not written over what was read, or is pasted into it.
+// A slip of the command line must not cost a file: the chart is not written over what was read, or
+// is pasted into it.
 static void refuse_to_overwrite_inputs(const crv_driver *run) {
     for (const std::string &path : run->paths_read) {
         if (!utl_IsSameFile(run->ps_path, path.c_str())) continue;
-        fprintf(utl_ErrorStream(), "%%crv_05-f-ps , The chart would be written over \"%s\", which was read\n",
+        fprintf(utl_ErrorStream(),
+                "%%crv_05-f-ps , The chart would be written over \"%s\", which was read\n",
                 path.c_str());
         utl_Quit(status_refused);
     }
     const char *user_file = run->chart->story_ts[0];
     if (!utl_IsSameFile(run->ps_path, user_file)) return;
     fprintf(utl_ErrorStream(),
-            "%%crv_05-f-ps , The chart would be written over \"%s\", which is pasted into it\n", user_file);
+            "%%crv_05-f-ps , The chart would be written over \"%s\", which is pasted into it\n",
+            user_file);
     utl_Quit(status_refused);
 }
 
@@ -49,7 +52,8 @@ static void refuse_to_overwrite_inputs(const crv_driver *run) {
     crv_chart *chart = crv_RequireChart(run);
     refuse_to_overwrite_inputs(run);
     FILE *stream = crv_PlotHead(run->ps_path, chart);
-    crv_PlotTxt(stream, frame_left, frame_bottom, frame_width, frame_height, legend_font_size, chart);
+    crv_PlotTxt(stream, frame_left, frame_bottom, frame_width, frame_height, legend_font_size,
+                chart);
     if (chart->story_ts[0][0] != '\0') crv_PlotAppen(stream, chart->story_ts[0], run->ps_path);
     crv_PlotData(stream, frame_left, frame_bottom, frame_width, frame_height, chart);
     crv_PlotGrid(stream, frame_left, frame_bottom, frame_width, frame_height);
@@ -99,14 +103,16 @@ static void finish_run(crv_driver *run, const utl_build_info &identity) {
         crv_RequireChart(run);
         crv_DumpChts(0);
     }
-    if (run->request == crv_request_requests && run->columns_read < 2) crv_ReadPickedRequestFile(run);
+    if (run->request == crv_request_requests && run->columns_read < 2)
+        crv_ReadPickedRequestFile(run);
     check_data(run);
     set_up_chart(run);
     if (crv_DBG == 49) {
         printf("    _05-v-val, 2222222222222 Before DumpChts() \n");
         crv_DumpChts(0);
     }
-    if (run->request >= crv_request_help && run->request <= crv_request_bugs) print_text(run, identity);
+    if (run->request >= crv_request_help && run->request <= crv_request_bugs)
+        print_text(run, identity);
     if (run->request == crv_request_chart) draw_chart(run);
     dump_records(run);
     printf("\n");

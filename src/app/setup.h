@@ -1,11 +1,12 @@
 // app/setup.h - the order of a run.
 #pragma once
 
-// Routine 05. One run: settings and records are set up, the arguments scanned once from left to right, every file read
-// at the moment its option is met, and then the chart written or a text printed. Returns at the plain end of a run only;
-// other ends leave the program with these statuses:
+// Routine 05. Does one run: sets up settings and records, scans the arguments once from left to
+// right, reads every file as soon as its option is reached, and then writes the chart or prints a
+// text. Returns only at the plain end of a run. Every other end exits with one of these statuses:
 //
-//   0  no arguments, a selection that comes after its file, less than two columns, a file that cannot be read or written
-//      (but for request files), the end of columnizing, the conditional value report
-//   1  a finished chart, a text printed, a request file that cannot be read
+//   0  no arguments, a selection after its file, fewer than two columns, the end of columnizing,
+//   the
+//      conditional value report, a file that cannot be read (except a request file) or written
+//   1  a finished chart, a printed text, a request file that cannot be read
 void crv_SetUp(int argc, char **argv, char **envp);

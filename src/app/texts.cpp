@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <iterator>
 
-// Deliberate: these texts stand as they are known. They speak of keys and windows of an earlier, interactive display, and
-// the debug help of routines that the program does not have.
+// Deliberate: these texts stand as they are known. They speak of keys and windows of an earlier,
+// interactive display, and the debug help of routines that the program does not have.
 
 static constexpr const char *help_text[] = {
     "\n",

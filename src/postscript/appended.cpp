@@ -30,7 +30,8 @@ int crv_PlotAppen(FILE *stream, const char *user_file, const char *path) {
     }
     for (;;) {
         const utl_line line = utl_ReadLine(in, line_limit);
-        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof) break;
+        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
+            break;
         const std::string_view kept = line.text.substr(0, kept_length);
         fprintf(stream, "%.*s\n", static_cast<int>(kept.size()), kept.data());
     }

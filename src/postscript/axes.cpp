@@ -53,8 +53,10 @@ static void write_x_numbers(FILE *stream, int x0, int y0, int w, const double (&
     write_number(stream, left, y, precision, xminmax[0]);
     write_number(stream, left + w, y, precision, xminmax[1]);
     write_number(stream, left + w / 2, y, precision, xminmax[0] + 0.5 * range);
-    write_number(stream, left + static_cast<int>(0.25 * w), y, precision, xminmax[0] + 0.25 * range);
-    write_number(stream, left + static_cast<int>(0.75 * w), y, precision, xminmax[0] + 0.75 * range);
+    write_number(stream, left + static_cast<int>(0.25 * w), y, precision,
+                 xminmax[0] + 0.25 * range);
+    write_number(stream, left + static_cast<int>(0.75 * w), y, precision,
+                 xminmax[0] + 0.75 * range);
 }
 
 static void write_y_numbers(FILE *stream, int x0, int y0, int h, const double (&yminmax)[2]) {
@@ -65,8 +67,10 @@ static void write_y_numbers(FILE *stream, int x0, int y0, int h, const double (&
     write_number(stream, x, bottom, precision, yminmax[0]);
     write_number(stream, x, bottom + h, precision, yminmax[1]);
     write_number(stream, x, bottom + h / 2, precision, yminmax[0] + 0.5 * range);
-    write_number(stream, x, bottom + static_cast<int>(0.25 * h), precision, yminmax[0] + 0.25 * range);
-    write_number(stream, x, bottom + static_cast<int>(0.75 * h), precision, yminmax[0] + 0.75 * range);
+    write_number(stream, x, bottom + static_cast<int>(0.25 * h), precision,
+                 yminmax[0] + 0.25 * range);
+    write_number(stream, x, bottom + static_cast<int>(0.75 * h), precision,
+                 yminmax[0] + 0.75 * range);
 }
 
 void crv_PlotTitles(FILE *stream, int x0, int y0, int w, int h, const crv_chart *chart) {

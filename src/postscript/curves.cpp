@@ -16,8 +16,8 @@ static constexpr int legend_spacing = 15;     // points from row to row
 static constexpr int linetos_per_line = 5;    // keeps lines short for printer spoolers
 static constexpr int points_per_stroke = 900; // keeps paths below the limit of a printer
 
-// What the curves look like: the named style, and after it what is drawn. Deliberate: every curve from the fifth on looks
-// the same, and the explicit settings override the named style.
+// What the curves look like: the named style, and after it what is drawn. Deliberate: every curve
+// from the fifth on looks the same, and the explicit settings override the named style.
 struct curve_style {
     const char *named;
     const char *line;
@@ -62,8 +62,9 @@ static bool is_inside(const plot_area &area, double x, double y) {
 
 static constexpr size_t point_room = 3 * utl_max_number_chars; // of one point with its operator
 
-// A path under way: every fifth lineto ends its line in the file, and after 900 points a new path begins where the old
-// one ended. Its text goes to the stream in pieces: a call for each point costs more than making its text.
+// A path under way: every fifth lineto ends its line in the file, and after 900 points a new path
+// begins where the old one ended. Its text goes to the stream in pieces: a call for each point
+// costs more than making its text.
 struct polyline {
     FILE *stream;
     bool begun;
@@ -113,9 +114,10 @@ static void draw_to(polyline *path, unsigned x, unsigned y) {
     }
 }
 
-// Pairs the values of the two columns in step, up to the end of the shorter list, and draws those inside. Returns false
-// when there are none. A column can be paired with itself.
-static bool draw_points(FILE *stream, const plot_area &area, crv_column *x_column, crv_column *y_column) {
+// Pairs the values of the two columns in step, up to the end of the shorter list, and draws those
+// inside. Returns false when there are none. A column can be paired with itself.
+static bool draw_points(FILE *stream, const plot_area &area, crv_column *x_column,
+                        crv_column *y_column) {
     polyline path;
     path.stream = stream;
     path.begun = false;
@@ -123,7 +125,8 @@ static bool draw_points(FILE *stream, const plot_area &area, crv_column *x_colum
     crv_value *x = x_column->val_list;
     crv_value *y = y_column->val_list;
     for (; x && y; x = x->next, y = y->next)
-        if (is_inside(area, x->val, y->val)) draw_to(&path, page_x(area, x->val), page_y(area, y->val));
+        if (is_inside(area, x->val, y->val))
+            draw_to(&path, page_x(area, x->val), page_y(area, y->val));
     flush_path(&path);
     x_column->val_cur = x;
     y_column->val_cur = y;
@@ -163,7 +166,8 @@ static void write_curve(FILE *stream, const plot_area &area, int curve, const cr
     if (curve == 1) crv_PlotTitles(stream, area.x0, area.y0, area.w, area.h, chart);
     fputs("%% --- Begin drawing chart points - (crv_ module [[44]]) ---\n", stream);
     if (!draw_points(stream, area, crv_columns[slot->xcol], crv_columns[slot->ycol]))
-        printf("%%crv_44-w-out, Curve \"%u\" is out of Plot range \n", static_cast<unsigned>(curve));
+        printf("%%crv_44-w-out, Curve \"%u\" is out of Plot range \n",
+               static_cast<unsigned>(curve));
     fputs("stroke \n", stream);
     fputs("crv_line_0\n", stream);
     fputs("%% --- End Drawing chart Data  ---- (crv_ module [[44]]) ---\n", stream);

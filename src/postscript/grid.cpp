@@ -31,15 +31,15 @@ static void write_minor_ticks(FILE *stream, int x0, int y0, int w, int h) {
     fputs("[] 0 setdash 0 setlinewidth\n", stream);
     fprintf(stream, "%u %u %u { \n", whole(x0), whole(w / 4 / 5), whole(x0 + w));
     fputs("  /x_pos exch def \n", stream);
-    fprintf(stream, "  x_pos %u moveto x_pos %u lineto stroke  %%%% --- X minor ticks (bottom)\n", whole(y0),
-            whole(y0 + x_tick));
+    fprintf(stream, "  x_pos %u moveto x_pos %u lineto stroke  %%%% --- X minor ticks (bottom)\n",
+            whole(y0), whole(y0 + x_tick));
     fprintf(stream, "  x_pos %u moveto x_pos %u lineto stroke  %%%% --- X minor ticks (top)\n",
             whole(y0 + h - x_tick), whole(y0 + h));
     fputs("} for\n ", stream); // Deliberate: the blank begins the next line.
     fprintf(stream, "%u %u %u { \n", whole(y0), whole(h / 4 / 5), whole(y0 + h));
     fputs("  /y_pos exch def \n", stream);
-    fprintf(stream, "  %u y_pos moveto %u y_pos lineto stroke  %%%% --- Y minor ticks (left)\n", whole(x0),
-            whole(x0 + y_tick));
+    fprintf(stream, "  %u y_pos moveto %u y_pos lineto stroke  %%%% --- Y minor ticks (left)\n",
+            whole(x0), whole(x0 + y_tick));
     // Deliberate: these stand on the right edge, and their comment says left.
     fprintf(stream, "  %u y_pos moveto %u y_pos lineto stroke  %%%% --- Y minor ticks (left)\n",
             whole(x0 + w - y_tick), whole(x0 + w));

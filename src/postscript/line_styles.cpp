@@ -1,4 +1,5 @@
-// postscript/line_styles.cpp - the second section of the chart file: named line styles and the legend procedure.
+// postscript/line_styles.cpp - the second section of the chart file: named line styles and the
+// legend procedure.
 #include "postscript/balance.h"
 #include "postscript/chart_file.h"
 #include "records/column.h"
@@ -17,7 +18,8 @@ static constexpr const char *line_styles[] = {
 };
 static_assert(std::size(line_styles) == 7);
 
-// x y crv_Legend: samples and names of the curves, one under the other. The file mentions it in a comment only.
+// x y crv_Legend: samples and names of the curves, one under the other. The file mentions it in a
+// comment only.
 static constexpr const char *legend_begin[] = {
     "/crv_Legend {  \n",
     "  /y_loc exch def /x_loc exch def \n",
@@ -51,7 +53,8 @@ static void write_legend_row(FILE *stream, int curve) {
 void crv_PlotTxt(FILE *stream, int /*x0*/, int /*y0*/, int /*w*/, int /*h*/, int font_size,
                  const crv_chart *chart) {
     fputs("%% --- Begin setting Legend information - (crv_ module [[47]]) ---\n", stream);
-    fprintf(stream, "/Helvetica findfont %u scalefont setfont \n", static_cast<unsigned>(font_size));
+    fprintf(stream, "/Helvetica findfont %u scalefont setfont \n",
+            static_cast<unsigned>(font_size));
     for (const char *line : line_styles) fputs(line, stream);
     for (const char *line : legend_begin) fputs(line, stream);
     for (int curve = 1; curve <= chart->num_curves; ++curve) {

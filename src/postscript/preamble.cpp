@@ -1,12 +1,14 @@
-// postscript/preamble.cpp - the first section of the chart file: constants, fonts, story strings, page, text procedures.
+// postscript/preamble.cpp - the first section of the chart file: constants, fonts, story strings,
+// page, text procedures.
 #include "postscript/balance.h"
 #include "postscript/chart_file.h"
 #include "system/console.h"
 
 #include <iterator>
 
-// The text as the file gets it, a line each. Deliberate: the misspellings and the fixed date belong to the file, and
-// nothing in it calls newpage, CenterVerText, the boxes or Locations: they are there for users who edit it.
+// The text as the file gets it, a line each. Deliberate: the misspellings and the fixed date belong
+// to the file, and nothing in it calls newpage, CenterVerText, the boxes or Locations: they are
+// there for users who edit it.
 
 // Comments of the file, and the constants of the page.
 static constexpr const char *page_constants[] = {
@@ -65,8 +67,8 @@ static constexpr const char *line_layout[] = {
 };
 static_assert(std::size(line_layout) == 6);
 
-// Font, first line, and the turn to landscape. The second layout never takes effect: it is for users who set
-// crv_chartnum to 2 and get half a page.
+// Font, first line, and the turn to landscape. The second layout never takes effect: it is for
+// users who set crv_chartnum to 2 and get half a page.
 static constexpr const char *page_setup[] = {
     " \n",
     "CourNorm setfont           % --- setup default font \n",

@@ -25,7 +25,8 @@ void crv_PlotEnd(const char *path, FILE *stream) {
     fclose(stream);
 
     const char *prefix = getenv("CRV_PRINTCHAIN");
-    if (!prefix) prefix = "lpr "; // Deliberate: with the blank of the command it makes two before the path.
+    if (!prefix)
+        prefix = "lpr "; // Deliberate: with the blank of the command it makes two before the path.
     const std::string command = std::string(prefix) + " " + path;
     if (!crv_settings.print_flag && !user_wants_print()) return;
     printf("%%crv_45-i-prt, Printer command = \"%s\"\n", command.c_str());

@@ -40,15 +40,15 @@ void crv_SetMeans(std::span<crv_column *const> columns) {
 }
 
 void crv_TraceRecord(utl_line line, int routine) {
-    printf("    _%d-i-val, rec = %.*s%s \n", routine, static_cast<int>(line.text.size()), line.text.data(),
-           line.status == utl_line_status::newline ? "\n" : "");
+    printf("    _%d-i-val, rec = %.*s%s \n", routine, static_cast<int>(line.text.size()),
+           line.text.data(), line.status == utl_line_status::newline ? "\n" : "");
 }
 
 void crv_ListColumns(std::span<crv_column *const> columns, int routine) {
     for (crv_column *column : columns) {
         printf("    _%d-i-val, ---------------------------- \n", routine);
-        printf("    _%d-i-val, name = %s, max = %f, min = %f \n", routine, column->colname, column->max,
-               column->min);
+        printf("    _%d-i-val, name = %s, max = %f, min = %f \n", routine, column->colname,
+               column->max, column->min);
         printf("    _%d-i-val, var1 = %f, var2 = %f \n", routine, column->var1, column->var2);
         crv_ListValues(column, routine);
     }
@@ -56,6 +56,7 @@ void crv_ListColumns(std::span<crv_column *const> columns, int routine) {
 
 void crv_ListValues(crv_column *column, int routine) {
     unsigned number = 0;
-    for (column->val_cur = column->val_list; column->val_cur; column->val_cur = column->val_cur->next)
+    for (column->val_cur = column->val_list; column->val_cur;
+         column->val_cur = column->val_cur->next)
         printf("    _%d-i-val, %3.0u: value = %10.3f \n", routine, ++number, column->val_cur->val);
 }

@@ -25,7 +25,7 @@ struct column_file {
     const char *path;
     utl_line_reader *in;
     crv_reqsel table[CRV_MAXCOLS];
-    std::span<crv_reqsel> entries; // of the table; their block is the field that they take, 0 the row count
+    std::span<crv_reqsel> entries; // of the table; block is the field of a row, 0 the row count
     uint8_t order[CRV_MAXCOLS];    // entries in the order of their fields in a row
     crv_column **columns;          // of the entries
     int first_slot;
@@ -44,7 +44,8 @@ static void parse_selection(column_file *pos, const char *selection) {
     pos->entries = crv_ParseSel(selection, {pos->table, static_cast<size_t>(free_slots)});
     for (crv_reqsel &entry : pos->entries) entry.block = static_cast<int32_t>(entry.req);
     if (crv_DBG != routine) return;
-    for (const crv_reqsel &entry : pos->entries) printf("    _94-i-val, Access column = %2u, \n", entry.req);
+    for (const crv_reqsel &entry : pos->entries)
+        printf("    _94-i-val, Access column = %2u, \n", entry.req);
 }
 
 static int count_fields(std::string_view line) {
@@ -80,8 +81,8 @@ static outcome check_selection(const column_file *pos) {
     return outcome::done;
 }
 
-// Deliberate: whether a column is the row count is asked of the entry that has the column's slot as its index, not of the
-// column's own entry.
+// Deliberate: whether a column is the row count is asked of the entry that has the column's slot as
+// its index, not of the column's own entry.
 static void make_columns(column_file *pos) {
     int slot = pos->first_slot;
     for (const crv_reqsel &entry : pos->entries) {
@@ -109,7 +110,8 @@ static void set_label(crv_column *column, std::string_view label) {
 
 static void trace_label(const column_file *pos, uint32_t number, std::string_view label) {
     crv_TraceRecord({pos->labels, pos->labels_status}, routine);
-    printf("    _94-i-val, item = %u, label = %.*s \n", number, static_cast<int>(label.size()), label.data());
+    printf("    _94-i-val, item = %u, label = %.*s \n", number, static_cast<int>(label.size()),
+           label.data());
 }
 
 static void set_labels(const column_file *pos) {
@@ -174,8 +176,10 @@ static void list_columns(const column_file *pos) {
     for (size_t k = 0; k < pos->entries.size(); ++k) {
         crv_column *column = pos->columns[k];
         printf("    _94-i-val, ---------------------------- \n");
-        printf("    _94-i-val, name = %s, max = %f, min = %f \n", column->colname, column->max, column->min);
-        printf("    _94-i-val, var1 = %f, var2 = %f, mean = %f \n", column->var1, column->var2, column->mean);
+        printf("    _94-i-val, name = %s, max = %f, min = %f \n", column->colname, column->max,
+               column->min);
+        printf("    _94-i-val, var1 = %f, var2 = %f, mean = %f \n", column->var1, column->var2,
+               column->mean);
         crv_ListValues(column, routine);
     }
 }
@@ -198,7 +202,8 @@ static int read_file(column_file *pos, int label_line, int first_line) {
     return static_cast<int>(pos->entries.size());
 }
 
-int crv_ReadPost(const char *path, const char *selection, int first_slot, int label_line, int first_line) {
+int crv_ReadPost(const char *path, const char *selection, int first_slot, int label_line,
+                 int first_line) {
     if (crv_DBG == routine) printf("    _94-i-val, pos_filename = \"%s\" \n", path);
 
     column_file pos = {};

@@ -45,7 +45,8 @@ enum class outcome { done, refused };
 static void warn_missing_numbers(frame_file *vdr) {
     if (vdr->warned_missing) return;
     vdr->warned_missing = true;
-    fprintf(utl_ErrorStream(), "%%crv_85-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
+    fprintf(utl_ErrorStream(),
+            "%%crv_85-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
             vdr->path, static_cast<unsigned long long>(vdr->in->line_number));
 }
 
@@ -92,7 +93,8 @@ static void read_y_label(const frame_file *vdr, char number) {
 // Deliberate: one of the two messages is misspelled.
 static void read_x_range(frame_file *vdr) {
     read_range(vdr, vdr->x_range);
-    if (vdr->x_range[0] > vdr->x_range[1]) printf("%ccrv_85-e-ran, X axis range incorectly specified\n", '%');
+    if (vdr->x_range[0] > vdr->x_range[1])
+        printf("%ccrv_85-e-ran, X axis range incorectly specified\n", '%');
 }
 
 static void read_y_range(frame_file *vdr) {
@@ -103,8 +105,8 @@ static void read_y_range(frame_file *vdr) {
 
 // A record keeps its line end, so that only the blanks of a line without one are trimmed.
 static void trace_record(utl_line line) {
-    printf("    _85-i-val, vdr_record = \"%.*s%s\"\n", static_cast<int>(line.text.size()), line.text.data(),
-           line.status == utl_line_status::newline ? "\n" : "");
+    printf("    _85-i-val, vdr_record = \"%.*s%s\"\n", static_cast<int>(line.text.size()),
+           line.text.data(), line.status == utl_line_status::newline ? "\n" : "");
 }
 
 static void keep_value(frame_file *vdr, int k, double value) {
@@ -140,8 +142,8 @@ static outcome read_data(frame_file *vdr) {
     for (int point = 0; point < vdr->num_points; ++point) {
         const utl_line line = next_line(vdr);
         if (line.status == utl_line_status::eof) {
-            fprintf(utl_ErrorStream(), "%%crv_85-w-cut, \"%s\" ends after %d of %d data points\n", vdr->path,
-                    point, vdr->num_points);
+            fprintf(utl_ErrorStream(), "%%crv_85-w-cut, \"%s\" ends after %d of %d data points\n",
+                    vdr->path, point, vdr->num_points);
             break;
         }
         read_values(vdr, line);
@@ -151,7 +153,9 @@ static outcome read_data(frame_file *vdr) {
     return outcome::done;
 }
 
-static char character(std::string_view text, size_t at) { return at < text.size() ? text[at] : '\0'; }
+static char character(std::string_view text, size_t at) {
+    return at < text.size() ? text[at] : '\0';
+}
 
 static void read_x_directive(frame_file *vdr, char letter) {
     switch (letter) {
@@ -200,13 +204,15 @@ static void use_given_range(crv_column *column, const double (&range)[2]) {
 static void list_columns(const frame_file *vdr) {
     for (crv_column *column : vdr->columns) {
         printf("    _85-i-val, ---------------------------- \n");
-        printf("    _85-i-val, name = %s, min = %f, max = %f \n", column->colname, column->min, column->max);
+        printf("    _85-i-val, name = %s, min = %f, max = %f \n", column->colname, column->min,
+               column->max);
         crv_ListValues(column, routine);
     }
 }
 
 static void set_means(const frame_file *vdr) {
-    for (int k = 0; k < 2; ++k) vdr->columns[k]->mean = crv_MeanOf(vdr->totals[k], vdr->columns[k]->numpts);
+    for (int k = 0; k < 2; ++k)
+        vdr->columns[k]->mean = crv_MeanOf(vdr->totals[k], vdr->columns[k]->numpts);
 }
 
 // From the first line to the last. Returns what crv_ReadVDR does.

@@ -54,7 +54,8 @@ enum class outcome { done, refused };
 static void warn_missing_numbers(madymo_file *mad) {
     if (mad->warned_missing) return;
     mad->warned_missing = true;
-    fprintf(utl_ErrorStream(), "%%crv_88-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
+    fprintf(utl_ErrorStream(),
+            "%%crv_88-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
             mad->path, static_cast<unsigned long long>(mad->in->line_number));
 }
 
@@ -63,8 +64,8 @@ static void parse_selection(madymo_file *mad, const char *selection) {
     mad->entries = crv_ParseSel(selection, {mad->table, static_cast<size_t>(free_slots)});
     if (crv_DBG != routine) return;
     for (const crv_reqsel &entry : mad->entries)
-        printf("    _88-i-val, Access results for req = %4d, item = %d \n", static_cast<int>(entry.req),
-               static_cast<int>(entry.item));
+        printf("    _88-i-val, Access results for req = %4d, item = %d \n",
+               static_cast<int>(entry.req), static_cast<int>(entry.item));
 }
 
 static void read_title(madymo_file *mad) {
@@ -79,7 +80,8 @@ static void read_counts(madymo_file *mad) {
     if (sscanf(text, "%d %d", &mad->num_requests, &mad->num_descriptions) != 2)
         printf("%%crv_xx-e-num, Request count or column count incorrect\n");
     if (mad->num_requests >= 0) return;
-    fprintf(utl_ErrorStream(), "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
+    fprintf(utl_ErrorStream(),
+            "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
             mad->num_requests, mad->path);
     utl_Quit(status_failed);
 }
@@ -100,7 +102,8 @@ static void read_header(madymo_file *mad) {
     assign_lines(mad);
     for (int64_t block = 1; block <= mad->num_requests; ++block) {
         const utl_line line = utl_ReadLine(mad->in, line_limit);
-        if (line.status == utl_line_status::eof) break; // N can name more requests than the file has lines
+        if (line.status == utl_line_status::eof)
+            break; // N can name more requests than the file has lines
         for (size_t k = 0; k < mad->entries.size(); ++k)
             if (mad->entries[k].block == block) utl_CopyText(mad->names[k], line.text);
     }
@@ -118,8 +121,8 @@ static void skip_descriptions(const madymo_file *mad) {
         if (utl_ReadLine(mad->in, line_limit).status == utl_line_status::eof) return;
 }
 
-// The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of the entry that has the
-// column's slot as its index, not of the column's own entry.
+// The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of
+// the entry that has the column's slot as its index, not of the column's own entry.
 static void make_columns(madymo_file *mad) {
     int slot = mad->first_slot;
     for (const crv_reqsel &entry : mad->entries) {
@@ -128,8 +131,8 @@ static void make_columns(madymo_file *mad) {
         if (crv_IsTime(mad->entries, slot)) {
             snprintf(column->colname, sizeof column->colname, "Time");
         } else {
-            snprintf(column->colname, sizeof column->colname, "R:%4d, i:%1d", static_cast<int>(entry.req),
-                     static_cast<int>(entry.item));
+            snprintf(column->colname, sizeof column->colname, "R:%4d, i:%1d",
+                     static_cast<int>(entry.req), static_cast<int>(entry.item));
         }
         ++slot;
     }
@@ -175,7 +178,8 @@ static void read_value(madymo_file *mad, size_t k, utl_line line) {
 // Deliberate: the last line of the file counts as too long when it has no line end.
 static void require_newline(const madymo_file *mad, utl_line line) {
     if (line.status == utl_line_status::newline) return;
-    fprintf(utl_ErrorStream(), "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n", mad->path);
+    fprintf(utl_ErrorStream(), "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n",
+            mad->path);
     utl_Quit(status_failed);
 }
 
@@ -195,8 +199,10 @@ static void read_steps(madymo_file *mad) {
             const utl_line line = utl_ReadLine(mad->in, line_limit);
             if (line.status == utl_line_status::eof) return;
             require_newline(mad, line);
-            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &mad->time)) warn_missing_numbers(mad);
-            for (; next_needed_block(mad, next) == block; ++next) read_value(mad, mad->order[next], line);
+            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &mad->time))
+                warn_missing_numbers(mad);
+            for (; next_needed_block(mad, next) == block; ++next)
+                read_value(mad, mad->order[next], line);
         }
     }
 }
@@ -228,7 +234,8 @@ static int read_file(madymo_file *mad) {
         utl_QuitWithError("    _88-f-fread", status_failed);
     }
     crv_SetMeans({mad->columns, mad->entries.size()});
-    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->path, static_cast<int>(mad->steps_done));
+    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->path,
+           static_cast<int>(mad->steps_done));
     if (crv_DBG == routine) crv_ListColumns({mad->columns, mad->entries.size()}, routine);
     set_labels(mad);
     return static_cast<int>(mad->entries.size());

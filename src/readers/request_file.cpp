@@ -52,7 +52,8 @@ enum class outcome { done, refused };
 static void warn_missing_numbers(request_file *req) {
     if (req->warned_missing) return;
     req->warned_missing = true;
-    fprintf(utl_ErrorStream(), "%%crv_83-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
+    fprintf(utl_ErrorStream(),
+            "%%crv_83-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
             req->path, static_cast<unsigned long long>(req->in->line_number));
 }
 
@@ -89,15 +90,18 @@ static outcome read_header(request_file *req) {
     read_title(req);
     req->num_requests = utl_ToInt(utl_ReadLine(req->in, line_limit).text);
     if (req->num_requests < 0) {
-        fprintf(utl_ErrorStream(), "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
+        fprintf(utl_ErrorStream(),
+                "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
                 req->num_requests, req->path);
         return outcome::refused;
     }
     for (int64_t block = 1; block <= req->num_requests; ++block) {
         const utl_line line = utl_ReadLine(req->in, line_limit);
-        if (line.status == utl_line_status::eof) break; // N can name more requests than the file has lines
+        if (line.status == utl_line_status::eof)
+            break; // N can name more requests than the file has lines
         int fields[5];
-        if (crv_ReadIntegers(line.text, fields) > 0) match_header_line(req, static_cast<int>(block), fields);
+        if (crv_ReadIntegers(line.text, fields) > 0)
+            match_header_line(req, static_cast<int>(block), fields);
         if (fields[4] != 0) utl_ReadLine(req->in, line_limit);
     }
     return outcome::done;
@@ -110,8 +114,8 @@ static outcome check_selection(const request_file *req) {
     return outcome::refused;
 }
 
-// The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of the entry that has the
-// column's slot as its index, not of the column's own entry.
+// The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of
+// the entry that has the column's slot as its index, not of the column's own entry.
 static outcome make_columns(request_file *req) {
     int slot = req->first_slot;
     for (const crv_reqsel &entry : req->entries) {
@@ -123,7 +127,8 @@ static outcome make_columns(request_file *req) {
         if (crv_IsTime(req->entries, slot)) {
             snprintf(column->colname, sizeof column->colname, "Time");
         } else {
-            snprintf(column->colname, sizeof column->colname, "R:%4u, i:%1u", entry.req, entry.item);
+            snprintf(column->colname, sizeof column->colname, "R:%4u, i:%1u", entry.req,
+                     entry.item);
         }
         ++slot;
     }
@@ -133,7 +138,9 @@ static outcome make_columns(request_file *req) {
 
 double crv_ReadItem(std::string_view line, uint32_t item, bool *complete) {
     // Magnitudes add their squares in this order.
-    const auto magnitude = [](double x, double y, double z) { return sqrt((y * y + x * x) + z * z); };
+    const auto magnitude = [](double x, double y, double z) {
+        return sqrt((y * y + x * x) + z * z);
+    };
 
     double numbers[6];
     if (item <= 6) {
@@ -212,9 +219,11 @@ static outcome read_steps(request_file *req) {
                 return reject_multiple_results(req);
             if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
                 return outcome::done;
-            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &req->time)) warn_missing_numbers(req);
+            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &req->time))
+                warn_missing_numbers(req);
             for (; next_needed_block(req, next) == block; ++next)
-                if (read_value(req, req->order[next], line) == outcome::refused) return outcome::refused;
+                if (read_value(req, req->order[next], line) == outcome::refused)
+                    return outcome::refused;
         }
         ++req->steps_done;
     }
@@ -241,8 +250,8 @@ static void set_labels(const request_file *req) {
             snprintf(column->colname, sizeof column->colname, "Time (sec) ");
         } else {
             // An item label of one letter is two characters wide, so that two blanks follow it.
-            snprintf(column->colname, sizeof column->colname, "%.5s %u, %.2s ", entry->type_label, entry->req,
-                     entry->comp_label);
+            snprintf(column->colname, sizeof column->colname, "%.5s %u, %.2s ", entry->type_label,
+                     entry->req, entry->comp_label);
         }
         crv_SetTitle(column, {req->title, req->title_status});
     }
@@ -260,7 +269,8 @@ static int read_file(request_file *req) {
         return -1;
     }
     set_means(req);
-    printf("%%crv_83-i-pts, file (%s) has %d steps\n", req->path, static_cast<int>(req->steps_done));
+    printf("%%crv_83-i-pts, file (%s) has %d steps\n", req->path,
+           static_cast<int>(req->steps_done));
     if (crv_DBG == routine) crv_ListColumns({req->columns, req->entries.size()}, routine);
     set_labels(req);
     return static_cast<int>(req->entries.size());

@@ -10,7 +10,8 @@ static crv_reqsel entry_of(std::string_view token) {
     crv_reqsel entry = {};
     const size_t colon = token.find(':');
     entry.req = static_cast<uint32_t>(utl_ToInt(token.substr(0, colon)));
-    entry.item = colon == token.npos ? 1 : static_cast<uint32_t>(utl_ToInt(token.substr(colon + 1)));
+    entry.item =
+        colon == token.npos ? 1 : static_cast<uint32_t>(utl_ToInt(token.substr(colon + 1)));
     entry.block = -1;
     if (entry.req == 0) { // time is always found, on the step's time line
         entry.item = 0;

@@ -19,7 +19,8 @@ static bool make_curves(crv_chart *chart) {
         curve = static_cast<crv_curve *>(crv_Calloc(1, sizeof(crv_curve)));
         if (!curve) return false;
     }
-    for (uint16_t k = 0; k < preset_curves; ++k) *chart->curves[k] = {0, static_cast<uint16_t>(k + 1)};
+    for (uint16_t k = 0; k < preset_curves; ++k)
+        *chart->curves[k] = {0, static_cast<uint16_t>(k + 1)};
     return true;
 }
 

@@ -13,11 +13,10 @@ constexpr int crv_curve_slots = 7;
 constexpr int crv_chart_slots = 4;
 
 struct crv_chart {
-    char major_t[2][128]; // major titles (-t, -t1, -t2)
-    char minor_t[2][128]; // minor titles; [0] is the title of the first column, [1] is never set
-    char
-        story_ts[8]
-                [128]; // story strings; [0] names a PostScript file to append (-s0), [4] to [7] are never set
+    char major_t[2][128];  // major titles (-t, -t1, -t2)
+    char minor_t[2][128];  // minor titles; [0] is the title of the first column, [1] is never set
+    char story_ts[8][128]; // story strings; [0] names a PostScript file to append (-s0), [4] to [7]
+                           // are never set
     char xaxis_t[64];
     char yaxis_ts[8][64];
     char ylegends[8][64];
@@ -34,8 +33,8 @@ struct crv_chart {
 // The chart table; only slot 0 is used.
 extern crv_chart *crv_charts[crv_chart_slots];
 
-// Routine 50. Gives the initialised chart record of slot `index`, or null when memory runs out, which it reports. A
-// record that is there already is used again, with a warning.
+// Routine 50. Gives the initialised chart record of slot `index`, or null when memory runs out,
+// which it reports. A record that is there already is used again, with a warning.
 //
 // Curve k plots column 0 against column k + 1, except the last two slots, which stay {0, 0}.
 //

@@ -5,8 +5,9 @@
 
 static_assert(sizeof(crv_value) == 16);
 
-// The first block is small, so that a short run stays small. The others are large: untouched they cost nothing, and mapped
-// in large pages they spare the system a third of its part in a run that keeps ten million values.
+// The first block is small, so that a short run stays small. The others are large: untouched they
+// cost nothing, and mapped in large pages they spare the system a third of its part in a run that
+// keeps ten million values.
 static constexpr size_t first_block_values = 4096;       // 64 KiB
 static constexpr size_t large_block_values = 512 * 1024; // 8 MiB
 

@@ -1,4 +1,5 @@
-// records/column.h - one selected series with its values and statistics, and the table of all of them.
+// records/column.h - one selected series with its values and statistics, and the table of all of
+// them.
 #pragma once
 
 #include <cstdint>
@@ -9,12 +10,13 @@ struct crv_value {
     crv_value *next; // null at the end
 };
 
-// A statistic that a reader does not keep stays 0. A step counts from 1; a time is in the unit of the file.
+// A statistic that a reader does not keep stays 0. A step counts from 1; a time is in the unit of
+// the file.
 struct crv_column {
     char coltitle[128];  // title of the series, for a request file that of the run
     char colname[32];    // label of the series
     crv_value *val_list; // first node, null while empty
-    crv_value *val_cur;  // the last node while a reader appends, the cursor of whoever walks the list
+    crv_value *val_cur;  // the last node while a reader appends, else the cursor of a loop
     int16_t numpts;      // number of values as the reader counts them; wraps above 32,767
     double min;
     uint32_t min_step;
@@ -43,15 +45,16 @@ struct crv_column {
 
 constexpr int CRV_MAXCOLS = 31;
 
-// The column table, filled from slot 0 upwards; the first null slot ends it, or its size does. A slot that is filled
-// again gets a new record. Records and values live until the program ends.
+// The column table, filled from slot 0 upwards; the first null slot ends it, or its size does. A
+// slot that is filled again gets a new record. Records and values live until the program ends.
 extern crv_column *crv_columns[CRV_MAXCOLS];
 
-// Puts a new zero-filled column into `slot` of the table. Returns it, or null with errno set when memory runs out (the
-// slot then keeps what it had).
+// Puts a new zero-filled column into `slot` of the table. Returns it, or null with errno set when
+// memory runs out (the slot then keeps what it had).
 crv_column *crv_AllocColumn(int slot);
 
-// Gives a new zero-filled value node, or null with errno set. Nodes come from blocks, 16 bytes each.
+// Gives a new zero-filled value node, or null with errno set. Nodes come from blocks, 16 bytes
+// each.
 crv_value *crv_AllocValue();
 
 // Empties the column table. The records stay where they are.

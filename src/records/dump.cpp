@@ -29,8 +29,10 @@ void crv_DumpChts(int index) {
     printf("    _82-i-val, fig         = %s\n", chart->fig);
     printf("    _82-i-val, xminmax     = %f   ::: %f \n", chart->xminmax[0], chart->xminmax[1]);
     printf("    _82-i-val, yminmax     = %f   ::: %f \n", chart->yminmax[0], chart->yminmax[1]);
-    printf("    _82-i-val, zoomxminmax = %f   ::: %f \n", chart->zoomxminmax[0], chart->zoomxminmax[1]);
-    printf("    _82-i-val, zoomyminmax = %f   ::: %f \n", chart->zoomyminmax[0], chart->zoomyminmax[1]);
+    printf("    _82-i-val, zoomxminmax = %f   ::: %f \n", chart->zoomxminmax[0],
+           chart->zoomxminmax[1]);
+    printf("    _82-i-val, zoomyminmax = %f   ::: %f \n", chart->zoomyminmax[0],
+           chart->zoomyminmax[1]);
     printf("    _82-i-val, style       = %u   \n", static_cast<unsigned>(chart->style));
     printf("    _82-i-val, num_curves  = %u   \n", static_cast<unsigned>(chart->num_curves));
 }
@@ -49,7 +51,8 @@ static void print_header(const crv_column *column) {
 
 static void print_values(crv_column *column) {
     int on_line = 0;
-    for (column->val_cur = column->val_list; column->val_cur; column->val_cur = column->val_cur->next) {
+    for (column->val_cur = column->val_list; column->val_cur;
+         column->val_cur = column->val_cur->next) {
         printf("%11.4e ", column->val_cur->val);
         if (++on_line == values_per_line) {
             printf("\n");

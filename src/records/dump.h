@@ -9,6 +9,6 @@ constexpr int crv_dump_both = 3;
 // Routine 82. Prints chart `index`, which must be there.
 void crv_DumpChts(int index);
 
-// Routine 86. Prints the column table. The first two arguments are not used. After the values of a column its val_cur is
-// null.
+// Routine 86. Prints the column table. The first two arguments are not used. After the values of a
+// column its val_cur is null.
 void crv_DumpCols(int first, int last, int mode);

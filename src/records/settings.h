@@ -1,9 +1,11 @@
-// records/settings.h - what the options set for the whole run. The options write it, everybody else reads.
+// records/settings.h - what the options set for the whole run. The options write it, everybody else
+// reads.
 #pragma once
 
 #include <cstdint>
 
-// The debug level (-d, -v, -m): a routine prints its trace lines when the level equals its own number.
+// The debug level (-d, -v, -m): a routine prints its trace lines when the level equals its own
+// number.
 extern int crv_DBG;
 
 // Bits of the columnize flags.

@@ -1,11 +1,12 @@
 // stats/column_stats.h - the statistics of a column, kept as its values arrive.
 //
-// A reader calls, for each value that it keeps, the routines for the statistics that it keeps, and appends the value
-// afterwards: a column whose list is empty waits for its first value, which sets everything. Comparisons are strict, so
-// that of equal values the earliest keeps the extreme.
+// A reader calls, for each value that it keeps, the routines for the statistics that it keeps, and
+// appends the value afterwards: a column whose list is empty waits for its first value, which sets
+// everything. Comparisons are strict, so that of equal values the earliest keeps the extreme.
 //
-// `step` counts from 1, `time` is in the unit of the file, `abscissa` is what the value is plotted against. A format
-// without steps passes 0 for step and time, which leaves those fields as they were made.
+// `step` counts from 1, `time` is in the unit of the file, `abscissa` is what the value is plotted
+// against. A format without steps passes 0 for step and time, which leaves those fields as they
+// were made.
 #pragma once
 
 #include "records/column.h"
@@ -14,7 +15,8 @@
 #include <cstdint>
 
 // Minimum and maximum; their abscissas are var1 and var2.
-inline void crv_UpdateMinMax(crv_column *column, double value, uint32_t step, double time, double abscissa) {
+inline void crv_UpdateMinMax(crv_column *column, double value, uint32_t step, double time,
+                             double abscissa) {
     const bool first = !column->val_list;
     if (first || value > column->max) {
         column->max = value;
@@ -62,8 +64,9 @@ inline void crv_UpdateAbsMinMax(crv_column *column, double value, uint32_t step,
     }
 }
 
-// Smallest and largest magnitude of column files. Deliberate: the value is compared with its sign, so that a column of
-// negative values keeps the magnitude of the first as its largest, and of the last that was below it as its smallest.
+// Smallest and largest magnitude of column files. Deliberate: the value is compared with its sign,
+// so that a column of negative values keeps the magnitude of the first as its largest, and of the
+// last that was below it as its smallest.
 inline void crv_UpdateAbsMinMaxBySign(crv_column *column, double value) {
     const bool first = !column->val_list;
     const double magnitude = std::fabs(value);
@@ -71,5 +74,6 @@ inline void crv_UpdateAbsMinMaxBySign(crv_column *column, double value) {
     if (first || value > column->absmax) column->absmax = magnitude;
 }
 
-// The mean of a column. The count is signed and 16 bits wide; of no values it is what a division by 0 gives.
+// The mean of a column. The count is signed and 16 bits wide; of no values it is what a division by
+// 0 gives.
 inline double crv_MeanOf(double sum, int16_t count) { return sum / count; }

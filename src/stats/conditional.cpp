@@ -10,7 +10,8 @@
 
 namespace {
 
-// Point `number`, counted from 1, and where before it the crossing lies: 0 and 1 are the points themselves.
+// Point `number`, counted from 1, and where before it the crossing lies: 0 and 1 are the points
+// themselves.
 struct crossing {
     bool found;
     int number;
@@ -26,7 +27,8 @@ struct point_pair {
 } // namespace
 
 static void report_not_found(const crv_column *first, const crv_column *second, double x) {
-    printf("NOT! [%s] when [%s] = %f, (s = %d, %f) \n", first->colname, second->colname, x, -1, -1.0);
+    printf("NOT! [%s] when [%s] = %f, (s = %d, %f) \n", first->colname, second->colname, x, -1,
+           -1.0);
 }
 
 // Point `number` of the column. Returns false when it has no such point.
@@ -44,12 +46,12 @@ static bool find_point(const crv_column *column, uint32_t number, point_pair *po
     return true;
 }
 
-static void report_extreme(const char *name, const crv_column *first, const crv_column *second, uint32_t step,
-                           double time) {
+static void report_extreme(const char *name, const crv_column *first, const crv_column *second,
+                           uint32_t step, double time) {
     point_pair point = {};
     if (find_point(first, step, &point)) {
-        printf("%f [%s] when [%s] = %s, (s = %d, t = %f)\n", point.current, first->colname, second->colname,
-               name, static_cast<int>(step), time);
+        printf("%f [%s] when [%s] = %s, (s = %d, t = %f)\n", point.current, first->colname,
+               second->colname, name, static_cast<int>(step), time);
     } else {
         report_not_found(first, second, 0.0);
     }
@@ -70,7 +72,8 @@ static crossing find_crossing(const crv_column *column, double x) {
     return {false, -1, -1.0};
 }
 
-static void report_number(const char *condition, const crv_column *first, const crv_column *second) {
+static void report_number(const char *condition, const crv_column *first,
+                          const crv_column *second) {
     const double x = utl_ToDouble(condition);
     const crossing hit = find_crossing(first, x);
     point_pair point = {};
@@ -79,8 +82,8 @@ static void report_number(const char *condition, const crv_column *first, const 
         return;
     }
     const double value = point.previous + hit.fraction * (point.current - point.previous);
-    printf("%f [%s] when [%s] = %f, (s = %d, %f) \n", value, first->colname, second->colname, x, hit.number,
-           hit.fraction);
+    printf("%f [%s] when [%s] = %f, (s = %d, %f) \n", value, first->colname, second->colname, x,
+           hit.number, hit.fraction);
 }
 
 void crv_ReportValue(const char *condition, int /*debug_level*/) {

@@ -33,8 +33,8 @@ struct statistics_row {
 
 } // namespace
 
-// Deliberate: the steps of minimum and maximum are written with -all only, those of the absolute extremes whenever these
-// are, with -abs alone too.
+// Deliberate: the steps of minimum and maximum are written with -all only, those of the absolute
+// extremes whenever these are, with -abs alone too.
 static constexpr statistics_row statistics[] = {
     {.written = group::always, .label = "----------- "},
     {.written = group::always, .is_name = true},
@@ -191,9 +191,11 @@ void crv_WriteCols(const char *path, int16_t start, int16_t end, uint16_t layout
 
     FILE *out = open_table(path, dat_path);
     const columns_span columns = {crv_columns + start, crv_columns + end};
-    const bool has_title = layout == crv_dat_columns || layout == crv_dat_statistics || layout == crv_dat_all;
+    const bool has_title =
+        layout == crv_dat_columns || layout == crv_dat_statistics || layout == crv_dat_all;
     const bool has_statistics = layout == crv_dat_statistics || layout == crv_dat_all;
-    const bool has_values = layout == crv_dat_columns || layout == crv_dat_all || layout == crv_dat_values;
+    const bool has_values =
+        layout == crv_dat_columns || layout == crv_dat_all || layout == crv_dat_values;
     if (has_title) write_title(out, columns[0]);
     if (has_statistics) write_statistics(out, columns);
     if (has_values) write_values(out, columns);

@@ -19,7 +19,8 @@ struct leading_digit {
 // 10 to the power that a text says.
 static double power_of_ten(const char *exponent) {
 #ifdef _WIN32
-    // The power routine here misses most powers below 1 by a digit in the last place; reading the number does not.
+    // The power routine here misses most powers below 1 by a digit in the last place; reading the
+    // number does not.
     return utl_ToDouble(std::string("1e") + exponent);
 #else
     return pow(10.0, utl_ToDouble(exponent));

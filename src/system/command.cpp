@@ -1,4 +1,5 @@
-// system/command.cpp - commands to the shell, in a file of its own so that a fuzzer can put another in its place.
+// system/command.cpp - commands to the shell, in a file of its own so that a fuzzer can put another
+// in its place.
 #include "system/console.h"
 
 #include <cstdio>

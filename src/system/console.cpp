@@ -15,7 +15,8 @@ void utl_ReportError(const char *report) {
     perror(report);
 }
 
-// A line goes on for so many chunks at the most, about a million characters: what feeds the program has no line ends.
+// A line goes on for so many chunks at the most, about a million characters: what feeds the program
+// has no line ends.
 static constexpr int max_chunks = 8192;
 
 void utl_QuitWithError(const char *report, int status) {

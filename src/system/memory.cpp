@@ -13,7 +13,8 @@ void crv_AdviseLargePages(void *block, size_t size) {
     const auto address = reinterpret_cast<uintptr_t>(block);
     const size_t before = (large_page - address % large_page) % large_page; // the first large page
     if (size < before + large_page) return;
-    madvise(static_cast<char *>(block) + before, (size - before) / large_page * large_page, MADV_HUGEPAGE);
+    madvise(static_cast<char *>(block) + before, (size - before) / large_page * large_page,
+            MADV_HUGEPAGE);
 }
 
 #else

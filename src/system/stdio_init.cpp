@@ -5,7 +5,8 @@
 
 #include <windows.h>
 
-// The runtime of old versions of the system does not have the switch: it is looked for when the program runs.
+// The runtime of old versions of the system does not have the switch: it is looked for when the
+// program runs.
 static void switch_on_count_conversion() {
     const HMODULE runtime = GetModuleHandleA("msvcrt.dll");
     if (!runtime) return;
@@ -13,7 +14,8 @@ static void switch_on_count_conversion() {
     if (found) reinterpret_cast<int (*)(int)>(reinterpret_cast<void *>(found))(1);
 }
 
-// Lines need nothing: text leaves at once on a console. For files and pipes this runtime has blocks only.
+// Lines need nothing: text leaves at once on a console. For files and pipes this runtime has blocks
+// only.
 void utl_SetUpRuntime() { switch_on_count_conversion(); }
 
 #else

@@ -1,6 +1,7 @@
 // text/field_scan.h - finds where fields begin and end: runs of blanks and commas separate them.
 //
-// Blanks and fields are of all lengths, which makes a loop guess wrong at their ends: 16 characters are looked at together.
+// Blanks and fields are of all lengths, which makes a loop guess wrong at their ends: 16 characters
+// are looked at together.
 #pragma once
 
 #include "text/simd.h"

@@ -14,14 +14,15 @@
 static constexpr size_t block_size = 256 * 1024;
 
 #ifdef _WIN32
-// As it is: left to itself, the runtime would drop every CR that stands before a line end and end the file at a Ctrl-Z.
+// As it is: left to itself, the runtime would drop every CR that stands before a line end and end
+// the file at a Ctrl-Z.
 static constexpr int open_flags = O_RDONLY | O_BINARY | O_NOINHERIT;
 #else
 static constexpr int open_flags = O_RDONLY | O_CLOEXEC;
 #endif
 
-// Moves what is left to the front of the block and fills the room behind it, until `wanted` characters are there or the
-// file ends.
+// Moves what is left to the front of the block and fills the room behind it, until `wanted`
+// characters are there or the file ends.
 static void fill_block(utl_line_reader *in, size_t wanted) {
     auto held = static_cast<size_t>(in->block_end - in->next);
     memmove(in->block, in->next, held);
@@ -40,10 +41,12 @@ static void fill_block(utl_line_reader *in, size_t wanted) {
     in->block_end = in->block + held;
 }
 
-// A device such as /dev/zero never ends. An empty one has ended already, and a terminal ends when its user says so.
+// A device such as /dev/zero never ends. An empty one has ended already, and a terminal ends when
+// its user says so.
 static bool is_unbounded_device(const utl_line_reader *in) {
     struct stat status = {};
-    return !in->at_file_end && fstat(in->file, &status) == 0 && S_ISCHR(status.st_mode) && !isatty(in->file);
+    return !in->at_file_end && fstat(in->file, &status) == 0 && S_ISCHR(status.st_mode) &&
+           !isatty(in->file);
 }
 
 utl_line_reader *utl_OpenReader(const char *path) {
@@ -80,10 +83,12 @@ static std::string_view text_before_nul(const char *begin, size_t length) {
     return {begin, nul ? static_cast<size_t>(static_cast<const char *>(nul) - begin) : length};
 }
 
-// A line that just fits takes one character more than the limit when a CR stands before its line end.
+// A line that just fits takes one character more than the limit when a CR stands before its line
+// end.
 static size_t max_raw_length(size_t limit) { return limit + 1; }
 
-// Sees to it that a whole line is in the block, if it fits at all. Returns how many characters are there.
+// Sees to it that a whole line is in the block, if it fits at all. Returns how many characters are
+// there.
 static size_t buffer_line(utl_line_reader *in, size_t limit) {
     if (static_cast<size_t>(in->block_end - in->next) < max_raw_length(limit) && !in->at_file_end)
         fill_block(in, max_raw_length(limit));
@@ -109,8 +114,8 @@ utl_line utl_ReadLine(utl_line_reader *in, size_t limit) {
         in->next = begin + length;
         status = length == limit ? utl_line_status::partial : utl_line_status::unterminated;
     }
-    return {line.has_lt_or_nul ? text_before_nul(begin, length) : std::string_view(begin, length), status,
-            line.has_lt_or_nul};
+    return {line.has_lt_or_nul ? text_before_nul(begin, length) : std::string_view(begin, length),
+            status, line.has_lt_or_nul};
 }
 
 int64_t utl_SkipLines(utl_line_reader *in, size_t limit, int64_t max_lines) {

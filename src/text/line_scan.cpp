@@ -14,7 +14,8 @@ utl_line_scan utl_ScanLineScalar(const char *begin, size_t max_length) {
     return {max_length, false, has_lt_or_nul};
 }
 
-utl_line_run utl_ScanLineRunScalar(const char *begin, size_t length, size_t limit, size_t max_lines) {
+utl_line_run utl_ScanLineRunScalar(const char *begin, size_t length, size_t limit,
+                                   size_t max_lines) {
     utl_line_run skipped = {0, 0};
     while (skipped.lines < max_lines) {
         const char *line = begin + skipped.length;
@@ -70,7 +71,8 @@ utl_line_run utl_ScanLineRun(const char *begin, size_t length, size_t limit, siz
         unsigned ends = utl_MoveMask(line_ends);
         const unsigned marks = utl_MoveMask(lt);
         if (marks != 0)
-            ends &= (1U << utl_CountTrailingZeros(marks)) - 1; // line ends before the mark still count
+            ends &=
+                (1U << utl_CountTrailingZeros(marks)) - 1; // line ends before the mark still count
         for (; ends != 0; ends &= ends - 1) {
             const size_t end = k + utl_CountTrailingZeros(ends);
             if (end >= length || end - line >= limit) return {lines, line};

@@ -29,7 +29,8 @@ static uint64_t combine_8_digits(uint64_t digits) {
     return (high + low) & 0xFFFFFFFFU;
 }
 
-// Up to eight digits at once, in the bytes of a word: a number of ordinary length takes two such steps instead of a dozen.
+// Up to eight digits at once, in the bytes of a word: a number of ordinary length takes two such
+// steps instead of a dozen.
 static digit_run parse_up_to_8_digits(const char *at) {
     uint64_t word = 0;
     memcpy(&word, at, sizeof word);
@@ -62,7 +63,8 @@ static int parse_digits(const char *at, const char *end, uint64_t *number) {
         if (run.count < 8) return run.count;
         at += 8;
     }
-    for (; at != end && is_digit(*at); ++at) *number = *number * 10 + static_cast<uint64_t>(*at - '0');
+    for (; at != end && is_digit(*at); ++at)
+        *number = *number * 10 + static_cast<uint64_t>(*at - '0');
     return static_cast<int>(at - begin);
 }
 
@@ -77,9 +79,10 @@ static double with_sign(double magnitude, unsigned negative) {
     return std::bit_cast<double>(std::bit_cast<uint64_t>(magnitude) | uint64_t{negative} << 63);
 }
 
-// Reads a plain decimal that a double and a power of ten hold exactly: at most 19 digits, the number they make at most
-// 2^53, a power of ten of at most 22. One multiplication or division then rounds as strtod does. Returns where the number
-// ends, or null for all other text. What follows may make it another number: a digit of the exponent, or an x.
+// Reads a plain decimal that a double and a power of ten hold exactly: at most 19 digits, the
+// number they make at most 2^53, a power of ten of at most 22. One multiplication or division then
+// rounds as strtod does. Returns where the number ends, or null for all other text. What follows
+// may make it another number: a digit of the exponent, or an x.
 static const char *parse_exact_decimal(const char *at, const char *end, double *value) {
     const bool negative = at != end && *at == '-';
     at += negative;
@@ -99,7 +102,8 @@ static const char *parse_exact_decimal(const char *at, const char *end, double *
         at += exponent_is_negative || (end - at > 1 && at[1] == '+') ? 2 : 1;
         int written = 0;
         const char *const first = at;
-        for (; at != end && at - first < 4 && is_digit(*at); ++at) written = written * 10 + (*at - '0');
+        for (; at != end && at - first < 4 && is_digit(*at); ++at)
+            written = written * 10 + (*at - '0');
         if (at == first || at - first == 4) return nullptr;
         exponent += exponent_is_negative ? -written : written;
     }
@@ -110,18 +114,20 @@ static const char *parse_exact_decimal(const char *at, const char *end, double *
 
 #if defined(__SSE2__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
 
-// A run of digits of known length, at most eight; `fault` becomes other than 0 when it holds something else.
+// A run of digits of known length, at most eight; `fault` becomes other than 0 when it holds
+// something else.
 static uint64_t known_digits(const char *at, unsigned count, uint64_t *fault) {
     if (count == 0) return 0;
     uint64_t word = 0;
     memcpy(&word, at, sizeof word);
-    const unsigned trailing_bits = 64 - 8 * count; // bits of what stands separators_from_begin the digits
+    const unsigned trailing_bits = 64 - 8 * count; // bits of the characters after the digits
     const uint64_t values = word - 0x3030303030303030U;
     *fault |= (((word + 0x4646464646464646U) | values) & 0x8080808080808080U) << trailing_bits;
     return combine_8_digits(values << trailing_bits);
 }
 
-// Takes "e+dd" off the end of the `length` characters at `at`. Returns the power of ten that it stands for, 0 without it.
+// Takes "e+dd" off the end of the `length` characters at `at`. Returns the power of ten that it
+// stands for, 0 without it.
 static int strip_exponent(const char *at, unsigned *length) {
     if (*length < 5) return 0;
     const char *const tail = at + *length - 4;
@@ -132,9 +138,10 @@ static int strip_exponent(const char *at, unsigned *length) {
     return tail[1] == '-' ? -exponent : exponent;
 }
 
-// The next number when it is of the plainest kind: a sign perhaps, up to eight digits, a point perhaps and up to eight
-// digits, and perhaps an exponent of two digits. One vector tells where it begins and ends and where its point is, so that
-// nothing is looked for twice. Returns where it ends, or null when the general way must look.
+// The next number when it is of the plainest kind: a sign perhaps, up to eight digits, a point
+// perhaps and up to eight digits, and perhaps an exponent of two digits. One vector tells where it
+// begins and ends and where its point is, so that nothing is looked for twice. Returns where it
+// ends, or null when the general way must look.
 static const char *parse_field_vector(const char *at, const char *end, double *number) {
     if (end - at < 24) return nullptr; // words of eight are read from within the vector
     const __m128i text = utl_LoadVector(at);
@@ -167,7 +174,8 @@ static const char *parse_field_vector(const char *at, const char *end, double *n
 
 #else
 
-static const char *parse_field_vector(const char * /*at*/, const char * /*end*/, double * /*number*/) {
+static const char *parse_field_vector(const char * /*at*/, const char * /*end*/,
+                                      double * /*number*/) {
     return nullptr;
 }
 
@@ -186,7 +194,8 @@ bool utl_NextNumber(std::string_view *rest, double *number) {
     return !field.empty();
 }
 
-// strtod wants a zero-terminated text. Text without a number is 0; some runtimes make a minus sign before it count.
+// strtod wants a zero-terminated text. Text without a number is 0; some runtimes make a minus sign
+// before it count.
 static double convert_copy(std::string_view text) {
     char copy[2048];
     utl_CopyText(copy, text);
@@ -200,8 +209,9 @@ double utl_ToDouble(std::string_view text) {
     double short_value = 0.0;
     if (parse_exact_decimal(text.data(), text_end, &short_value) == text_end) return short_value;
 
-    // from_chars reads plain decimals as strtod does, and several times as fast. All else is left to strtod: a leading
-    // plus or white space, hexadecimal, infinite and not-a-number forms, and what lies outside the range.
+    // from_chars reads plain decimals as strtod does, and several times as fast. All else is left
+    // to strtod: a leading plus or white space, hexadecimal, infinite and not-a-number forms, and
+    // what lies outside the range.
     const size_t sign = !text.empty() && text.front() == '-' ? 1 : 0;
     if (text.size() > sign && (is_digit(text[sign]) || text[sign] == '.')) {
         double value = 0.0;

@@ -13,9 +13,9 @@
 static constexpr size_t field_width = 11;
 static constexpr int decimals = 4;
 
-// The four decimals of d.dddde+dd are found by scaling the value to a whole number of five digits, with one rounding of
-// at most 2^-53. Where that could matter, because the scaled value is this close to the middle between two whole numbers,
-// the slow way decides.
+// The four decimals of d.dddde+dd are found by scaling the value to a whole number of five digits,
+// with one rounding of at most 2^-53. Where that could matter, because the scaled value is this
+// close to the middle between two whole numbers, the slow way decides.
 static constexpr double tie_margin = 1e-6;
 
 // A value as five digits and an exponent of ten.
@@ -30,11 +30,14 @@ static int binary_exponent(double magnitude) {
 }
 
 static scaled_value scale(double magnitude) {
-    // The decimal exponent, from the binary one times log 2, which is 1233/4096 near enough; it can be one too low.
+    // The decimal exponent, from the binary one times log 2, which is 1233/4096 near enough; it can
+    // be one too low.
     int exponent = (binary_exponent(magnitude) * 1233) >> 12;
-    if (exponent <= decimals - utl_exact_powers || exponent + 1 >= decimals + utl_exact_powers) return {0, 0};
+    if (exponent <= decimals - utl_exact_powers || exponent + 1 >= decimals + utl_exact_powers)
+        return {0, 0};
     const auto scaled_by = [magnitude](int power) {
-        return power >= 0 ? magnitude * utl_power_of_ten(power) : magnitude / utl_power_of_ten(-power);
+        return power >= 0 ? magnitude * utl_power_of_ten(power)
+                          : magnitude / utl_power_of_ten(-power);
     };
     double scaled = scaled_by(decimals - exponent);
     if (scaled >= 100000.0 - tie_margin) scaled = scaled_by(decimals - ++exponent);
@@ -50,8 +53,8 @@ static scaled_value scale(double magnitude) {
     return {digits, exponent};
 }
 
-// The numbers below 1,000, three digits each: a look here instead of divisions, for the millions of digits that tables and
-// charts have.
+// The numbers below 1,000, three digits each: a look here instead of divisions, for the millions of
+// digits that tables and charts have.
 static constexpr auto three_digits = [] {
     std::array<char, 3 * 1000> text = {};
     for (size_t k = 0; k < 1000; ++k) {
@@ -81,7 +84,8 @@ static char *write_scaled(char *to, bool negative, scaled_value value) {
     to = write_two_digits(to, digits % 100);
     *to++ = 'e';
     *to++ = value.exponent < 0 ? '-' : '+';
-    return write_two_digits(to, static_cast<unsigned>(value.exponent < 0 ? -value.exponent : value.exponent));
+    return write_two_digits(
+        to, static_cast<unsigned>(value.exponent < 0 ? -value.exponent : value.exponent));
 }
 
 char *utl_WriteE11_4(char *to, double value) {
@@ -90,7 +94,8 @@ char *utl_WriteE11_4(char *to, double value) {
         if (scaled.digits != 0) return write_scaled(to, value < 0.0, scaled);
     }
     char *end =
-        std::to_chars(to, to + utl_max_number_chars, value, std::chars_format::scientific, decimals).ptr;
+        std::to_chars(to, to + utl_max_number_chars, value, std::chars_format::scientific, decimals)
+            .ptr;
     const auto length = static_cast<size_t>(end - to);
     if (length >= field_width) return end;
     memmove(to + (field_width - length), to, length);

@@ -1,4 +1,5 @@
-// text/number_writer.h - numbers as text, byte for byte as printf writes them and several times as fast.
+// text/number_writer.h - numbers as text, byte for byte as printf writes them and several times as
+// fast.
 #pragma once
 
 #include <cstddef>

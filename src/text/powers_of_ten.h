@@ -1,5 +1,5 @@
-// text/powers_of_ten.h - the powers of ten that a double holds exactly. A product or quotient with one of them is rounded
-// once, as IEEE arithmetic rounds.
+// text/powers_of_ten.h - the powers of ten that a double holds exactly. A product or quotient with
+// one of them is rounded once, as IEEE arithmetic rounds.
 #pragma once
 
 constexpr int utl_exact_powers = 23;

@@ -54,16 +54,19 @@ static std::string_view filename_from(utl_line line) {
     return line.text.substr(0, line.text.size() - 1);
 }
 
-// Makes a list of the names in an open listing and closes it. A last line without its line end is no name.
+// Makes a list of the names in an open listing and closes it. A last line without its line end is
+// no name.
 static crv_file *read_listing(utl_line_reader *in, const alloc_messages &reports, int *count) {
     crv_file *list = nullptr;
     crv_file **end = &list;
     *count = 0;
     for (;;) {
         const utl_line line = utl_ReadLine(in, listing_limit);
-        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof) break;
+        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
+            break;
         const char *name_report = *count == 0 ? reports.first_name : reports.later_name;
-        *end = new_file(filename_from(line), name_block, name_report, reports.entry, reports.status);
+        *end =
+            new_file(filename_from(line), name_block, name_report, reports.entry, reports.status);
         end = &(*end)->next;
         ++*count;
     }
@@ -84,15 +87,16 @@ crv_file *crv_FreeFile(crv_file *file) {
 
 crv_file *crv_AllocFile(const char *name) {
     const size_t size = strlen(name) + 1;
-    crv_file *file =
-        new_file(name, size < 256 ? 256 : size, "    _35-e-malloc", "    _35-e-calloc", status_no_memory);
+    crv_file *file = new_file(name, size < 256 ? 256 : size, "    _35-e-malloc", "    _35-e-calloc",
+                              status_no_memory);
     if (crv_DBG == 35) printf("    _35-i-val, File %3.0u: %s\n", 1U, file->name);
     return file;
 }
 
 static bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-// A number of so many digits that it comes out below 0 counts as 0; one with a minus sign is what it says.
+// A number of so many digits that it comes out below 0 counts as 0; one with a minus sign is what
+// it says.
 static int file_number(std::string_view text) {
     const int number = utl_ToInt(text);
     return number < 0 && text.find('-') == text.npos ? 0 : number;
@@ -221,7 +225,8 @@ int utl_lstfile(const char *pattern, std::string *name, uint32_t allow_typing, i
 
     int number = 0;
     printf(" \n");
-    for (const crv_file *file = list; file; file = file->next) printf("%3.0d --> %s\n", ++number, file->name);
+    for (const crv_file *file = list; file; file = file->next)
+        printf("%3.0d --> %s\n", ++number, file->name);
     printf("\n");
     printf("Select file to be processed? 1, 2, 3, ...: ");
     utl_RemoveUtlListing();

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-// CRV_BUILD_DATE and CRV_BUILD_TIME come from the build, in the form of __DATE__ and __TIME__: two builds of the same
-// source are the same.
+// CRV_BUILD_DATE and CRV_BUILD_TIME come from the build, in the form of __DATE__ and __TIME__: two
+// builds of the same source are the same.
 static constexpr const char *compile_date = "@(#)Kelp Compile date: " CRV_BUILD_DATE;
 static constexpr const char *compile_time = "@(#)Kelp " CRV_BUILD_TIME;
 static constexpr const char *version = "@(#)Kelp Version: (2003.0.15.0) - (%s)";
@@ -53,9 +53,9 @@ int utl_GmtOffset(char *buffer, size_t size, int debug) {
     const int hours = offset / 3600;
     const int minutes = abs((offset - hours * 3600) / 60);
     if (debug)
-        printf("%%utl_23-i-val, Loc = %4d-%02d-%02d %02d:%02d %+03d%02d\n", shown_local.tm_year + 1900,
-               shown_local.tm_mon + 1, shown_local.tm_mday, shown_local.tm_hour, shown_local.tm_min, hours,
-               minutes);
+        printf("%%utl_23-i-val, Loc = %4d-%02d-%02d %02d:%02d %+03d%02d\n",
+               shown_local.tm_year + 1900, shown_local.tm_mon + 1, shown_local.tm_mday,
+               shown_local.tm_hour, shown_local.tm_min, hours, minutes);
     snprintf(buffer, size, "%+03d%02d", hours, minutes);
     return 0;
 }
@@ -85,11 +85,16 @@ int utl_DateText(const struct tm *when, int kind, char *buffer, size_t size, int
     switch (kind) {
     case 0: snprintf(text, sizeof text, "%s", short_date); break;
     case 1: snprintf(text, sizeof text, "%s %s", short_date, minutes); break;
-    case 3: snprintf(text, sizeof text, "%04d-%02d-%02d %s", year, month, when->tm_mday, minutes); break;
-    case 4: snprintf(text, sizeof text, "%04d-%02d-%02d %s", year, month, when->tm_mday, seconds); break;
+    case 3:
+        snprintf(text, sizeof text, "%04d-%02d-%02d %s", year, month, when->tm_mday, minutes);
+        break;
+    case 4:
+        snprintf(text, sizeof text, "%04d-%02d-%02d %s", year, month, when->tm_mday, seconds);
+        break;
     case 5:
         utl_GmtOffset(offset, sizeof offset, debug_level);
-        snprintf(text, sizeof text, "%04d-%02d-%02d %s %s", year, month, when->tm_mday, seconds, offset);
+        snprintf(text, sizeof text, "%04d-%02d-%02d %s %s", year, month, when->tm_mday, seconds,
+                 offset);
         break;
     default: snprintf(text, sizeof text, "%s %s", long_date, minutes); break;
     }

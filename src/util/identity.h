@@ -1,13 +1,15 @@
-// util/identity.h - who the program is, where it runs and when: texts for the status and the product log.
+// util/identity.h - who the program is, where it runs and when: texts for the status and the
+// product log.
 //
-// Each routine writes into a buffer of `size` characters, cut to size - 1, and returns 0, or 1 when it has failed.
+// Each routine writes into a buffer of `size` characters, cut to size - 1, and returns 0, or 1 when
+// it has failed.
 #pragma once
 
 #include <cstddef>
 #include <ctime>
 
-// The identification strings begin with "@(#)Kelp ", by which a what-style tool finds them in the program. Users of them
-// skip that.
+// The identification strings begin with "@(#)Kelp ", by which a what-style tool finds them in the
+// program. Users of them skip that.
 constexpr size_t utl_what_prefix_length = 9;
 
 struct utl_build_info {
@@ -20,10 +22,12 @@ struct utl_build_info {
 
 int utl_GetBuildInfo(utl_build_info *identity);
 
-// "Windows_NT %d.%d os-%d.wi-%d" with the numbers of the system. Fails where there are none; they are 0 then.
+// "Windows_NT %d.%d os-%d.wi-%d" with the numbers of the system. Fails where there are none; they
+// are 0 then.
 int utl_SystemText(char *buffer, size_t size, int debug_level);
 
-// The offset of local time from GMT as hours and minutes, "+0100". With `debug` other than 0 it prints both times.
+// The offset of local time from GMT as hours and minutes, "+0100". With `debug` other than 0 it
+// prints both times.
 //
 // Deliberate: an offset between minus one hour and zero has no minus sign.
 int utl_GmtOffset(char *buffer, size_t size, int debug);

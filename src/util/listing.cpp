@@ -31,8 +31,8 @@ static constexpr const char *list_command_end = "";
 static constexpr const char *remove_command = "rm crv_temp.tmp";
 #endif
 
-// Removes what stands where a listing goes: an old listing, or a link or pipe, which must not be written to. Returns false
-// with errno set when it stays.
+// Removes what stands where a listing goes: an old listing, or a link or pipe, which must not be
+// written to. Returns false with errno set when it stays.
 static bool remove_existing(const char *path) { return unlink(path) == 0 || errno == ENOENT; }
 
 utl_line_reader *utl_OpenCrvListing(const char *pattern) {

@@ -33,7 +33,8 @@ static void write_record_head(FILE *out) {
     char date[32];
     snprintf(date, sizeof date, "%u-%02u-%02u", static_cast<unsigned>(local->tm_year + 1900),
              static_cast<unsigned>(local->tm_mon + 1), static_cast<unsigned>(local->tm_mday));
-    fprintf(out, "%s %-10s %s  Command = (", date, user_word, identity.version + utl_what_prefix_length);
+    fprintf(out, "%s %-10s %s  Command = (", date, user_word,
+            identity.version + utl_what_prefix_length);
 }
 
 static bool close_record(FILE *out) {
@@ -63,8 +64,9 @@ static int add_usage(const std::string &path, int argc, char *const *argv, const
     return close_record(out) ? 1 : 0;
 }
 
-// Lines are read and written as fgets does it, 127 characters at the most: what is longer goes on behind another prompt and
-// on the same line of the file. Only an empty line of its own ends the entry.
+// Lines are read and written as fgets does it, 127 characters at the most: what is longer goes on
+// behind another prompt and on the same line of the file. Only an empty line of its own ends the
+// entry.
 static void add_comment_lines(FILE *out, const char *application) {
     char line[128];
     bool begins = true;
@@ -110,8 +112,8 @@ static void show_log(const std::string &path) {
 #endif
 }
 
-int utl_Report(int argc, char *const *argv, const char *application, const char *comment, int action,
-               int debug_level) {
+int utl_Report(int argc, char *const *argv, const char *application, const char *comment,
+               int action, int debug_level) {
     const std::string base = base_name(argc > 0 ? argv[0] : "", application);
     if (debug_level == 501) printf("%%utl_501-v-val, filename = \"%s\"\n", base.c_str());
     switch (action) {

@@ -44,8 +44,8 @@ class allocation : public fresh_run {
   protected:
     void SetUp() override {
         fresh_run::SetUp();
-        void *page =
-            mmap(nullptr, sizeof(counter), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+        void *page = mmap(nullptr, sizeof(counter), PROT_READ | PROT_WRITE,
+                          MAP_SHARED | MAP_ANONYMOUS, -1, 0);
         ASSERT_NE(page, MAP_FAILED);
         shared = static_cast<counter *>(page);
         folder = testing::TempDir() + "crv_unit_allocation_" + std::to_string(getpid());
@@ -60,8 +60,8 @@ class allocation : public fresh_run {
     }
     void TearDown() override {
         for (const char *name :
-             {"a.req", "b.req", "a.mad", "b.mad", "a.pos", "a.vdr", "user.ps", "a.dat", "b.dat", "c.ps",
-              "crv.use", "errors", "typed", "crv_temp.tmp", "utl_temp.tmp"})
+             {"a.req", "b.req", "a.mad", "b.mad", "a.pos", "a.vdr", "user.ps", "a.dat", "b.dat",
+              "c.ps", "crv.use", "errors", "typed", "crv_temp.tmp", "utl_temp.tmp"})
             remove(name);
         ASSERT_EQ(chdir("/"), 0);
         rmdir(folder.c_str());
@@ -92,8 +92,8 @@ class allocation : public fresh_run {
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, bytes_of("errors"), shared->made};
     }
 
-    // Runs with every allocation failing once, in order, and looks at the ends. A table that was there is there still, or
-    // is replaced by a whole one.
+    // Runs with every allocation failing once, in order, and looks at the ends. A table that was
+    // there is there still, or is replaced by a whole one.
     static void check(const std::vector<std::string> &arguments, const std::string &typed,
                       const faults &table, int good_status) {
         make("typed", typed);
@@ -107,9 +107,11 @@ class allocation : public fresh_run {
             for (const int last = k + row.times; k < last; ++k) {
                 make("a.dat", "old");
                 const ending bad = run(arguments, k);
-                EXPECT_EQ(bad.errors, row.report + ": Cannot allocate memory\n") << "allocation " << k;
+                EXPECT_EQ(bad.errors, row.report + ": Cannot allocate memory\n")
+                    << "allocation " << k;
                 EXPECT_EQ(bad.status, row.status) << "allocation " << k;
-                EXPECT_THAT(bytes_of("a.dat"), testing::AnyOf("old", whole_table)) << "allocation " << k;
+                EXPECT_THAT(bytes_of("a.dat"), testing::AnyOf("old", whole_table))
+                    << "allocation " << k;
             }
         }
         EXPECT_EQ(good.allocations, k) << "these are all";
@@ -118,7 +120,8 @@ class allocation : public fresh_run {
     std::string folder;
 };
 
-// Every run begins with the chart and its seven curves. Without a chart it goes on to the first use of it.
+// Every run begins with the chart and its seven curves. Without a chart it goes on to the first use
+// of it.
 faults with_chart(const faults &others) {
     faults all = {{1, "    _50-e-calloc, data", 0}, {7, "    _50-e-calloc, curve", 0}};
     all.insert(all.end(), others.begin(), others.end());
@@ -126,10 +129,12 @@ faults with_chart(const faults &others) {
 }
 
 // The file, two columns, and the block of the first value.
-const faults request_file = {
-    {reader_allocations, "    _83-f-fopen", 1}, {2, "    _83-e-calloc, data", 1}, {1, "    _83-f-calloc", 1}};
-const faults madymo_file = {
-    {reader_allocations, "    _88-f-fopen", 0}, {2, "    _88-e-calloc, data", 0}, {1, "    _88-f-calloc", 0}};
+const faults request_file = {{reader_allocations, "    _83-f-fopen", 1},
+                             {2, "    _83-e-calloc, data", 1},
+                             {1, "    _83-f-calloc", 1}};
+const faults madymo_file = {{reader_allocations, "    _88-f-fopen", 0},
+                            {2, "    _88-e-calloc, data", 0},
+                            {1, "    _88-f-calloc", 0}};
 
 TEST_F(allocation, AnyOfARequestRunThatFailsIsReported) {
     check({"-r", "0,7", "-f", "a.req", "-w", "x"}, "", with_chart(request_file), plain_end);
@@ -195,7 +200,8 @@ TEST_F(allocation, AnyOfPickingSeveralFilesThatFailsIsReported) {
                                {1, "    _34-e-malloc", 0},
                                {1, "    _34-e-calloc", 0}});
     table.insert(table.end(), request_file.begin(), request_file.end());
-    table.push_back({reader_allocations, "    _83-f-fopen", 1}); // the second file finds room for its values
+    table.push_back(
+        {reader_allocations, "    _83-f-fopen", 1}); // the second file finds room for its values
     table.push_back({2, "    _83-e-calloc, data", 1});
     check({"-r", "0,7", "-fa"}, "a\n", table, 0);
 }

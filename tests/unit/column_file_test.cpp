@@ -9,7 +9,8 @@ namespace {
 
 class column_file : public reader_test {
   protected:
-    int read(const std::string &bytes, const char *selection, int label_line = 1, int first_slot = 0) {
+    int read(const std::string &bytes, const char *selection, int label_line = 1,
+             int first_slot = 0) {
         return read_with(
             [&](const char *name) {
                 return crv_ReadPost(name, selection, first_slot, label_line, label_line + 1);
@@ -60,7 +61,8 @@ TEST_F(column_file, LinesBeforeTheLabelLineAreSkipped) {
 
 TEST_F(column_file, ANegativeLabelLineReadsNoLineAndFindsNoColumns) {
     EXPECT_EQ(read("1 2\n3 4\n", "1", -3), 0);
-    EXPECT_THAT(out, testing::HasSubstr("has  0 columns.\n%crv_94-f-nocol, Column \"1\" does not exist!\n"));
+    EXPECT_THAT(out, testing::HasSubstr(
+                         "has  0 columns.\n%crv_94-f-nocol, Column \"1\" does not exist!\n"));
     EXPECT_EQ(read("1 2\n3 4\n", "0", -3), 1) << "the row count needs no column";
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 2}));
 }
@@ -99,7 +101,8 @@ TEST_F(column_file, RowsOutsideTheTimeWindowAreDroppedButCounted) {
 TEST_F(column_file, MagnitudesOfNegativeValuesFollowTheSignedComparison) {
     read("a\n-5\n-7\n-6\n-9\n-1\n", "1");
     EXPECT_EQ(crv_columns[0]->absmax, 5.0) << "the magnitude of the first value";
-    EXPECT_EQ(crv_columns[0]->absmin, 1.0) << "of the last value below the smallest magnitude so far";
+    EXPECT_EQ(crv_columns[0]->absmin, 1.0)
+        << "of the last value below the smallest magnitude so far";
     EXPECT_EQ(crv_columns[0]->min, -9.0);
     EXPECT_EQ(crv_columns[0]->max, -1.0);
 }
@@ -110,8 +113,8 @@ TEST_F(column_file, StepsTimesBeginAndEndStayZero) {
     for (const uint32_t step :
          {c->min_step, c->max_step, c->absmin_step, c->absmax_step, c->begin_step, c->end_step})
         EXPECT_EQ(step, 0U);
-    for (const double time : {c->min_time, c->max_time, c->absmin_time, c->absmax_time, c->begin_time,
-                              c->end_time, c->begin_val, c->end_val, c->stddev})
+    for (const double time : {c->min_time, c->max_time, c->absmin_time, c->absmax_time,
+                              c->begin_time, c->end_time, c->begin_val, c->end_val, c->stddev})
         EXPECT_EQ(time, 0.0);
     EXPECT_EQ(c->max, 5.0);
     EXPECT_EQ(c->absmax, 5.0);
@@ -194,7 +197,8 @@ TEST_F(column_file, FailuresEndTheProgramWithZero) {
 TEST_F(column_file, TheRowCountLabelLooksAtTheEntryOfTheSlotNumber) {
     read("1 2\n", "2,0", 0, 1);
     EXPECT_STREQ(crv_columns[1]->colname, "Row Count") << "slot 1 asks entry 1";
-    EXPECT_STREQ(crv_columns[2]->colname, "Column    0") << "slot 2 asks an entry that is not there";
+    EXPECT_STREQ(crv_columns[2]->colname, "Column    0")
+        << "slot 2 asks an entry that is not there";
 }
 
 TEST_F(column_file, Level94TracesTheWholeRead) {

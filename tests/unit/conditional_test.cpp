@@ -8,7 +8,8 @@ namespace {
 class conditional : public fresh_run {
   protected:
     // The report on columns a and b.
-    std::string report(const std::vector<double> &a, const std::vector<double> &b, const char *condition) {
+    std::string report(const std::vector<double> &a, const std::vector<double> &b,
+                       const char *condition) {
         crv_ClearColumns();
         add_column(0, a, "a");
         crv_column *second = add_column(1, b, "b");
@@ -34,7 +35,8 @@ TEST_F(conditional, ARisingCrossingIsInterpolated) {
 }
 
 TEST_F(conditional, AFallingCrossingIsInterpolated) {
-    EXPECT_EQ(report({4, 2, 0}, tens, "0.5"), "27.500000 [a] when [b] = 0.500000, (s = 3, 0.750000) \n");
+    EXPECT_EQ(report({4, 2, 0}, tens, "0.5"),
+              "27.500000 [a] when [b] = 0.500000, (s = 3, 0.750000) \n");
 }
 
 TEST_F(conditional, AnExactHitGivesTheSecondColumnsValueAtThePointBefore) {
@@ -66,7 +68,8 @@ TEST_F(conditional, TextThatIsNoNumberIsZero) {
 TEST_F(conditional, ExtremesOfTheSecondColumnGiveTheFirstColumnsValue) {
     const numbers first = {5, 6, 7, 8};
     EXPECT_EQ(report(first, tens, "max"), "7.000000 [a] when [b] = max, (s = 3, t = 0.300000)\n");
-    EXPECT_EQ(report(first, tens, "maximum"), "7.000000 [a] when [b] = max, (s = 3, t = 0.300000)\n");
+    EXPECT_EQ(report(first, tens, "maximum"),
+              "7.000000 [a] when [b] = max, (s = 3, t = 0.300000)\n");
     EXPECT_EQ(report(first, tens, "min"), "5.000000 [a] when [b] = min, (s = 1, t = 0.100000)\n");
     EXPECT_EQ(report(first, tens, "amax"), "6.000000 [a] when [b] = amax, (s = 2, t = 0.200000)\n");
     EXPECT_EQ(report(first, tens, "abax"), "6.000000 [a] when [b] = amax, (s = 2, t = 0.200000)\n");

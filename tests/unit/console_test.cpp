@@ -53,7 +53,9 @@ TEST(Console, WhatWasPrintedIsOutBeforeAnErrorIsReported) {
     testing::internal::GetCapturedStdout();
 }
 
-TEST(Console, QuittingEndsWithTheStatus) { EXPECT_EXIT(utl_Quit(3), testing::ExitedWithCode(3), ""); }
+TEST(Console, QuittingEndsWithTheStatus) {
+    EXPECT_EXIT(utl_Quit(3), testing::ExitedWithCode(3), "");
+}
 
 TEST(Console, ACommandThatFailsIsNoFault) { EXPECT_TRUE(utl_RunCommand("exit 7")); }
 

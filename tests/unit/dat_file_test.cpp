@@ -198,7 +198,8 @@ TEST_F(dat_file, AnOldTableIsReplaced) {
 TEST_F(dat_file, Level84TracesTheName) {
     crv_DBG = 84;
     table(0, 4);
-    EXPECT_THAT(out, testing::StartsWith("    _84-i-val, req_filename = \"" + folder + "/run.req\" \n"));
+    EXPECT_THAT(out,
+                testing::StartsWith("    _84-i-val, req_filename = \"" + folder + "/run.req\" \n"));
 }
 
 TEST_F(dat_file, TheExtensionIsReplaced) {
@@ -225,8 +226,9 @@ TEST_F(dat_file, TheFileThatIsReadIsNotWrittenOver) {
     const std::string input = folder + "/run.req";
     std::ofstream(input) << "precious";
     ASSERT_EQ(link(input.c_str(), (folder + "/run.dat").c_str()), 0);
-    EXPECT_EXIT(crv_WriteCols(input.c_str(), 0, 1, 4), testing::ExitedWithCode(0),
-                "^%crv_84-f-wri, \".*/run.dat\" is the file that is read, it is not written over\n$");
+    EXPECT_EXIT(
+        crv_WriteCols(input.c_str(), 0, 1, 4), testing::ExitedWithCode(0),
+        "^%crv_84-f-wri, \".*/run.dat\" is the file that is read, it is not written over\n$");
     EXPECT_EQ(bytes_of(input), "precious");
     remove((folder + "/run.dat").c_str());
     ASSERT_EQ(symlink(input.c_str(), (folder + "/run.dat").c_str()), 0);

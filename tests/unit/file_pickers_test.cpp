@@ -55,7 +55,9 @@ TEST_F(file_pickers, AnEmptyAnswerAsksForANameWhereTypingIsAllowed) {
     std::string name;
     const std::string out = stdout_of([&] { EXPECT_EQ(utl_lstfile("*.req", &name, 1, 0), 1); });
     EXPECT_EQ(name, "typed name.req");
-    EXPECT_EQ(out, " \n  1 --> a.req\n\nSelect file to be processed? 1, 2, 3, ...:  Enter desired file: ");
+    EXPECT_EQ(
+        out,
+        " \n  1 --> a.req\n\nSelect file to be processed? 1, 2, 3, ...:  Enter desired file: ");
 }
 
 // What the several-files picker says to an answer, with five files.
@@ -88,7 +90,8 @@ TEST_F(file_pickers, EveryWayOfAnswering) {
         type(std::string(c.answer) + "\n");
         crv_file *list = nullptr;
         const std::string out = stdout_of([&] { list = crv_ListFiles("*.req"); });
-        const std::string wanted = c.said + "%crv_34-i-val, Selection = " + std::to_string(c.first) +
+        const std::string wanted = c.said +
+                                   "%crv_34-i-val, Selection = " + std::to_string(c.first) +
                                    " through " + std::to_string(c.last) + " \n";
         EXPECT_EQ(out.substr(out.find("...: ") + 5), wanted) << c.answer;
         size_t taken = 0;
@@ -106,7 +109,8 @@ TEST_F(file_pickers, OneFileIsLeftWithALetterE) {
         EXPECT_EQ(name, "");
     }
     type("q\n");
-    EXPECT_EXIT(utl_lstfile("*.req", &name, 0, 0), testing::ExitedWithCode(1), "Improper file selection");
+    EXPECT_EXIT(utl_lstfile("*.req", &name, 0, 0), testing::ExitedWithCode(1),
+                "Improper file selection");
     type("000000000000001"
          "9\n");
     stdout_of([&] { EXPECT_EQ(utl_lstfile("*.req", &name, 0, 0), 1); });
@@ -140,9 +144,11 @@ TEST_F(file_pickers, ANumberThatWrapsBelowZeroCountsAsZero) {
     make("a.req");
     type("2147483648\n2147483648\n");
     const std::string out = stdout_of([] { EXPECT_EQ(crv_ListFiles("*.req"), nullptr); });
-    EXPECT_THAT(out, testing::HasSubstr("num too low \n%crv_34-i-val, Selection = -10 through 0 \n"));
+    EXPECT_THAT(out,
+                testing::HasSubstr("num too low \n%crv_34-i-val, Selection = -10 through 0 \n"));
     std::string name;
-    EXPECT_EXIT(utl_lstfile("*.req", &name, 0, 0), testing::ExitedWithCode(1), "Improper file selection");
+    EXPECT_EXIT(utl_lstfile("*.req", &name, 0, 0), testing::ExitedWithCode(1),
+                "Improper file selection");
     remove("utl_temp.tmp");
 }
 
@@ -152,7 +158,8 @@ TEST_F(file_pickers, ANameOfMoreThan78CharactersShowsAsSeveral) {
     crv_file *list = nullptr;
     stdout_of([&] { list = crv_ListFiles("*.req"); });
     ASSERT_NE(list, nullptr);
-    EXPECT_EQ(list->name, std::string(78, 'n')) << "the last character of a piece goes, as a line end would";
+    EXPECT_EQ(list->name, std::string(78, 'n'))
+        << "the last character of a piece goes, as a line end would";
     ASSERT_NE(list->next, nullptr);
     EXPECT_EQ(list->next->name, std::string(21, 'n') + ".req");
     while (list) list = crv_FreeFile(list);

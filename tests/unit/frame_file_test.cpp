@@ -145,7 +145,8 @@ TEST_F(frame_file, WithoutABlockTheColumnsStayEmpty) {
     EXPECT_EQ(crv_columns[0]->min, 10.0);
     EXPECT_EQ(crv_columns[0]->max, -10.0);
     EXPECT_TRUE(std::isnan(crv_columns[0]->mean));
-    EXPECT_EQ(out, "%crv_85-i-dat, Vandor CRV_FRM_FILE data loaded, number of points = 4294967291 \n");
+    EXPECT_EQ(out,
+              "%crv_85-i-dat, Vandor CRV_FRM_FILE data loaded, number of points = 4294967291 \n");
 }
 
 TEST_F(frame_file, SeveralBlocksAppendAndExtremesGoOnFromTheRoundedOnes) {
@@ -173,7 +174,8 @@ TEST_F(frame_file, MissingNumbersReadAsZeroWithOneWarning) {
     read("%N\n3\n%D\n1 2\n3\n\n");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 3, 0}));
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{2, 0, 0}));
-    EXPECT_EQ(err, "%crv_85-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 5\n");
+    EXPECT_EQ(err,
+              "%crv_85-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 5\n");
 }
 
 TEST_F(frame_file, ALineOfMoreThan126CharactersIsReadInPieces) {

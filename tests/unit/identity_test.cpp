@@ -99,7 +99,8 @@ TEST_F(identity, OffsetsAreHoursAndMinutes) {
     EXPECT_EQ(offset(), "-1200");
 }
 
-// In this zone it is summer all year. Whether a time is in summer is for the zone to say, for both of the times compared.
+// In this zone it is summer all year. Whether a time is in summer is for the zone to say, for both
+// of the times compared.
 TEST_F(identity, TheOffsetInSummerIsThatOfSummer) {
     zone("WIN-1SUM-2,0/0,J365/25");
     EXPECT_EQ(offset(), "+0200");
@@ -114,10 +115,11 @@ TEST_F(identity, TheOffsetTracesBothTimes) {
     zone("ABC-2");
     char buffer[16];
     const std::string shown = stdout_of([&] { utl_GmtOffset(buffer, sizeof buffer, 1); });
-    EXPECT_THAT(shown,
-                testing::MatchesRegex(
-                    "%utl_23-i-val, GMT = [0-9]{4}-[0-9][0-9]-[0-9][0-9] [0-9][0-9]:[0-9][0-9]\n"
-                    "%utl_23-i-val, Loc = [0-9]{4}-[0-9][0-9]-[0-9][0-9] [0-9][0-9]:[0-9][0-9] \\+0200\n"));
+    EXPECT_THAT(
+        shown,
+        testing::MatchesRegex(
+            "%utl_23-i-val, GMT = [0-9]{4}-[0-9][0-9]-[0-9][0-9] [0-9][0-9]:[0-9][0-9]\n"
+            "%utl_23-i-val, Loc = [0-9]{4}-[0-9][0-9]-[0-9][0-9] [0-9][0-9]:[0-9][0-9] \\+0200\n"));
 }
 
 TEST_F(identity, TheTracedTimesAreThoseOfTheClock) {
@@ -130,7 +132,8 @@ TEST_F(identity, TheTracedTimesAreThoseOfTheClock) {
         shown = stdout_of([&] { utl_GmtOffset(buffer, sizeof buffer, 7); });
     } while (before / 60 != time(nullptr) / 60);
     strftime(gmt, sizeof gmt, "%%utl_23-i-val, GMT = %Y-%m-%d %H:%M\n", gmtime(&before));
-    strftime(local, sizeof local, "%%utl_23-i-val, Loc = %Y-%m-%d %H:%M +0200\n", localtime(&before));
+    strftime(local, sizeof local, "%%utl_23-i-val, Loc = %Y-%m-%d %H:%M +0200\n",
+             localtime(&before));
     EXPECT_EQ(shown, std::string(gmt) + local);
 }
 
@@ -145,9 +148,11 @@ TEST_F(identity, TheDateTracesItsOffsetAtAnyLevelButZero) {
 TEST_F(identity, EveryStringHasItsMark) {
     utl_build_info id;
     EXPECT_EQ(utl_GetBuildInfo(&id), 0);
-    EXPECT_THAT(id.compile_date,
-                testing::MatchesRegex("@\\(#\\)Kelp Compile date: [A-Z][a-z][a-z] [ 1-3][0-9] [0-9]{4}"));
-    EXPECT_THAT(id.compile_time, testing::MatchesRegex("@\\(#\\)Kelp [0-9][0-9]:[0-9][0-9]:[0-9][0-9]"));
+    EXPECT_THAT(
+        id.compile_date,
+        testing::MatchesRegex("@\\(#\\)Kelp Compile date: [A-Z][a-z][a-z] [ 1-3][0-9] [0-9]{4}"));
+    EXPECT_THAT(id.compile_time,
+                testing::MatchesRegex("@\\(#\\)Kelp [0-9][0-9]:[0-9][0-9]:[0-9][0-9]"));
     EXPECT_STREQ(id.version, "@(#)Kelp Version: (2003.0.15.0) - (Windows_NT 0.0 os-0.wi-0)");
     EXPECT_EQ(strlen(id.library_mark), 19U);
     EXPECT_THAT(id.library_mark, testing::StartsWith("@(#)"));

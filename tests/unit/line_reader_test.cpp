@@ -45,7 +45,8 @@ std::vector<read_line> lines_by_fgets(const std::string &bytes, size_t limit) {
             text.pop_back();
             lines.push_back({text, utl_line_status::newline});
         } else {
-            lines.push_back({text, feof(in) ? utl_line_status::unterminated : utl_line_status::partial});
+            lines.push_back(
+                {text, feof(in) ? utl_line_status::unterminated : utl_line_status::partial});
         }
     }
     lines.push_back({"", utl_line_status::eof});
@@ -62,7 +63,9 @@ TEST(LineReader, ALineEndIsNotPartOfTheText) {
                                                  {"", utl_line_status::eof}}));
 }
 
-TEST(LineReader, AnEmptyFileHasNothing) { EXPECT_EQ(lines_of("", 126), (lines{{"", utl_line_status::eof}})); }
+TEST(LineReader, AnEmptyFileHasNothing) {
+    EXPECT_EQ(lines_of("", 126), (lines{{"", utl_line_status::eof}}));
+}
 
 TEST(LineReader, ALastLineWithoutItsEndMeetsTheFileEnd) {
     EXPECT_EQ(lines_of("ab\ncd", 126), (lines{{"ab", utl_line_status::newline},
@@ -77,14 +80,16 @@ TEST(LineReader, ALineLongerThanTheLimitComesInPieces) {
 }
 
 TEST(LineReader, TheLimitCountsTheLineEnd) {
-    EXPECT_EQ(lines_of("abc\n", 4), (lines{{"abc", utl_line_status::newline}, {"", utl_line_status::eof}}));
+    EXPECT_EQ(lines_of("abc\n", 4),
+              (lines{{"abc", utl_line_status::newline}, {"", utl_line_status::eof}}));
     EXPECT_EQ(lines_of("abcd\n", 4), (lines{{"abcd", utl_line_status::partial},
                                             {"", utl_line_status::newline},
                                             {"", utl_line_status::eof}}));
 }
 
 TEST(LineReader, ALineOfExactlyTheLimitAtTheVeryEndIsNotTheFileEnd) {
-    EXPECT_EQ(lines_of("abcd", 4), (lines{{"abcd", utl_line_status::partial}, {"", utl_line_status::eof}}));
+    EXPECT_EQ(lines_of("abcd", 4),
+              (lines{{"abcd", utl_line_status::partial}, {"", utl_line_status::eof}}));
 }
 
 TEST(LineReader, ACrBeforeTheLineEndIsDroppedAndDoesNotCount) {
@@ -97,8 +102,10 @@ TEST(LineReader, ACrBeforeTheLineEndIsDroppedAndDoesNotCount) {
 }
 
 TEST(LineReader, ACrElsewhereIsText) {
-    EXPECT_EQ(lines_of("a\rb\n", 9), (lines{{"a\rb", utl_line_status::newline}, {"", utl_line_status::eof}}));
-    EXPECT_EQ(lines_of("a\r\r\n", 9), (lines{{"a\r", utl_line_status::newline}, {"", utl_line_status::eof}}));
+    EXPECT_EQ(lines_of("a\rb\n", 9),
+              (lines{{"a\rb", utl_line_status::newline}, {"", utl_line_status::eof}}));
+    EXPECT_EQ(lines_of("a\r\r\n", 9),
+              (lines{{"a\r", utl_line_status::newline}, {"", utl_line_status::eof}}));
     EXPECT_EQ(lines_of("ab\r", 9),
               (lines{{"ab\r", utl_line_status::unterminated}, {"", utl_line_status::eof}}));
 }

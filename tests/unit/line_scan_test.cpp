@@ -1,4 +1,5 @@
-// unit/line_scan_test.cpp - the vector forms against the plain ones, and the plain ones against what is written.
+// unit/line_scan_test.cpp - the vector forms against the plain ones, and the plain ones against
+// what is written.
 #include "text/line_scan.h"
 
 #include "support.h"
@@ -7,7 +8,8 @@
 
 namespace {
 
-// Random text with line ends, marks and NULs at a rate of one in `rarity`, and something misleading behind it.
+// Random text with line ends, marks and NULs at a rate of one in `rarity`, and something misleading
+// behind it.
 std::string random_text(std::mt19937_64 *random, size_t length, size_t rarity) {
     const std::string special("\n\n\n<\0\r", 6);
     std::string text;
@@ -18,7 +20,8 @@ std::string random_text(std::mt19937_64 *random, size_t length, size_t rarity) {
 }
 
 TEST(LineScan, FindsTheLineEndAndWhetherAMarkStandsBeforeIt) {
-    const std::string text = "plain\nwith < mark\n" + std::string(1, '\0') + "\nrest" + std::string(16, 'x');
+    const std::string text =
+        "plain\nwith < mark\n" + std::string(1, '\0') + "\nrest" + std::string(16, 'x');
     utl_line_scan line = utl_ScanLineScalar(text.data(), 24);
     EXPECT_EQ(line.length, 5U);
     EXPECT_TRUE(line.ended);
@@ -42,7 +45,8 @@ TEST(LineScan, SkipsWholeLinesUpToOneThatNeedsALook) {
     EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 7, 100, 9).lines, 1U)
         << "stops before a line without its end";
     EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 4, 9).lines, 2U);
-    EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 3, 9).lines, 0U) << "stops before a line of the limit";
+    EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 3, 9).lines, 0U)
+        << "stops before a line of the limit";
 }
 
 TEST(LineScan, TheVectorFormScansAsThePlainOne) {
@@ -67,8 +71,10 @@ TEST(LineScan, TheVectorFormSkipsAsThePlainOne) {
         const size_t most = 1 + random() % 12;
         const utl_line_run plain = utl_ScanLineRunScalar(text.data(), length, limit, most);
         const utl_line_run vector = utl_ScanLineRun(text.data(), length, limit, most);
-        ASSERT_EQ(vector.lines, plain.lines) << testing::PrintToString(text) << limit << " " << most;
-        ASSERT_EQ(vector.length, plain.length) << testing::PrintToString(text) << limit << " " << most;
+        ASSERT_EQ(vector.lines, plain.lines)
+            << testing::PrintToString(text) << limit << " " << most;
+        ASSERT_EQ(vector.length, plain.length)
+            << testing::PrintToString(text) << limit << " " << most;
     }
 }
 

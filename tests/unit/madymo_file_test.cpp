@@ -10,18 +10,20 @@ namespace {
 class madymo_file : public reader_test {
   protected:
     int read(const std::string &bytes, const char *selection, int first_slot = 0) {
-        return read_with([&](const char *name) { return crv_ReadMad(name, selection, first_slot); }, bytes);
+        return read_with([&](const char *name) { return crv_ReadMad(name, selection, first_slot); },
+                         bytes);
     }
 };
 
-const std::string head = "The title\nanything\n3 2\nHEAD ACCELERATION\nCHEST     X\nPELVIS\ntime\nvalue\n";
+const std::string head =
+    "The title\nanything\n3 2\nHEAD ACCELERATION\nCHEST     X\nPELVIS\ntime\nvalue\n";
 
 std::string steps(const numbers &times) {
     std::string text;
     char line[200];
     for (const double t : times) {
-        snprintf(line, sizeof line, "%g\n%g 2 3\n%g,20, 30\n1 2 3 4 5 6 7 8 9 10 11 12 13 14\n", t, 10 + t,
-                 -10 - t);
+        snprintf(line, sizeof line, "%g\n%g 2 3\n%g,20, 30\n1 2 3 4 5 6 7 8 9 10 11 12 13 14\n", t,
+                 10 + t, -10 - t);
         text += line;
     }
     return text;
@@ -114,7 +116,8 @@ TEST_F(madymo_file, AMeanOfNoValuesDividesByZero) {
 
 TEST_F(madymo_file, ARequestThatIsNotThereReturnsZero) {
     EXPECT_EQ(read(head + steps({0}), "0,4"), 0);
-    EXPECT_EQ(out, "%crv_88-i-wor, Reading \"" + path + "\" ...\n%crv_88-e-mis, Request \"4\" not found! \n");
+    EXPECT_EQ(out, "%crv_88-i-wor, Reading \"" + path +
+                       "\" ...\n%crv_88-e-mis, Request \"4\" not found! \n");
     EXPECT_EQ(crv_columns[0], nullptr);
 }
 
@@ -128,7 +131,8 @@ TEST_F(madymo_file, AThirdLineWithoutTwoNumbersIsComplainedOfAndReadingGoesOn) {
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{5}));
     EXPECT_EQ(read("t\n\nno numbers\n0\n1\n", "0"), 1);
     EXPECT_THAT(out, testing::HasSubstr("%crv_xx-e-num"));
-    EXPECT_EQ(values_of(crv_columns[0]), (numbers{0, 1})) << "without requests each step is its time line";
+    EXPECT_EQ(values_of(crv_columns[0]), (numbers{0, 1}))
+        << "without requests each step is its time line";
     read("t\n\n1,2\nname\n0\n5\n", "1");
     EXPECT_THAT(out, testing::HasSubstr("%crv_xx-e-num")) << "a comma does not separate these two";
 }
@@ -173,7 +177,8 @@ TEST_F(madymo_file, AFileThatEndsWithinAStepGivesWhatItHas) {
 TEST_F(madymo_file, MissingNumbersReadAsZeroWithOneWarning) {
     read("t\n\n1 0\nname\n0\n5\n1\n6\n", "1:2");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{0, 0}));
-    EXPECT_EQ(err, "%crv_88-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 6\n");
+    EXPECT_EQ(err,
+              "%crv_88-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 6\n");
 }
 
 TEST_F(madymo_file, SeveralResultSetsAreNotLookedFor) {
@@ -189,7 +194,8 @@ TEST_F(madymo_file, TheTitleIsLineOneCutAt79) {
     read(std::string(125, 't') + "\n\n0 0\n7\n", "0");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{7})) << "125 characters are one line";
     read(std::string(126, 't') + "\n0 0\n7\n", "0");
-    EXPECT_EQ(values_of(crv_columns[0]), (numbers{7})) << "of 126 the line end stands for the second line";
+    EXPECT_EQ(values_of(crv_columns[0]), (numbers{7}))
+        << "of 126 the line end stands for the second line";
     // Beyond 125 characters the rest stands for the second line.
     read(std::string(130, 't') + "\n0 0\n0\n", "0");
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(79, 't'));

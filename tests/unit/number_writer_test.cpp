@@ -17,7 +17,8 @@ std::string exp11(double value) {
 
 std::string printed(double value) {
 #ifdef _WIN32
-    if (std::isnan(value) && std::signbit(value)) return "       -nan"; // this printf forgets the sign
+    if (std::isnan(value) && std::signbit(value))
+        return "       -nan"; // this printf forgets the sign
 #endif
     char text[64];
     snprintf(text, sizeof text, "%11.4e", value);
@@ -62,7 +63,8 @@ TEST(NumberText, SpecialValuesAreWrittenAsByPrintf) {
                                0.2,
                                0.3,
                                123456789.0})
-        for (const double near : {value, std::nextafter(value, 1e300), std::nextafter(value, -1e300)})
+        for (const double near :
+             {value, std::nextafter(value, 1e300), std::nextafter(value, -1e300)})
             EXPECT_EQ(exp11(near), printed(near));
 }
 
@@ -78,7 +80,8 @@ TEST(NumberText, OrdinaryValuesAreWrittenAsByPrintf) {
     std::mt19937_64 random(12);
     std::uniform_real_distribution<double> mantissa(-10.0, 10.0);
     for (int round = 0; round < 200000; ++round) {
-        const double value = mantissa(random) * std::pow(10.0, static_cast<double>(random() % 60) - 30.0);
+        const double value =
+            mantissa(random) * std::pow(10.0, static_cast<double>(random() % 60) - 30.0);
         ASSERT_EQ(exp11(value), printed(value));
     }
 }
@@ -88,14 +91,16 @@ TEST(NumberText, ValuesInTheMiddleAreWrittenAsByPrintf) {
     for (int digits = 10000; digits < 100000; digits += 7) {
         for (const double scale : {1e-3, 1.0, 1e3, 0x1p-10, 0x1p20}) {
             const double middle = (digits + 0.5) * scale;
-            for (const double value : {middle, std::nextafter(middle, 0.0), std::nextafter(middle, 1e300)})
+            for (const double value :
+                 {middle, std::nextafter(middle, 0.0), std::nextafter(middle, 1e300)})
                 ASSERT_EQ(exp11(value), printed(value));
         }
     }
 }
 
 TEST(NumberText, UnsignedNumbersAreWrittenAsByPrintf) {
-    for (const unsigned value : {0U, 9U, 10U, 99U, 100U, 735U, 999U, 1000U, 4294967295U, 2147483648U}) {
+    for (const unsigned value :
+         {0U, 9U, 10U, 99U, 100U, 735U, 999U, 1000U, 4294967295U, 2147483648U}) {
         char text[utl_max_number_chars];
         EXPECT_EQ(std::string(text, utl_WriteUnsigned(text, value)), std::to_string(value));
     }

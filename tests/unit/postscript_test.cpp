@@ -23,7 +23,8 @@ class sections : public fresh_run {
     std::string data_section() {
         std::string text;
         out = stdout_of([&] {
-            text = written_by([&](FILE *stream) { crv_PlotData(stream, 135, 110, 600, 400, chart); });
+            text =
+                written_by([&](FILE *stream) { crv_PlotData(stream, 135, 110, 600, 400, chart); });
         });
         return text;
     }
@@ -56,8 +57,10 @@ std::string path_of(const std::string &section, int n) {
 
 // ----- balance
 
-const std::string parens = "%crv_47-e-bal, Unbalanced parens found in string while writing \"crv.ps\"\n";
-const std::string braces = "%crv_47-e-bal, Unbalanced braces found in string while writing \"crv.ps\"\n";
+const std::string parens =
+    "%crv_47-e-bal, Unbalanced parens found in string while writing \"crv.ps\"\n";
+const std::string braces =
+    "%crv_47-e-bal, Unbalanced braces found in string while writing \"crv.ps\"\n";
 
 TEST(Balance, BalancedTextIsFine) {
     for (const char *text : {"", "abc", "(a)", "{}", "({[)}"})
@@ -86,13 +89,15 @@ TEST(Balance, BothGiveBothParensFirst) {
 TEST_F(sections, StoriesStandInThePreambleAsTheyAre) {
     strcpy(chart->story_ts[1], "a(b");
     strcpy(chart->story_ts[2], "50%s");
-    const std::string path = testing::TempDir() + "crv_unit_head_" + std::to_string(getpid()) + ".ps";
+    const std::string path =
+        testing::TempDir() + "crv_unit_head_" + std::to_string(getpid()) + ".ps";
     const std::string complaint = stderr_of([&] { fclose(crv_PlotHead(path.c_str(), chart)); });
     const std::string text = bytes_of(path);
     remove(path.c_str());
     EXPECT_EQ(complaint, parens + "    _47-e-bal,  \"a(b\"\n");
-    EXPECT_THAT(text, testing::HasSubstr(
-                          "/crv_story_1 (a(b) def \n/crv_story_2 (50%s) def \n/crv_story_3 () def \n"));
+    EXPECT_THAT(text,
+                testing::HasSubstr(
+                    "/crv_story_1 (a(b) def \n/crv_story_2 (50%s) def \n/crv_story_3 () def \n"));
     EXPECT_THAT(text, testing::StartsWith("%!                                   \n"
                                           "%% --- Filename     : crv.ps        \n"));
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 126);
@@ -102,7 +107,8 @@ TEST_F(sections, EveryStoryOfThePreambleIsCheckedForBalance) {
     for (const int number : {1, 2, 3}) {
         for (auto &story : chart->story_ts) strcpy(story, "");
         strcpy(chart->story_ts[number], "({");
-        const std::string path = testing::TempDir() + "crv_unit_story_" + std::to_string(getpid()) + ".ps";
+        const std::string path =
+            testing::TempDir() + "crv_unit_story_" + std::to_string(getpid()) + ".ps";
         EXPECT_EQ(stderr_of([&] { fclose(crv_PlotHead(path.c_str(), chart)); }),
                   parens + "    _47-e-bal,  \"({\"\n" + braces + "    _47-e-bal,  \"({\"\n");
         remove(path.c_str());
@@ -118,51 +124,55 @@ TEST_F(sections, AChartThatCannotBeOpenedEndsTheProgram) {
 
 TEST_F(sections, TheLegendProcedureHasARowPerCurveAndTheFontSizeGiven) {
     add_curves(6);
-    const std::string text = written_by([&](FILE *stream) { crv_PlotTxt(stream, 1, 2, 3, 4, 10, chart); });
-    EXPECT_EQ(text, "%% --- Begin setting Legend information - (crv_ module [[47]]) ---\n"
-                    "/Helvetica findfont 10 scalefont setfont \n"
-                    "/crv_line_0 {[] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n"
-                    "/crv_line_1 {[] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n"
-                    "/crv_line_2 {[2 2] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n"
-                    "/crv_line_3 {[5 5] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n"
-                    "/crv_line_4 {[8 2 2 2] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n"
-                    "/crv_line_5 {[] 0 setdash 1 setlinewidth 0 setgray 0 1 1 setrgbcolor } def \n"
-                    " \n"
-                    "/crv_Legend {  \n"
-                    "  /y_loc exch def /x_loc exch def \n"
-                    "  /charsize (M) stringwidth pop def \n"
-                    "  /spacesize 0.4 charsize mul def \n"
-                    "  /lm x_loc def \n"
-                    "  /y_cur y_loc charsize sub def\n"
-                    "  crv_line_1 lm y_cur moveto 36 0 rlineto stroke\n"
-                    "  crv_line_0 lm 46 add y_cur moveto (c1) show\n"
-                    "  /y_cur y_cur charsize sub spacesize sub def \n"
-                    "  crv_line_2 lm y_cur moveto 36 0 rlineto stroke\n"
-                    "  crv_line_0 lm 46 add y_cur moveto (c2) show\n"
-                    "  /y_cur y_cur charsize sub spacesize sub def \n"
-                    "  crv_line_3 lm y_cur moveto 36 0 rlineto stroke\n"
-                    "  crv_line_0 lm 46 add y_cur moveto (c3) show\n"
-                    "  /y_cur y_cur charsize sub spacesize sub def \n"
-                    "  crv_line_4 lm y_cur moveto 36 0 rlineto stroke\n"
-                    "  crv_line_0 lm 46 add y_cur moveto (c4) show\n"
-                    "  /y_cur y_cur charsize sub spacesize sub def \n"
-                    "  crv_line_5 lm y_cur moveto 36 0 rlineto stroke\n"
-                    "  crv_line_0 lm 46 add y_cur moveto (c5) show\n"
-                    "  /y_cur y_cur charsize sub spacesize sub def \n"
-                    "  crv_line_5 lm y_cur moveto 36 0 rlineto stroke\n"
-                    "  crv_line_0 lm 46 add y_cur moveto (c6) show\n"
-                    "  /y_cur y_cur charsize sub spacesize sub def \n"
-                    "  0 0 0 setrgbcolor \n"
-                    "} def \n"
-                    "%% 680 500 crv_Legend \n"
-                    "%% --- End Drawing chart Text  ---- (crv_ module [[47]]) ---\n"
-                    "\n");
+    const std::string text =
+        written_by([&](FILE *stream) { crv_PlotTxt(stream, 1, 2, 3, 4, 10, chart); });
+    EXPECT_EQ(text,
+              "%% --- Begin setting Legend information - (crv_ module [[47]]) ---\n"
+              "/Helvetica findfont 10 scalefont setfont \n"
+              "/crv_line_0 {[] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n"
+              "/crv_line_1 {[] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n"
+              "/crv_line_2 {[2 2] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n"
+              "/crv_line_3 {[5 5] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n"
+              "/crv_line_4 {[8 2 2 2] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n"
+              "/crv_line_5 {[] 0 setdash 1 setlinewidth 0 setgray 0 1 1 setrgbcolor } def \n"
+              " \n"
+              "/crv_Legend {  \n"
+              "  /y_loc exch def /x_loc exch def \n"
+              "  /charsize (M) stringwidth pop def \n"
+              "  /spacesize 0.4 charsize mul def \n"
+              "  /lm x_loc def \n"
+              "  /y_cur y_loc charsize sub def\n"
+              "  crv_line_1 lm y_cur moveto 36 0 rlineto stroke\n"
+              "  crv_line_0 lm 46 add y_cur moveto (c1) show\n"
+              "  /y_cur y_cur charsize sub spacesize sub def \n"
+              "  crv_line_2 lm y_cur moveto 36 0 rlineto stroke\n"
+              "  crv_line_0 lm 46 add y_cur moveto (c2) show\n"
+              "  /y_cur y_cur charsize sub spacesize sub def \n"
+              "  crv_line_3 lm y_cur moveto 36 0 rlineto stroke\n"
+              "  crv_line_0 lm 46 add y_cur moveto (c3) show\n"
+              "  /y_cur y_cur charsize sub spacesize sub def \n"
+              "  crv_line_4 lm y_cur moveto 36 0 rlineto stroke\n"
+              "  crv_line_0 lm 46 add y_cur moveto (c4) show\n"
+              "  /y_cur y_cur charsize sub spacesize sub def \n"
+              "  crv_line_5 lm y_cur moveto 36 0 rlineto stroke\n"
+              "  crv_line_0 lm 46 add y_cur moveto (c5) show\n"
+              "  /y_cur y_cur charsize sub spacesize sub def \n"
+              "  crv_line_5 lm y_cur moveto 36 0 rlineto stroke\n"
+              "  crv_line_0 lm 46 add y_cur moveto (c6) show\n"
+              "  /y_cur y_cur charsize sub spacesize sub def \n"
+              "  0 0 0 setrgbcolor \n"
+              "} def \n"
+              "%% 680 500 crv_Legend \n"
+              "%% --- End Drawing chart Text  ---- (crv_ module [[47]]) ---\n"
+              "\n");
 }
 
 TEST_F(sections, WithoutCurvesTheLegendProcedureDrawsNothing) {
-    const std::string text = written_by([&](FILE *stream) { crv_PlotTxt(stream, 1, 2, 3, 4, 12, chart); });
+    const std::string text =
+        written_by([&](FILE *stream) { crv_PlotTxt(stream, 1, 2, 3, 4, 12, chart); });
     EXPECT_THAT(text, testing::HasSubstr("/Helvetica findfont 12 scalefont setfont \n"));
-    EXPECT_THAT(text, testing::HasSubstr("  /y_cur y_loc charsize sub def\n  0 0 0 setrgbcolor \n} def \n"));
+    EXPECT_THAT(text, testing::HasSubstr(
+                          "  /y_cur y_loc charsize sub def\n  0 0 0 setrgbcolor \n} def \n"));
 }
 
 TEST_F(sections, AnUnbalancedNameIsReportedAndWrittenAllTheSame) {
@@ -170,7 +180,9 @@ TEST_F(sections, AnUnbalancedNameIsReportedAndWrittenAllTheSame) {
     add_column(1, {1}, "a(b");
     chart->num_curves = 1;
     std::string text;
-    EXPECT_EQ(stderr_of([&] { text = written_by([&](FILE *s) { crv_PlotTxt(s, 1, 2, 3, 4, 10, chart); }); }),
+    EXPECT_EQ(stderr_of([&] {
+                  text = written_by([&](FILE *s) { crv_PlotTxt(s, 1, 2, 3, 4, 10, chart); });
+              }),
               parens + "    _47-e-bal,  \"a(b\"\n");
     EXPECT_THAT(text, testing::HasSubstr("moveto (a(b) show\n"));
 }
@@ -249,8 +261,9 @@ TEST_F(sections, FiveDecimalsWhenTheUpperBoundIsAtMost0_05) {
     EXPECT_THAT(data_section(), testing::HasSubstr("727 95 moveto (   0.06) show \n"));
     chart->yminmax[0] = -1;
     chart->yminmax[1] = 0.05;
-    EXPECT_THAT(data_section(),
-                testing::HasSubstr("75 106 moveto (-1.00000) show \n75 506 moveto (0.05000) show \n"));
+    EXPECT_THAT(
+        data_section(),
+        testing::HasSubstr("75 106 moveto (-1.00000) show \n75 506 moveto (0.05000) show \n"));
 }
 
 TEST_F(sections, AnUpperBoundThatIsNoNumberHasTwoDecimals) {
@@ -318,14 +331,16 @@ TEST_F(sections, EverythingButTheTitleFollowsTheFrame) {
     strcpy(chart->major_t[1], "Second");
     const std::string text =
         written_by([&](FILE *stream) { crv_PlotData(stream, 100, 50, 333, 222, chart); });
-    for (const char *line :
-         {"600 20 moveto (c1) show \n", "510 20 moveto 590 20 lineto stroke \n",
-          "435 550 () CenterHorText \n", "266 292 (Second) CenterHorText \n", "140 10 moveto (c0) show \n",
-          "92 35 moveto (   0.00) show \n425 35 moveto (  10.00) show \n258 35 moveto (   5.00) show \n"
-          "175 35 moveto (   2.50) show \n341 35 moveto (   7.50) show \n",
-          "40 46 moveto (   0.00) show \n40 268 moveto ( 100.00) show \n40 157 moveto (  50.00) show \n"
-          "40 101 moveto (  25.00) show \n40 212 moveto (  75.00) show \n",
-          "100 50 moveto \n433 72 lineto stroke \n"})
+    for (const char *line : {"600 20 moveto (c1) show \n", "510 20 moveto 590 20 lineto stroke \n",
+                             "435 550 () CenterHorText \n", "266 292 (Second) CenterHorText \n",
+                             "140 10 moveto (c0) show \n",
+                             "92 35 moveto (   0.00) show \n425 35 moveto (  10.00) show \n"
+                             "258 35 moveto (   5.00) show \n"
+                             "175 35 moveto (   2.50) show \n341 35 moveto (   7.50) show \n",
+                             "40 46 moveto (   0.00) show \n40 268 moveto ( 100.00) show \n"
+                             "40 157 moveto (  50.00) show \n"
+                             "40 101 moveto (  25.00) show \n40 212 moveto (  75.00) show \n",
+                             "100 50 moveto \n433 72 lineto stroke \n"})
         EXPECT_THAT(text, testing::HasSubstr(line));
 }
 
@@ -358,19 +373,23 @@ TEST_F(sections, Level44TracesTitleAndRanges) {
 TEST_F(sections, EachCurveHasItsStyleAndFromTheFifthOnTheSame) {
     add_curves(6);
     const std::string text = data_section();
-    EXPECT_THAT(text, testing::HasSubstr("(c2) show \ncrv_line_2\n[3] 0 setdash 0.5 setlinewidth .1 setgray\n"
-                                         "0 1 0 setrgbcolor \n545 65 moveto 625 65 lineto stroke \n %% ---"));
-    EXPECT_THAT(text, testing::HasSubstr("(c3) show \ncrv_line_3\n[3 5] 6 setdash 1 setlinewidth .2 setgray\n"
-                                         "0 0 1 setrgbcolor \n545 50 moveto 625 50 lineto stroke \n %% ---"));
+    EXPECT_THAT(text, testing::HasSubstr(
+                          "(c2) show \ncrv_line_2\n[3] 0 setdash 0.5 setlinewidth .1 setgray\n"
+                          "0 1 0 setrgbcolor \n545 65 moveto 625 65 lineto stroke \n %% ---"));
+    EXPECT_THAT(text, testing::HasSubstr(
+                          "(c3) show \ncrv_line_3\n[3 5] 6 setdash 1 setlinewidth .2 setgray\n"
+                          "0 0 1 setrgbcolor \n545 50 moveto 625 50 lineto stroke \n %% ---"));
+    EXPECT_THAT(text, testing::HasSubstr(
+                          "(c4) show \ncrv_line_4\n[2 3] 11 setdash 1.5 setlinewidth .3 setgray\n"
+                          "1 1 0 setrgbcolor \n545 35 moveto 625 35 lineto stroke \n %% ---"));
     EXPECT_THAT(text,
-                testing::HasSubstr("(c4) show \ncrv_line_4\n[2 3] 11 setdash 1.5 setlinewidth .3 setgray\n"
-                                   "1 1 0 setrgbcolor \n545 35 moveto 625 35 lineto stroke \n %% ---"));
-    EXPECT_THAT(text, testing::HasSubstr(
-                          "635 20 moveto (c5) show \ncrv_line_5\n[] 0 setdash 1 setlinewidth 0 setgray\n"
-                          "0 1 1 setrgbcolor \n545 20 moveto 625 20 lineto stroke \n %% ---"));
-    EXPECT_THAT(text, testing::HasSubstr(
-                          "635 5 moveto (c6) show \ncrv_line_5\n[] 0 setdash 1 setlinewidth 0 setgray\n"
-                          "0 1 1 setrgbcolor \n545 5 moveto 625 5 lineto stroke \n %% ---"));
+                testing::HasSubstr(
+                    "635 20 moveto (c5) show \ncrv_line_5\n[] 0 setdash 1 setlinewidth 0 setgray\n"
+                    "0 1 1 setrgbcolor \n545 20 moveto 625 20 lineto stroke \n %% ---"));
+    EXPECT_THAT(text,
+                testing::HasSubstr(
+                    "635 5 moveto (c6) show \ncrv_line_5\n[] 0 setdash 1 setlinewidth 0 setgray\n"
+                    "0 1 1 setrgbcolor \n545 5 moveto 625 5 lineto stroke \n %% ---"));
 }
 
 TEST_F(sections, CurvesSixAndSevenPairColumnZeroWithItself) {
@@ -493,9 +512,9 @@ TEST_F(sections, TheBlankBeforeTheYMinorLoopBelongsToIt) {
 }
 
 TEST_F(sections, RightEdgeTicksAreCommentedAsLeft) {
-    EXPECT_THAT(
-        written_by([](FILE *stream) { crv_PlotGrid(stream, 135, 110, 600, 400); }),
-        testing::HasSubstr("  731 y_pos moveto 735 y_pos lineto stroke  %% --- Y minor ticks (left)\n"));
+    EXPECT_THAT(written_by([](FILE *stream) { crv_PlotGrid(stream, 135, 110, 600, 400); }),
+                testing::HasSubstr(
+                    "  731 y_pos moveto 735 y_pos lineto stroke  %% --- Y minor ticks (left)\n"));
 }
 
 TEST_F(sections, AFrameBelowFourPointsWideHasAMajorStepOfZero) {
@@ -513,18 +532,18 @@ TEST_F(sections, StepsAndTickLengthsAreTruncated) {
     const std::string grid = written_by([](FILE *stream) { crv_PlotGrid(stream, 0, 0, 199, 399); });
     EXPECT_THAT(grid, testing::HasSubstr(".3 setgray\n49 49 150 { \n"));
     EXPECT_THAT(grid, testing::HasSubstr("0 setlinewidth\n0 9 199 { \n"));
-    EXPECT_THAT(grid,
-                testing::HasSubstr("x_pos 0 moveto x_pos 1 lineto stroke  %% --- X minor ticks (bottom)"));
-    EXPECT_THAT(grid,
-                testing::HasSubstr("  0 y_pos moveto 3 y_pos lineto stroke  %% --- Y minor ticks (left)"));
+    EXPECT_THAT(grid, testing::HasSubstr(
+                          "x_pos 0 moveto x_pos 1 lineto stroke  %% --- X minor ticks (bottom)"));
+    EXPECT_THAT(grid, testing::HasSubstr(
+                          "  0 y_pos moveto 3 y_pos lineto stroke  %% --- Y minor ticks (left)"));
 }
 
 // ----- appended file
 
 std::string appended(const std::string &bytes) {
     const text_file file(bytes, ".ps");
-    std::string text =
-        written_by([&](FILE *stream) { EXPECT_EQ(crv_PlotAppen(stream, file.path(), "crv.ps"), 1); });
+    std::string text = written_by(
+        [&](FILE *stream) { EXPECT_EQ(crv_PlotAppen(stream, file.path(), "crv.ps"), 1); });
     const std::string head = "%% --- Begin of user supplied ps -- (crv_ module [[46]]) --- \n"
                              "%% --- file: \"" +
                              std::string(file.path()) + "\" \n";
@@ -534,7 +553,9 @@ std::string appended(const std::string &bytes) {
     return text.substr(head.size(), text.size() - head.size() - tail.size());
 }
 
-TEST_F(sections, AUserFileIsPastedLineByLine) { EXPECT_EQ(appended("a %d\n\nb\r\n"), "a %d\n\nb\n"); }
+TEST_F(sections, AUserFileIsPastedLineByLine) {
+    EXPECT_EQ(appended("a %d\n\nb\r\n"), "a %d\n\nb\n");
+}
 
 TEST_F(sections, ALastLineWithoutItsEndIsNotPasted) {
     EXPECT_EQ(appended("a\nlast"), "a\n");
@@ -558,9 +579,10 @@ TEST_F(sections, AUserLineOfMoreThan1023CharactersIsPastedInPieces) {
 TEST_F(sections, Level46TracesThePaste) {
     crv_DBG = 46;
     const text_file file("", ".ps");
-    EXPECT_EQ(
-        stdout_of([&] { written_by([&](FILE *stream) { crv_PlotAppen(stream, file.path(), "out.ps"); }); }),
-        "    _46-i-val, Paste \"" + std::string(file.path()) + "\" to \"out.ps\" \n");
+    EXPECT_EQ(stdout_of([&] {
+                  written_by([&](FILE *stream) { crv_PlotAppen(stream, file.path(), "out.ps"); });
+              }),
+              "    _46-i-val, Paste \"" + std::string(file.path()) + "\" to \"out.ps\" \n");
 }
 
 TEST_F(sections, AMissingUserFileEndsTheProgram) {
@@ -586,7 +608,8 @@ class trailer : public sections {
         unsetenv("CRV_PRINTCHAIN");
         sections::TearDown();
     }
-    const std::string path = testing::TempDir() + "crv_unit_trailer_" + std::to_string(getpid()) + ".ps";
+    const std::string path =
+        testing::TempDir() + "crv_unit_trailer_" + std::to_string(getpid()) + ".ps";
     std::string text;
 };
 
@@ -611,8 +634,8 @@ TEST_F(trailer, TheCommandRunsWithThePathAndTheFileIsClosed) {
 TEST_F(trailer, YesPrintsAndAnythingElseDoesNot) {
     setenv("CRV_PRINTCHAIN", "echo printed", 1);
     for (const char *answer : {"yes\n", "Y\n", "y"})
-        EXPECT_EQ(finish(answer), question + "%crv_45-i-prt, Printer command = \"echo printed " + path +
-                                      "\"\n" + "printed " + path + "\n");
+        EXPECT_EQ(finish(answer), question + "%crv_45-i-prt, Printer command = \"echo printed " +
+                                      path + "\"\n" + "printed " + path + "\n");
     for (const char *answer : {"No\n", "n\n", "\n", "", " yes\n"})
         EXPECT_EQ(finish(answer), question) << answer;
 }

@@ -23,14 +23,15 @@ class product_log : public fresh_run {
         fresh_run::TearDown();
     }
 
-    int report(std::vector<std::string> arguments, const char *comment, int action, int debug_level = 0) {
+    int report(std::vector<std::string> arguments, const char *comment, int action,
+               int debug_level = 0) {
         arguments.insert(arguments.begin(), program);
         std::vector<char *> argv;
         for (std::string &argument : arguments) argv.push_back(argument.data());
         int result = -1;
         out = stdout_of([&] {
-            result =
-                utl_Report(static_cast<int>(argv.size()), argv.data(), "crv", comment, action, debug_level);
+            result = utl_Report(static_cast<int>(argv.size()), argv.data(), "crv", comment, action,
+                                debug_level);
         });
         return result;
     }
@@ -174,7 +175,8 @@ TEST_F(product_log, TheBaseNameFollowsTheInvocation) {
     for (const auto &[path, base] : cases) {
         program = path;
         report({}, nullptr, 2, 501);
-        EXPECT_THAT(out, testing::StartsWith("%utl_501-v-val, filename = \"" + std::string(base) + "\"\n"));
+        EXPECT_THAT(
+            out, testing::StartsWith("%utl_501-v-val, filename = \"" + std::string(base) + "\"\n"));
     }
 }
 

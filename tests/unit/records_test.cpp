@@ -144,7 +144,8 @@ TEST_F(records, TheChartDumpShowsEveryLineInOrder) {
 }
 
 TEST_F(records, DumpingAnEmptyColumnTablePrintsOnlyItsHeading) {
-    EXPECT_EQ(stdout_of([] { crv_DumpCols(0, 0, 3); }), "%crv_86-i-dmp, Dumping column data ...\n\n");
+    EXPECT_EQ(stdout_of([] { crv_DumpCols(0, 0, 3); }),
+              "%crv_86-i-dmp, Dumping column data ...\n\n");
 }
 
 TEST_F(records, SeventeenValuesMakeTwoFullLinesAndOneOfOneValue) {
@@ -177,12 +178,14 @@ TEST_F(records, DumpedHeadersShowTheSignedCountAndAStddevOfZero) {
                               " \n";
     const std::string shown = stdout_of([] { crv_DumpCols(0, 0, 1); });
     EXPECT_EQ(shown.substr(0, heading.size() + first.size()), heading + first);
-    EXPECT_THAT(shown.substr(heading.size() + first.size()), testing::HasSubstr("numpts   = \"0\""));
+    EXPECT_THAT(shown.substr(heading.size() + first.size()),
+                testing::HasSubstr("numpts   = \"0\""));
 }
 
 TEST_F(records, EveryDumpModeEndsAColumnWithABlankLine) {
     add_column(0, {});
-    EXPECT_EQ(stdout_of([] { crv_DumpCols(0, 0, 0); }), "%crv_86-i-dmp, Dumping column data ...\n\n \n");
+    EXPECT_EQ(stdout_of([] { crv_DumpCols(0, 0, 0); }),
+              "%crv_86-i-dmp, Dumping column data ...\n\n \n");
 }
 
 TEST_F(records, AFullTableIsDumpedToItsEnd) {

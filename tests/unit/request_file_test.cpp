@@ -10,7 +10,8 @@ namespace {
 class request_file : public reader_test {
   protected:
     int read(const std::string &bytes, const char *selection, int first_slot = 0) {
-        return read_with([&](const char *name) { return crv_ReadReq(name, selection, first_slot); }, bytes);
+        return read_with([&](const char *name) { return crv_ReadReq(name, selection, first_slot); },
+                         bytes);
     }
 };
 
@@ -61,7 +62,8 @@ TEST_F(request_file, LabelsNameTypeRequestAndComponent) {
 }
 
 TEST_F(request_file, EveryTypeHasItsLabel) {
-    const std::string labels[] = {"Time ", "Displ", "Veloc", "Accel", "Force", "User ", "?????", "?????"};
+    const std::string labels[] = {"Time ", "Displ", "Veloc", "Accel",
+                                  "Force", "User ", "?????", "?????"};
     const std::string types[] = {"0", "1", "2", "3", "4", "5", "6", "-1"};
     for (int k = 0; k < 8; ++k) {
         read("\nt\n1\n7 " + types[k] + " 0 0 0\n0\n1 2 3 4 5 6\n", "7");
@@ -183,8 +185,8 @@ TEST_F(request_file, MissingHeaderFieldsReadAsZero) {
 
 TEST_F(request_file, ARequestThatIsNotThereStopsTheRead) {
     EXPECT_EQ(read(two_requests({0}), "10,30,40"), 0);
-    EXPECT_EQ(out,
-              "%crv_83-i-wor, Reading \"" + path + "\" ...\n%crv_83-e-mis, Request \"30\" not found! \n");
+    EXPECT_EQ(out, "%crv_83-i-wor, Reading \"" + path +
+                       "\" ...\n%crv_83-e-mis, Request \"30\" not found! \n");
     EXPECT_EQ(crv_columns[0], nullptr);
     EXPECT_EQ(read(two_requests({0}), "-5"), 0);
     EXPECT_THAT(out, testing::HasSubstr("Request \"4294967291\" not found! \n"));
@@ -198,7 +200,8 @@ TEST_F(request_file, MoreRequestsThanTheFileHasLinesAreNotWaitedFor) {
 
 TEST_F(request_file, ANegativeNumberOfRequestsIsRefused) {
     EXPECT_EQ(read("\nt\n-1\n", "0"), -1);
-    EXPECT_EQ(err, "%crv_83-e-num, Number of requests (-1) on line 3 of \"" + path + "\" is below 0\n");
+    EXPECT_EQ(err,
+              "%crv_83-e-num, Number of requests (-1) on line 3 of \"" + path + "\" is below 0\n");
 }
 
 TEST_F(request_file, WithoutRequestsEachStepIsItsTimeLine) {
@@ -240,12 +243,13 @@ TEST_F(request_file, ALastLineAsLongAsTheLimitIsUsedWithoutItsLineEnd) {
 
 TEST_F(request_file, SeveralResultSetsAreRefusedOnAnyDataLine) {
     EXPECT_EQ(read(two_requests({0}) + "1\n<++> a\n", "0"), -1);
-    EXPECT_EQ(out, "%crv_83-i-wor, Reading \"" + path +
-                       "\" ...\n"
-                       "%crv_xx-e-mul, Multiple results in (" +
-                       path +
-                       ")\n"
-                       "    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
+    EXPECT_EQ(out,
+              "%crv_83-i-wor, Reading \"" + path +
+                  "\" ...\n"
+                  "%crv_xx-e-mul, Multiple results in (" +
+                  path +
+                  ")\n"
+                  "    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
     EXPECT_EQ(read(two_requests({0}) + "x<++>", "0"), -1) << "also on a last line without its end";
     EXPECT_EQ(read("<++>\n<++>\n0\n1\n", "0"), 1) << "but not on the lines before the data";
 }
@@ -254,7 +258,8 @@ TEST_F(request_file, AMissingFileIsReported) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(stdout_of([] { EXPECT_EQ(crv_ReadReq("/nowhere/a.req", "0", 0), -1); }),
               "%crv_83-i-wor, Reading \"/nowhere/a.req\" ...\n");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "    _83-f-fopen: No such file or directory\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "    _83-f-fopen: No such file or directory\n");
 }
 
 TEST_F(request_file, AFolderIsReportedLikeAFailedOpen) {
@@ -264,7 +269,8 @@ TEST_F(request_file, AFolderIsReportedLikeAFailedOpen) {
 
 TEST_F(request_file, AColumnWithoutPointsEndsTheProgram) {
     crv_settings.time_window[1] = -200;
-    EXPECT_EXIT(crv_ReadReq(text_file(two_requests({0})).path(), "0,10", 4), testing::ExitedWithCode(1),
+    EXPECT_EXIT(crv_ReadReq(text_file(two_requests({0})).path(), "0,10", 4),
+                testing::ExitedWithCode(1),
                 "^%crv_83-e-pts, No data points found for item \\(4\\)\n$");
 }
 
@@ -280,8 +286,8 @@ TEST_F(request_file, ThirtyTwoThousandSevenHundredAndSixtySevenPointsAreTheMost)
 }
 
 TEST_F(request_file, OnePointMoreThanTheMostEndsTheProgram) {
-    EXPECT_EXIT(crv_ReadReq(text_file(many_steps(32768)).path(), "0", 0), testing::ExitedWithCode(1),
-                "No data points found for item \\(0\\)");
+    EXPECT_EXIT(crv_ReadReq(text_file(many_steps(32768)).path(), "0", 0),
+                testing::ExitedWithCode(1), "No data points found for item \\(0\\)");
 }
 
 TEST_F(request_file, TheSixteenBitCountWrapsAround) {
@@ -311,7 +317,8 @@ TEST_F(request_file, MissingNumbersReadAsZeroWithOneWarning) {
     EXPECT_EQ(read("\nt\n1\n7 1 0 0 0\n0.5\n1 2\n1.5\n3\n", "7:3,7:2,7:7"), 3);
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{0, 0}));
     EXPECT_EQ(values_of(crv_columns[1]), (std::vector<double>{2, 0}));
-    EXPECT_EQ(err, "%crv_83-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 6\n");
+    EXPECT_EQ(err,
+              "%crv_83-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 6\n");
 }
 
 TEST_F(request_file, NumbersThatNobodyWantsMayBeMissing) {

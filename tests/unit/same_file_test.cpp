@@ -38,6 +38,7 @@ TEST(same_file, OneNumberOnTwoDevicesIsTwoFiles) {
     struct stat system = {};
     const bool comparable = stat("/proc", &processes) == 0 && stat("/sys", &system) == 0 &&
                             processes.st_ino == system.st_ino && processes.st_dev != system.st_dev;
-    if (!comparable) GTEST_SKIP() << "no two file systems here have the same number for their roots";
+    if (!comparable)
+        GTEST_SKIP() << "no two file systems here have the same number for their roots";
     EXPECT_FALSE(utl_IsSameFile("/proc", "/sys"));
 }

@@ -11,7 +11,9 @@ struct pair {
     bool operator==(const pair &) const = default;
 };
 
-void PrintTo(const pair &p, std::ostream *out) { *out << p.req << ":" << p.item << " block " << p.block; }
+void PrintTo(const pair &p, std::ostream *out) {
+    *out << p.req << ":" << p.item << " block " << p.block;
+}
 
 std::vector<pair> parsed(const char *text) {
     crv_reqsel entries[CRV_MAXCOLS];

@@ -25,10 +25,13 @@ TEST_F(setup, AMissingChartEndsTheRunAtItsFirstUse) {
         exit(77);
     };
     // The scan goes on until something needs the chart.
-    for (const std::vector<std::string> &arguments :
-         {std::vector<std::string>{"-w", "x"}, {"-h"}, {"-t", "title"}, {"-s1", "story", "-t", "title"}})
+    for (const std::vector<std::string> &arguments : {std::vector<std::string>{"-w", "x"},
+                                                      {"-h"},
+                                                      {"-t", "title"},
+                                                      {"-s1", "story", "-t", "title"}})
         EXPECT_EXIT(without_chart(arguments), testing::ExitedWithCode(0), "^" + no_chart + "$");
-    EXPECT_EXIT(without_chart({"-yl", "label"}), testing::ExitedWithCode(0), no_chart + "%crv_05-e-lbl");
+    EXPECT_EXIT(without_chart({"-yl", "label"}), testing::ExitedWithCode(0),
+                no_chart + "%crv_05-e-lbl");
     EXPECT_EXIT(without_chart({"-p"}), testing::ExitedWithCode(0), no_chart + "%crv_05-f-dat");
 }
 

@@ -1,4 +1,5 @@
-// unit/support.h - what several unit tests need: files to read, output to look at, memory that runs out.
+// unit/support.h - what several unit tests need: files to read, output to look at, memory that runs
+// out.
 #pragma once
 
 #include "records/chart.h"
@@ -24,8 +25,8 @@ class text_file {
   public:
     explicit text_file(const std::string &bytes, const std::string &suffix = ".req") {
         static int number = 0;
-        path_ = testing::TempDir() + "crv_unit_" + std::to_string(getpid()) + "_" + std::to_string(++number) +
-                suffix;
+        path_ = testing::TempDir() + "crv_unit_" + std::to_string(getpid()) + "_" +
+                std::to_string(++number) + suffix;
         std::ofstream(path_, std::ios::binary) << bytes;
     }
     text_file(const text_file &) = delete;
@@ -70,7 +71,8 @@ template <typename action> std::string written_by(action act) {
 // Allocations that opening a file to be read line by line takes.
 constexpr int reader_allocations = 2;
 
-// While it lives, the allocation that comes after `good` good ones fails, and all later ones up to `bad` of them.
+// While it lives, the allocation that comes after `good` good ones fails, and all later ones up to
+// `bad` of them.
 class failing_memory {
   public:
     explicit failing_memory(int good, int bad = 1'000'000'000) {
@@ -126,6 +128,7 @@ inline crv_column *add_column(int slot, const std::vector<double> &values, const
 
 inline std::vector<double> values_of(const crv_column *column) {
     std::vector<double> values;
-    for (const crv_value *node = column->val_list; node; node = node->next) values.push_back(node->val);
+    for (const crv_value *node = column->val_list; node; node = node->next)
+        values.push_back(node->val);
     return values;
 }
