@@ -2,9 +2,8 @@
 #include "postscript/chart_file.h"
 #include "records/chart.h"
 #include "records/column.h"
-#include "text/fixed_text.h"
+#include "text/fields.h"
 #include "text/line_reader.h"
-#include "text/number_reader.h"
 #include "text/number_writer.h"
 
 #include <benchmark/benchmark.h>
@@ -52,7 +51,7 @@ void line_by_utl_next_line(benchmark::State &state) {
     const line_file file;
     for (auto _ : state) {
         utl_line_reader *in = utl_OpenReader(file.path());
-        while (utl_ReadLine(in, 126).end != utl_line_status::eof) {
+        while (utl_ReadLine(in, 126).status != utl_line_status::eof) {
         }
         utl_CloseReader(in);
     }

@@ -12,8 +12,9 @@
 #include "stats/dat_file.h"
 #include "stats/rounding.h"
 #include "system/console.h"
-#include "system/same_file.h"
+#include "system/file_status.h"
 #include "text/fixed_text.h"
+#include "text/number_reader.h"
 #include "util/file_pickers.h"
 
 #include <climits>

@@ -7,6 +7,7 @@
 #include "records/settings.h"
 #include "system/console.h"
 #include "text/fixed_text.h"
+#include "text/number_reader.h"
 #include "util/product_log.h"
 
 #include <cctype>

@@ -10,7 +10,7 @@
 #include "records/dump.h"
 #include "records/settings.h"
 #include "system/console.h"
-#include "system/same_file.h"
+#include "system/file_status.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -2,7 +2,7 @@
 #include "postscript/chart_file.h"
 #include "records/settings.h"
 #include "system/console.h"
-#include "system/same_file.h"
+#include "system/file_status.h"
 #include "text/line_reader.h"
 
 #include <cerrno>

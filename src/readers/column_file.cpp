@@ -7,9 +7,9 @@
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
+#include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
-#include "text/number_reader.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -122,7 +122,7 @@ static void read_values(frame_file *vdr, utl_line line) {
     if (line.status != utl_line_status::newline) line.text = utl_TrimEnd(line.text);
     if (crv_DBG == routine) trace_record(line);
     double numbers[2];
-    if (crv_ReadNumbers(line.text, numbers) < 2) warn_missing_numbers(vdr);
+    if (utl_ReadNumbers(line.text, numbers) < 2) warn_missing_numbers(vdr);
     keep_value(vdr, 0, numbers[0]);
     keep_value(vdr, 1, numbers[1]);
 }

@@ -147,7 +147,7 @@ static double read_item(madymo_file *mad, std::string_view line, uint32_t item) 
     }
     if (item == 0) return mad->time;
     double number = 0.0;
-    if (!crv_ReadNumberAt(line, item, &number)) warn_missing_numbers(mad);
+    if (!utl_ReadNumberAt(line, item, &number)) warn_missing_numbers(mad);
     return number;
 }
 
@@ -199,7 +199,7 @@ static void read_steps(madymo_file *mad) {
             const utl_line line = utl_ReadLine(mad->in, line_limit);
             if (line.status == utl_line_status::eof) return;
             require_newline(mad, line);
-            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &mad->time))
+            if (block == 0 && !utl_ReadNumberAt(line.text, 1, &mad->time))
                 warn_missing_numbers(mad);
             for (; next_needed_block(mad, next) == block; ++next)
                 read_value(mad, mad->order[next], line);

@@ -10,6 +10,7 @@
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
+#include "text/number_reader.h"
 
 #include <cerrno>
 #include <cmath>
@@ -100,7 +101,7 @@ static outcome read_header(request_file *req) {
         if (line.status == utl_line_status::eof)
             break; // N can name more requests than the file has lines
         int fields[5];
-        if (crv_ReadIntegers(line.text, fields) > 0)
+        if (utl_ReadIntegers(line.text, fields) > 0)
             match_header_line(req, static_cast<int>(block), fields);
         if (fields[4] != 0) utl_ReadLine(req->in, line_limit);
     }
@@ -144,15 +145,15 @@ double crv_ReadItem(std::string_view line, uint32_t item, bool *complete) {
 
     double numbers[6];
     if (item <= 6) {
-        if (!crv_ReadNumberAt(line, item == 0 ? 1 : item, &numbers[0])) *complete = false;
+        if (!utl_ReadNumberAt(line, item == 0 ? 1 : item, &numbers[0])) *complete = false;
         return numbers[0];
     }
     if (item == 7) {
-        if (crv_ReadNumbers(line, {numbers, 3}) < 3) *complete = false;
+        if (utl_ReadNumbers(line, {numbers, 3}) < 3) *complete = false;
         return magnitude(numbers[0], numbers[1], numbers[2]);
     }
     if (item == 8) {
-        if (crv_ReadNumbers(line, {numbers, 6}) < 6) *complete = false;
+        if (utl_ReadNumbers(line, {numbers, 6}) < 6) *complete = false;
         return magnitude(numbers[3], numbers[4], numbers[5]);
     }
     return unknown_item;
@@ -219,7 +220,7 @@ static outcome read_steps(request_file *req) {
                 return reject_multiple_results(req);
             if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
                 return outcome::done;
-            if (block == 0 && !crv_ReadNumberAt(line.text, 1, &req->time))
+            if (block == 0 && !utl_ReadNumberAt(line.text, 1, &req->time))
                 warn_missing_numbers(req);
             for (; next_needed_block(req, next) == block; ++next)
                 if (read_value(req, req->order[next], line) == outcome::refused)

@@ -1,7 +1,8 @@
 // readers/selection.cpp - see selection.h.
 #include "readers/selection.h"
 
-#include "text/fixed_text.h"
+#include "text/fields.h"
+#include "text/number_reader.h"
 
 #include <cstring>
 #include <string_view>

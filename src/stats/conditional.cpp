@@ -2,7 +2,6 @@
 #include "stats/conditional.h"
 
 #include "records/column.h"
-#include "text/fixed_text.h"
 #include "text/number_reader.h"
 
 #include <cstdint>

@@ -5,7 +5,6 @@
 #include "records/settings.h"
 #include "system/console.h"
 #include "system/file_status.h"
-#include "system/same_file.h"
 #include "text/number_writer.h"
 
 #include <cerrno>

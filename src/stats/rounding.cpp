@@ -2,7 +2,6 @@
 #include "stats/rounding.h"
 
 #include "records/settings.h"
-#include "text/fixed_text.h"
 #include "text/number_reader.h"
 
 #include <cmath>

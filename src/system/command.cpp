@@ -1,5 +1,4 @@
-// system/command.cpp - commands to the shell, in a file of its own so that a fuzzer can put another
-// in its place.
+// system/command.cpp - shell commands; a file of its own so that a fuzzer can replace it.
 #include "system/console.h"
 
 #include <cstdio>

@@ -1,7 +1,11 @@
-// system/console.cpp - see console.h.
+// system/console.cpp - error messages and answers from standard input.
 #include "system/console.h"
 
 #include <cerrno>
+
+// A line is read in at most this many chunks of 127 characters, about a million in all: a device
+// or program that feeds the input may send no line ends.
+static constexpr int max_chunks = 8192;
 
 FILE *utl_ErrorStream() {
     const int error = errno;
@@ -15,16 +19,12 @@ void utl_ReportError(const char *report) {
     perror(report);
 }
 
-// A line goes on for so many chunks at the most, about a million characters: what feeds the program
-// has no line ends.
-static constexpr int max_chunks = 8192;
-
 void utl_QuitWithError(const char *report, int status) {
     utl_ReportError(report);
     utl_Quit(status);
 }
 
-// The next character of standard input, with a CR before a line end left out.
+// Returns the next character of standard input; skips a CR before a line end.
 static int next_character() {
     const int c = getchar();
     if (c != '\r') return c;

@@ -1,5 +1,4 @@
-// system/exit.cpp - the end of the program, in a file of its own so that a fuzzer can put another
-// in its place.
+// system/exit.cpp - process exit; a file of its own so that a fuzzer can replace it.
 #include "system/console.h"
 
 #include <cstdlib>

@@ -1,8 +1,12 @@
-// system/file_status.h - what stands at a path.
+// system/file_status.h - file type and identity queries: regular file, pipe, same file.
 #pragma once
 
-// A file with bytes of its own: no folder, no link, no device.
+// True for a regular file; false for directories, symbolic links, devices and missing files.
 bool utl_IsRegularFile(const char *path);
 
-// A named pipe, also behind a link: opening it could wait for somebody at its other end.
+// True for a named pipe, also at the end of a symbolic link. Opening one can wait for its other
+// end.
 bool utl_IsPipe(const char *path);
+
+// True if both paths lead to the same existing file, also through links.
+bool utl_IsSameFile(const char *one, const char *other);

@@ -1,7 +1,8 @@
-// system/stdio_init.h - what the C runtime must be told before anything is opened or printed.
+// system/stdio_init.h - set-up of the standard streams at the start of a run.
 #pragma once
 
-// Makes sure that formats know the %n conversion, and that whoever looks on sees each line when it
-// is printed. A standard stream that is closed is opened to nowhere: its number would go to the
-// next file that is opened, and messages would go into a chart or a table.
+// Makes standard input, output and error usable; call it before anything is opened or printed.
+// Reopens a closed standard stream on the null device: otherwise its descriptor would go to the
+// next file that is opened, and messages would be written into a chart or a table. Makes printf
+// formats accept %n, and standard output line-buffered where the runtime has line buffers.
 void utl_SetUpRuntime();

@@ -1,28 +1,21 @@
-// text/line_reader.cpp - see line_reader.h.
+// text/line_reader.cpp - one block of 256 KiB per file; a line is a view into it. A line that
+// continues after the block is moved to its front before the rest is read.
 #include "text/line_reader.h"
 
+#include "system/input_file.h"
 #include "system/memory.h"
 #include "text/line_scan.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 static constexpr size_t block_size = 256 * 1024;
 
-#ifdef _WIN32
-// As it is: left to itself, the runtime would drop every CR that stands before a line end and end
-// the file at a Ctrl-Z.
-static constexpr int open_flags = O_RDONLY | O_BINARY | O_NOINHERIT;
-#else
-static constexpr int open_flags = O_RDONLY | O_CLOEXEC;
-#endif
-
-// Moves what is left to the front of the block and fills the room behind it, until `wanted`
-// characters are there or the file ends.
+// Moves the unread text to the front of the block and reads into the rest of the block, until
+// `wanted` characters are present or the file ends.
 static void fill_block(utl_line_reader *in, size_t wanted) {
     auto held = static_cast<size_t>(in->block_end - in->next);
     memmove(in->block, in->next, held);
@@ -41,8 +34,8 @@ static void fill_block(utl_line_reader *in, size_t wanted) {
     in->block_end = in->block + held;
 }
 
-// A device such as /dev/zero never ends. An empty one has ended already, and a terminal ends when
-// its user says so.
+// True for a character device that still has data, such as /dev/zero, except a terminal, which its
+// user can end.
 static bool is_unbounded_device(const utl_line_reader *in) {
     struct stat status = {};
     return !in->at_file_end && fstat(in->file, &status) == 0 && S_ISCHR(status.st_mode) &&
@@ -50,7 +43,7 @@ static bool is_unbounded_device(const utl_line_reader *in) {
 }
 
 utl_line_reader *utl_OpenReader(const char *path) {
-    const int file = open(path, open_flags);
+    const int file = utl_OpenInput(path);
     if (file < 0) return nullptr;
 
     auto *in = static_cast<utl_line_reader *>(crv_Calloc(1, sizeof(utl_line_reader)));
@@ -64,7 +57,7 @@ utl_line_reader *utl_OpenReader(const char *path) {
                .next = block,
                .block_end = block,
                .block = block};
-        fill_block(in, 1); // shows whether it can be read at all: a folder opens like a file
+        fill_block(in, 1); // fails for a directory, which opens like a file
         if (in->error == 0 && is_unbounded_device(in)) in->error = ENOTSUP;
         if (in->error == 0) return in;
         errno = in->error;
@@ -77,18 +70,17 @@ utl_line_reader *utl_OpenReader(const char *path) {
     return nullptr;
 }
 
-// The text of `length` characters at `begin`, up to its first NUL.
+// Returns the text of `length` characters at `begin` up to its first NUL.
 static std::string_view text_before_nul(const char *begin, size_t length) {
     const void *nul = length > 0 ? memchr(begin, '\0', length) : nullptr;
     return {begin, nul ? static_cast<size_t>(static_cast<const char *>(nul) - begin) : length};
 }
 
-// A line that just fits takes one character more than the limit when a CR stands before its line
-// end.
+// The longest line that fits has one character more than the limit if it ends in CR LF.
 static size_t max_raw_length(size_t limit) { return limit + 1; }
 
-// Sees to it that a whole line is in the block, if it fits at all. Returns how many characters are
-// there.
+// Reads on until the block contains a whole line, if one fits. Returns the number of characters
+// present.
 static size_t buffer_line(utl_line_reader *in, size_t limit) {
     if (static_cast<size_t>(in->block_end - in->next) < max_raw_length(limit) && !in->at_file_end)
         fill_block(in, max_raw_length(limit));

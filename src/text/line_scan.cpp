@@ -1,4 +1,4 @@
-// text/line_scan.cpp - see line_scan.h.
+// text/line_scan.cpp - line ends and marks from the bit masks of the same vectors.
 #include "text/line_scan.h"
 
 #include "text/simd.h"
@@ -16,63 +16,60 @@ utl_line_scan utl_ScanLineScalar(const char *begin, size_t max_length) {
 
 utl_line_run utl_ScanLineRunScalar(const char *begin, size_t length, size_t limit,
                                    size_t max_lines) {
-    utl_line_run skipped = {0, 0};
-    while (skipped.lines < max_lines) {
-        const char *line = begin + skipped.length;
-        const size_t left = length - skipped.length;
+    utl_line_run run = {0, 0};
+    while (run.lines < max_lines) {
+        const char *line = begin + run.length;
+        const size_t left = length - run.length;
         const void *found = memchr(line, '\n', left < limit ? left : limit);
         if (!found) break;
         const auto line_length = static_cast<size_t>(static_cast<const char *>(found) - line);
         if (memchr(line, '<', line_length)) break;
-        ++skipped.lines;
-        skipped.length += line_length + 1;
+        ++run.lines;
+        run.length += line_length + 1;
     }
-    return skipped;
+    return run;
 }
 
-#ifdef __SSE2__
-
-static __m128i marks_of(__m128i text) {
-    return _mm_or_si128(utl_CompareEqual(text, '<'), utl_CompareEqual(text, '\0'));
+static utl_vector marks_of(utl_vector text) {
+    return utl_CompareEqual(text, '<') | utl_CompareEqual(text, '\0');
 }
 
-// Whether one of the first `length` characters is a mark.
-static bool has_mark(__m128i marks, unsigned length) {
+// Returns true if one of the first `length` characters is a mark.
+static bool has_mark(utl_vector marks, unsigned length) {
     return (utl_MoveMask(marks) & ((1U << length) - 1)) != 0;
 }
 
 utl_line_scan utl_ScanLine(const char *begin, size_t max_length) {
-    __m128i marks = _mm_setzero_si128(); // of the vectors before
+    utl_vector marks = {}; // of the previous vectors
     size_t k = 0;
     for (const size_t whole = max_length & ~size_t{15}; k < whole; k += 16) {
-        const __m128i text = utl_LoadVector(begin + k);
+        const utl_vector text = utl_LoadVector(begin + k);
         const unsigned ends = utl_MoveMask(utl_CompareEqual(text, '\n'));
         if (ends != 0) {
             const unsigned length = utl_CountTrailingZeros(ends);
             return {k + length, true, has_mark(marks, 16) || has_mark(marks_of(text), length)};
         }
-        marks = _mm_or_si128(marks, marks_of(text));
+        marks |= marks_of(text);
     }
     const auto rest = static_cast<unsigned>(max_length - k);
-    const __m128i text = utl_LoadVector(begin + k);
+    const utl_vector text = utl_LoadVector(begin + k);
     const unsigned ends = utl_MoveMask(utl_CompareEqual(text, '\n')) & ((1U << rest) - 1);
     const unsigned length = ends != 0 ? utl_CountTrailingZeros(ends) : rest;
     return {k + length, ends != 0, has_mark(marks, 16) || has_mark(marks_of(text), length)};
 }
 
 utl_line_run utl_ScanLineRun(const char *begin, size_t length, size_t limit, size_t max_lines) {
-    size_t line = 0; // where the line begins
+    size_t line = 0; // where the current line begins
     size_t lines = 0;
     for (size_t k = 0; k < length && k < line + limit; k += 16) {
-        const __m128i text = utl_LoadVector(begin + k);
-        const __m128i line_ends = utl_CompareEqual(text, '\n');
-        const __m128i lt = utl_CompareEqual(text, '<');
-        if (utl_MoveMask(_mm_or_si128(line_ends, lt)) == 0) continue;
+        const utl_vector text = utl_LoadVector(begin + k);
+        const utl_vector line_ends = utl_CompareEqual(text, '\n');
+        const utl_vector lt = utl_CompareEqual(text, '<');
+        if (utl_MoveMask(line_ends | lt) == 0) continue;
         unsigned ends = utl_MoveMask(line_ends);
         const unsigned marks = utl_MoveMask(lt);
-        if (marks != 0)
-            ends &=
-                (1U << utl_CountTrailingZeros(marks)) - 1; // line ends before the mark still count
+        // Line ends before the mark still count.
+        if (marks != 0) ends &= (1U << utl_CountTrailingZeros(marks)) - 1;
         for (; ends != 0; ends &= ends - 1) {
             const size_t end = k + utl_CountTrailingZeros(ends);
             if (end >= length || end - line >= limit) return {lines, line};
@@ -83,15 +80,3 @@ utl_line_run utl_ScanLineRun(const char *begin, size_t length, size_t limit, siz
     }
     return {lines, line};
 }
-
-#else
-
-utl_line_scan utl_ScanLine(const char *begin, size_t max_length) {
-    return utl_ScanLineScalar(begin, max_length);
-}
-
-utl_line_run utl_ScanLineRun(const char *begin, size_t length, size_t limit, size_t max_lines) {
-    return utl_ScanLineRunScalar(begin, length, limit, max_lines);
-}
-
-#endif

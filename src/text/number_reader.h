@@ -1,13 +1,21 @@
-// text/number_reader.h - numbers out of text, by the rules of the C library and several times as
-// fast.
+// text/number_reader.h - text to numbers, by the rules of atof and atoi and several times as fast.
 #pragma once
 
 #include <string_view>
 
-// The number at the start of `text` as atof reads it, hexadecimal, infinite and not-a-number forms
-// included; no number is 0.0. A number that needs them counts up to its 2,047th character.
+inline bool utl_IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Returns the number at the start of `text` as atof reads it, including hexadecimal, infinite and
+// not-a-number forms; 0.0 if there is none. Only the first 2,047 characters of a form that is not
+// plain decimal are converted.
 double utl_ToDouble(std::string_view text);
 
-// Takes the next field off the front of `rest` as a number, as utl_ToDouble reads it. Returns
-// false, with 0.0, when no field is left.
-bool utl_NextNumber(std::string_view *rest, double *number);
+// Reads the field at `at`, after any separators, if it is a plain decimal that can be converted
+// with one rounding. Returns the end of the field, or null for any other field and for none; the
+// caller then reads it by utl_ToDouble.
+const char *utl_ParseDecimalField(const char *at, const char *end, double *number);
+
+// Returns the number at the start of `text` as atoi reads it: leading white space, a sign, digits;
+// 0 without digits. A value beyond 64 bits is clamped to their bounds; the result is its lower 32
+// bits.
+int utl_ToInt(std::string_view text);

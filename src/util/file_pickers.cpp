@@ -6,6 +6,7 @@
 #include "system/memory.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
+#include "text/number_reader.h"
 #include "util/listing.h"
 
 #include <cstdio>
@@ -93,8 +94,6 @@ crv_file *crv_AllocFile(const char *name) {
     return file;
 }
 
-static bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 // A number of so many digits that it comes out below 0 counts as 0; one with a minus sign is what
 // it says.
 static int file_number(std::string_view text) {
@@ -145,7 +144,7 @@ static file_range choose_range(std::string_view answer, int count) {
         printf("%%crv_34-i-files, All Files, %d through %d \n", 1, count);
         return {1, count};
     }
-    if (!is_digit(letter)) {
+    if (!utl_IsDigit(letter)) {
         printf("%%crv_34-f-fil, Improper file selection, choose a numeric \n");
         return {no_selection, -1};
     }
@@ -241,7 +240,7 @@ int utl_lstfile(const char *pattern, std::string *name, uint32_t allow_typing, i
     } else if (answer[0] == '\0' && allow_typing) {
         ask_name(name);
     } else {
-        if (answer[0] != '\0' && !is_digit(answer[0])) refuse_answer();
+        if (answer[0] != '\0' && !utl_IsDigit(answer[0])) refuse_answer();
         const int chosen = answer[0] == '\0' ? 1 : file_number(answer);
         if (chosen < 1 || chosen > count) refuse_answer();
         *name = file_at(list, chosen)->name;

@@ -25,17 +25,6 @@ int utl_GetBuildInfo(utl_build_info *identity) {
     return 0;
 }
 
-int utl_SystemText(char *buffer, size_t size, int /*debug_level*/) {
-#ifdef _WIN32
-    snprintf(buffer, size, "Windows_NT %d.%d os-%d.wi-%d", static_cast<int>(_winmajor),
-             static_cast<int>(_winminor), static_cast<int>(_osver), static_cast<int>(_winver));
-    return 0;
-#else
-    snprintf(buffer, size, "Windows_NT %d.%d os-%d.wi-%d", 0, 0, 0, 0);
-    return 1;
-#endif
-}
-
 int utl_GmtOffset(char *buffer, size_t size, int debug) {
     time_t now = time(nullptr);
     struct tm gmt = *gmtime(&now);

@@ -99,17 +99,7 @@ static int add_entry(const std::string &path, const char *application) {
 }
 
 static void show_log(const std::string &path) {
-#ifdef _WIN32
-    utl_RunCommand(("type " + path).c_str());
-#else
-    FILE *in = fopen(path.c_str(), "r");
-    if (!in) {
-        utl_ReportError(" utl_501-e-fopen read, .log");
-        return;
-    }
-    for (int c = getc(in); c != EOF; c = getc(in)) putchar(c);
-    fclose(in);
-#endif
+    if (!utl_PrintFile(path.c_str())) utl_ReportError(" utl_501-e-fopen read, .log");
 }
 
 int utl_Report(int argc, char *const *argv, const char *application, const char *comment,

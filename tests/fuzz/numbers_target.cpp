@@ -1,7 +1,7 @@
 // fuzz/numbers_target.cpp - numbers out of text and into text are what the C library makes of them.
 #include "harness.h"
 
-#include "text/fixed_text.h"
+#include "text/fields.h"
 #include "text/number_reader.h"
 #include "text/number_writer.h"
 

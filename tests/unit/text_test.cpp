@@ -1,4 +1,5 @@
 // unit/text_test.cpp
+#include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/number_reader.h"
 

@@ -1,11 +1,19 @@
-// system/same_file.cpp - see same_file.h.
-#include "system/same_file.h"
-
-#ifdef _WIN32
+// system/file_status_win32.cpp - file type by attributes, file identity by volume and file index.
+#include "system/file_status.h"
 
 #include <windows.h>
 
-// Which file it is, on which disk. Returns false when it is not there.
+bool utl_IsRegularFile(const char *path) {
+    constexpr DWORD not_regular =
+        FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DEVICE;
+    const DWORD attributes = GetFileAttributesA(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & not_regular) == 0;
+}
+
+// Named pipes have a namespace of their own here, which contains no files of users.
+bool utl_IsPipe(const char * /*path*/) { return false; }
+
+// Reads volume and file index. Returns false if the file does not exist.
 static bool identify(const char *path, BY_HANDLE_FILE_INFORMATION *identity) {
     constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     constexpr DWORD allow_directories = FILE_FLAG_BACKUP_SEMANTICS;
@@ -24,16 +32,3 @@ bool utl_IsSameFile(const char *one, const char *other) {
            a.dwVolumeSerialNumber == b.dwVolumeSerialNumber &&
            a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
 }
-
-#else
-
-#include <sys/stat.h>
-
-bool utl_IsSameFile(const char *one, const char *other) {
-    struct stat a = {};
-    struct stat b = {};
-    return stat(one, &a) == 0 && stat(other, &b) == 0 && a.st_dev == b.st_dev &&
-           a.st_ino == b.st_ino;
-}
-
-#endif

@@ -1,5 +1,5 @@
-// unit/same_file_test.cpp
-#include "system/same_file.h"
+// unit/file_status_test.cpp
+#include "system/file_status.h"
 
 #include "support.h"
 

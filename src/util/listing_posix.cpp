@@ -1,0 +1,44 @@
+// util/listing_posix.cpp - listings on POSIX systems: /bin/ls, and glob for the picker of one file.
+#include "util/listing_host.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <glob.h>
+#include <sys/stat.h>
+
+const utl_listing_commands utl_host_listing = {
+    .list = "/bin/ls > crv_temp.tmp ",
+    .list_end = "",
+    .remove = "rm crv_temp.tmp",
+};
+
+static constexpr const char *utl_listing = "utl_temp.tmp";
+
+// On a terminal, rm asks before it removes a write-protected file.
+void utl_AllowRemoval(const char *path) { chmod(path, S_IRUSR | S_IWUSR); }
+
+// Writes the names, one per line. Returns false with errno set if that fails.
+static bool write_names(FILE *out, const char *pattern) {
+    glob_t found = {};
+    if (glob(pattern, 0, nullptr, &found) == 0)
+        for (size_t k = 0; k < found.gl_pathc; ++k) fprintf(out, "%s\n", found.gl_pathv[k]);
+    globfree(&found);
+    const bool written = fflush(out) == 0;
+    const int error = errno;
+    fclose(out);
+    errno = error;
+    return written;
+}
+
+utl_line_reader *utl_OpenUtlListing(const char *pattern) {
+    if (!utl_RemoveOldListing(utl_listing)) return nullptr;
+    FILE *out = fopen(utl_listing, "w");
+    if (!out) return nullptr;
+    if (write_names(out, pattern)) return utl_OpenReader(utl_listing);
+    const int error = errno;
+    utl_RemoveUtlListing();
+    errno = error;
+    return nullptr;
+}
+
+void utl_RemoveUtlListing() { remove(utl_listing); }

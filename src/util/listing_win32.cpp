@@ -1,0 +1,22 @@
+// util/listing_win32.cpp - listings on Windows: dir writes both.
+#include "system/console.h"
+#include "util/listing_host.h"
+
+#include <string>
+
+const utl_listing_commands utl_host_listing = {
+    .list = "dir /o /b > crv_temp.tmp ",
+    .list_end = "",
+    .remove = "del crv_temp.tmp",
+};
+
+void utl_AllowRemoval(const char * /*path*/) {}
+
+utl_line_reader *utl_OpenUtlListing(const char *pattern) {
+    const std::string command = std::string("dir /o /b > utl_temp.tmp ") + pattern;
+    if (!utl_RemoveOldListing("utl_temp.tmp")) return nullptr;
+    utl_RunCommand(command.c_str());
+    return utl_OpenReader("utl_temp.tmp");
+}
+
+void utl_RemoveUtlListing() { utl_RunCommand("del utl_temp.tmp"); }
