@@ -47,34 +47,35 @@ picture() {
 cat >"$page" <<'END'
 # Gallery
 
-The commands run in the folder [examples](../examples), with `CRV_PRINTCHAIN="crv2png -r 80"` in the environment: the program
-writes `crv.ps`, and `crv2png` makes `crv.png` of it. Pictures and page are made by `scripts/gallery.sh`.
+Run the commands in the directory [examples](../examples), with `CRV_PRINTCHAIN="crv2png -r 80"` in
+the environment: `crv` writes `crv.ps`, and `crv2png` converts it to `crv.png`. `scripts/gallery.sh`
+makes the pictures and this page.
 END
 
 picture quarter_car "Several series over time" \
-    "A car body, its wheel and the road under it. The first curve is black, its sample in the legend red." <<'END'
+    "A car body, its wheel and the road below. The first curve is black; its legend sample is red." <<'END'
 crv -t "Quarter car over a bump" -r 0,38:3,52:3,70:2 -f run1.req -p
 END
 
 picture loop "One series over another" \
-    "The first series of the selection is the X axis, whatever it is: here the travel of the spring, under its force." <<'END'
+    "The first series is the X axis: here the travel of the spring, with the force as the curve." <<'END'
 crv -t "Spring and damper" -r 70:3,61:3 -f run1.req -xl "Travel (mm)" -yl "Force (N)" -p
 END
 
 picture zoom "A closer look" \
-    "\`-x\` and \`-y\` give the ranges; without them the data give them." <<'END'
+    "\`-x\` and \`-y\` set the ranges; by default they are those of the data." <<'END'
 crv -t "Tyre and suspension" -t2 "Forces in N" \
     -r 0,62:3,61:3 -f run1.req -x 0.5:1 -y -3000:3000 -yl Tyre -yl2 Suspension -p
 END
 
 picture sled "A Madymo file" \
-    "Requests are named by their place in the file: item 2 of sled, chest and head." <<'END'
+    "Requests are selected by position in the file: item 2 of sled, chest and head." <<'END'
 crv -t "Sled test" -t2 "Accelerations in m/s2" \
     -r 0,1:2,2:2,3:2 -fm sled.mad -y -400:200 -yl1 Sled -yl2 Chest -yl3 Head -p
 END
 
 picture styles "All line styles" \
-    "The first five curves have a style each." <<'END'
+    "The first five curves have different styles." <<'END'
 crv -t "Along x, and the magnitude" -t2 "Accelerations in m/s2" -r 0,1:2,2:2,3:2,1:1,2:1 -fm sled.mad -y -400:400 \
     -yl1 "Sled, x" -yl2 "Chest, x" -yl3 "Head, x" -yl4 "Sled, magnitude" -yl5 "Chest, magnitude" -p
 END
@@ -85,12 +86,13 @@ crv -t "A press closes, holds and opens" -r 1,2,3 -fp sensors.pos -xl "Time (s)"
 END
 
 picture bumper "A frame file" \
-    "It brings its title, labels and ranges along." <<'END'
+    "The file contains its title, labels and ranges." <<'END'
 crv -r 0 -fg bumper.vdr -p
 END
 
 picture story "A page of your own" \
-    "\`-s0\` pastes a PostScript file into the chart; legend, subtitle and X label are then up to it. \`-s1\` to \`-s3\` are strings for it to show." <<'END'
+    "\`-s0\` pastes a PostScript file, which must then draw legend, subtitle and X label.
+\`-s1\` to \`-s3\` are strings that it can show." <<'END'
 printf '%s\n' 'gsave HelvNorm setfont' \
     '480 490 [crv_story_1 crv_story_2 crv_story_3] BoxTextL' \
     '480 420 crv_Legend grestore' > box.ps
