@@ -80,8 +80,8 @@ static void update_chart(crv_driver *run) {
     }
 }
 
-// Widens the Y range by columns 2 to count - 1. Deliberate: they are counted from slot 0 of the table, so that a second
-// file mixes the first file's columns in.
+// Widens the Y range by columns 2 to count - 1. Deliberate: they are counted from slot 0 of the
+// table, so that a second file mixes the first file's columns in.
 static void widen_y_range(crv_chart *chart, int count) {
     for (int k = 2; k < count && crv_columns[k]; ++k) {
         if (crv_columns[k]->min < chart->yminmax[0]) chart->yminmax[0] = crv_columns[k]->min;
@@ -95,15 +95,17 @@ static void count_columns(crv_driver *run, int count) {
 }
 
 static int read_request_file(crv_driver *run) {
-    require_free_slots(run, crv_CountSel(run->selection));
-    const int count = crv_ReadReq(run->file_path.c_str(), run->selection, run->columns_read);
+    const crv_selection selection = crv_ParseSel(run->selection, run->columns_read);
+    require_free_slots(run, selection.num_pairs);
+    const int count = crv_ReadReq(run->file_path.c_str(), selection);
     if (count < 1) utl_Quit(status_no_request_file);
     return count;
 }
 
 static int read_madymo_file(crv_driver *run) {
-    require_free_slots(run, crv_CountSel(run->selection));
-    const int count = crv_ReadMad(run->file_path.c_str(), run->selection, run->columns_read);
+    const crv_selection selection = crv_ParseSel(run->selection, run->columns_read);
+    require_free_slots(run, selection.num_pairs);
+    const int count = crv_ReadMad(run->file_path.c_str(), selection);
     if (count < 1) utl_Quit(status_refused);
     return count;
 }
@@ -120,9 +122,10 @@ static void load_request_file(crv_driver *run) {
 // Ends the run with the value of one column where another meets the condition of -r.
 [[noreturn]] static void report_value(const crv_driver *run) {
     if (run->columns_read < 2) {
-        fprintf(utl_ErrorStream(),
-                "%%crv_05-f-val, The value of one request when another is \"%s\" needs two requests\n",
-                run->value.c_str());
+        fprintf(
+            utl_ErrorStream(),
+            "%%crv_05-f-val, The value of one request when another is \"%s\" needs two requests\n",
+            run->value.c_str());
         utl_Quit(status_refused);
     }
     crv_ReportValue(run->value.c_str(), crv_DBG);
@@ -160,10 +163,10 @@ static void handle_column_file(crv_driver *run, int index) {
     const char *number = run->argv[index] + 3;
     const int label_line = number[0] == '\0' ? 1 : utl_ToInt(number);
     if (choose_file(run, index, "*.pos")) {
-        require_free_slots(run, crv_CountSel(run->selection));
+        const crv_selection selection = crv_ParseSel(run->selection, run->columns_read);
+        require_free_slots(run, selection.num_pairs);
         const int first_line = label_line < INT_MAX ? label_line + 1 : INT_MAX;
-        const int count =
-            crv_ReadPost(run->file_path.c_str(), run->selection, run->columns_read, label_line, first_line);
+        const int count = crv_ReadPost(run->file_path.c_str(), selection, label_line, first_line);
         if (count < 1) utl_Quit(status_refused);
         count_columns(run, count);
         update_chart(run);
@@ -210,14 +213,15 @@ static void refuse_to_overwrite_inputs(const crv_driver *run) {
     const std::string dat_path = crv_DatPath(run->file_path);
     for (const std::string &path : run->paths_read) {
         if (!utl_IsSameFile(dat_path.c_str(), path.c_str())) continue;
-        fprintf(utl_ErrorStream(), "%%crv_05-f-wri, The table would be written over \"%s\", which was read\n",
+        fprintf(utl_ErrorStream(),
+                "%%crv_05-f-wri, The table would be written over \"%s\", which was read\n",
                 path.c_str());
         utl_Quit(status_refused);
     }
 }
 
-// -fa, -fc, -fd, -fs, and -fma, -fmc, -fmd, -fms: a table for each file. The columns do not count as read, so that each
-// file takes the same slots.
+// -fa, -fc, -fd, -fs, and -fma, -fmc, -fmd, -fms: a table for each file. The columns do not count
+// as read, so that each file takes the same slots.
 [[noreturn]] static void handle_columnizing(crv_driver *run, int index, char letter,
                                             const columnized_format &format) {
     crv_file *file = choose_files(run, index, format.pattern);

@@ -1,25 +1,21 @@
 // app/ranges.cpp - see ranges.h.
 #include "app/ranges.h"
 
+#include "records/range.h"
 #include "records/settings.h"
 #include "text/number_reader.h"
 
 #include <cstdio>
 #include <string_view>
 
-static void set_range(double (&range)[2], double low, double high) {
-    range[0] = low;
-    range[1] = high;
-}
-
 static void read_range(std::string_view value, double (&range)[2]) {
     const size_t colon = value.find(':');
-    set_range(range, utl_ToDouble(value.substr(0, colon)),
-              colon == value.npos ? 0.0 : utl_ToDouble(value.substr(colon + 1)));
+    crv_SetRange(range, utl_ToDouble(value.substr(0, colon)),
+                 colon == value.npos ? 0.0 : utl_ToDouble(value.substr(colon + 1)));
 }
 
 // Deliberate: another pair than the default, and no range either.
-static void clear_range(double (&range)[2]) { set_range(range, 10.0, -10.0); }
+static void clear_range(double (&range)[2]) { crv_SetRange(range, 10.0, -10.0); }
 
 void crv_SetTimeWindow(const char *value) {
     if (!value) return;

@@ -2,10 +2,9 @@
 #include "postscript/axes.h"
 
 #include "postscript/balance.h"
+#include "postscript/page.h"
 #include "records/column.h"
 #include "records/settings.h"
-
-static unsigned whole(int number) { return static_cast<unsigned>(number); }
 
 // The title stands at a place of the page, wherever the frame is.
 static void write_title(FILE *stream, const crv_chart *chart) {
@@ -23,7 +22,7 @@ static void write_subtitle(FILE *stream, int x0, int y0, int w, int h, const crv
     if (crv_DBG == 441 || (appends && !has_major)) return;
     const char *subtitle = has_major ? chart->major_t[1] : chart->minor_t[0];
     fputs("/Courier findfont 15 scalefont setfont \n", stream);
-    fprintf(stream, "%u %u ", whole(x0 + w / 2), whole(y0 + h + 20));
+    fprintf(stream, "%u %u ", crv_ToUnsigned(x0 + w / 2), crv_ToUnsigned(y0 + h + 20));
     crv_ChkBal(subtitle);
     fprintf(stream, "(%s) CenterHorText \n", subtitle);
 }
@@ -32,13 +31,13 @@ static void write_x_label(FILE *stream, int x0, int y0, const crv_chart *chart) 
     if (chart->story_ts[0][0] != '\0') return;
     const char *label = crv_columns[0]->colname;
     fprintf(stream, "/Helvetica findfont %u scalefont setfont \n", 20U);
-    fprintf(stream, "%u %u moveto ", whole(x0 + 40), whole(y0 - 40));
+    fprintf(stream, "%u %u moveto ", crv_ToUnsigned(x0 + 40), crv_ToUnsigned(y0 - 40));
     crv_ChkBal(label);
     fprintf(stream, "(%s) show \n", label);
 }
 
 static void write_number(FILE *stream, int x, int y, int precision, double value) {
-    fprintf(stream, "%u %u moveto ", whole(x), whole(y));
+    fprintf(stream, "%u %u moveto ", crv_ToUnsigned(x), crv_ToUnsigned(y));
     fprintf(stream, "(%7.*f) show \n", precision, value);
 }
 

@@ -1,4 +1,4 @@
-// readers/column_builder.cpp - see column_builder.h.
+// readers/column_builder.cpp - titles, means and trace lines of columns.
 #include "readers/column_builder.h"
 
 #include "stats/column_stats.h"
@@ -9,22 +9,9 @@
 
 static constexpr size_t title_length = 79;
 
-bool crv_AppendValue(crv_column *column, double value) {
-    crv_value *node = crv_AllocValue();
-    if (!node) return false;
-    node->val = value;
-    if (column->val_list) {
-        column->val_cur->next = node;
-    } else {
-        column->val_list = node;
-    }
-    column->val_cur = node;
-    return true;
-}
-
-void crv_CopyLine(char *to, utl_line line, size_t most) {
-    utl_CopyText(to, most + 1, line.text);
-    if (line.status != utl_line_status::newline || line.text.size() >= most) return;
+void crv_CopyLine(char *to, utl_line line, size_t max_length) {
+    utl_CopyText(to, max_length + 1, line.text);
+    if (line.status != utl_line_status::newline || line.text.size() >= max_length) return;
     to[line.text.size()] = '\n';
     to[line.text.size() + 1] = '\0';
 }

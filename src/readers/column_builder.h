@@ -1,4 +1,5 @@
-// readers/column_builder.h - what every reader does with the columns that it makes.
+// readers/column_builder.h - steps that every reader does alike with the columns it makes: titles,
+// means, trace lines.
 #pragma once
 
 #include "records/column.h"
@@ -7,31 +8,21 @@
 #include <cstddef>
 #include <span>
 
-// Whether low <= value <= high.
-inline bool crv_InRange(double value, const double (&range)[2]) {
-    return range[0] <= value && value <= range[1];
-}
+// Copies the first `max_length` characters of a line to the text `to` of max_length + 1 characters
+// or more. The line end counts as the last of them, so that a shorter line keeps it.
+void crv_CopyLine(char *to, utl_line line, size_t max_length);
 
-// Appends `value` to the column's list and makes it the current one. Returns false with errno set
-// when memory runs out. The statistics of the value are kept before it is appended.
-bool crv_AppendValue(crv_column *column, double value);
-
-// Copies the first `most` characters of a line to the text `to` of most + 1 characters or more. Its
-// line end counts as the last of them: a shorter line keeps it.
-void crv_CopyLine(char *to, utl_line line, size_t most);
-
-// Makes the title line of a file the column's title: its first 79 characters without the blanks at
-// their end.
+// Sets the title of the column to the first 79 characters of a line, without trailing blanks.
 //
-// Deliberate: a title shorter than that keeps its line end, and so keeps blanks before it.
+// Deliberate: a shorter title keeps its line end and the blanks before it.
 void crv_SetTitle(crv_column *column, utl_line line);
 
-// Sets the mean of each column from its sum and count. Of no values it is what a division by 0
-// gives.
+// Sets the mean of each column from its sum and count. Without values it is the result of a
+// division by 0.
 void crv_SetMeans(std::span<crv_column *const> columns);
 
-// Trace lines of `routine`: a record as it was read; the columns with extremes and values; the
-// values alone, numbered from 1. The val_cur of a column listed is null afterwards.
+// Print trace lines of `routine`: a record as it was read; the columns with extremes and values;
+// the values alone, numbered from 1. The val_cur of a printed column is null afterwards.
 void crv_TraceRecord(utl_line line, int routine);
 void crv_ListColumns(std::span<crv_column *const> columns, int routine);
 void crv_ListValues(crv_column *column, int routine);

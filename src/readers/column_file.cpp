@@ -2,8 +2,10 @@
 #include "readers/column_file.h"
 
 #include "readers/column_builder.h"
+#include "readers/input.h"
 #include "readers/selection.h"
 #include "records/column.h"
+#include "records/range.h"
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
@@ -11,7 +13,6 @@
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
 
-#include <cerrno>
 #include <cstdio>
 
 static constexpr int routine = 94;
@@ -22,29 +23,20 @@ namespace {
 
 // What is known of the file while it is read.
 struct column_file {
-    const char *path;
-    utl_line_reader *in;
-    crv_reqsel table[CRV_MAXCOLS];
-    std::span<crv_reqsel> entries; // of the table; block is the field of a row, 0 the row count
-    uint8_t order[CRV_MAXCOLS];    // entries in the order of their fields in a row
-    crv_column **columns;          // of the entries
-    int first_slot;
-    char labels[line_limit + 1]; // the label line
+    crv_input in;
+    crv_selection selection;
+    std::span<crv_column *const> columns; // of the selection
+    char labels[line_limit + 1];          // the label line
     utl_line_status labels_status;
     int num_columns;
     uint32_t rows_done;
 };
 
-enum class outcome { done, refused };
-
 } // namespace
 
-static void parse_selection(column_file *pos, const char *selection) {
-    const int free_slots = CRV_MAXCOLS - pos->first_slot;
-    pos->entries = crv_ParseSel(selection, {pos->table, static_cast<size_t>(free_slots)});
-    for (crv_reqsel &entry : pos->entries) entry.block = static_cast<int32_t>(entry.req);
+static void trace_selection(const crv_selection &selection) {
     if (crv_DBG != routine) return;
-    for (const crv_reqsel &entry : pos->entries)
+    for (const crv_reqsel &entry : crv_Entries(selection))
         printf("    _94-i-val, Access column = %2u, \n", entry.req);
 }
 
@@ -59,43 +51,43 @@ static int count_fields(std::string_view line) {
 static utl_line read_header(column_file *pos, int label_line, int first_line) {
     utl_line line = {{}, utl_line_status::eof};
     for (int64_t number = 1; number <= first_line; ++number) {
-        line = utl_ReadLine(pos->in, line_limit);
+        line = utl_ReadLine(pos->in.lines, line_limit);
         if (line.status == utl_line_status::eof) break;
         if (number != label_line) continue;
         utl_CopyText(pos->labels, line.text);
         pos->labels_status = line.status;
     }
     pos->num_columns = count_fields(line.text);
-    printf("%ccrv_94-i-val, file %s has %2u columns.\n", '%', pos->path,
+    printf("%ccrv_94-i-val, file %s has %2u columns.\n", '%', pos->in.path,
            static_cast<unsigned>(pos->num_columns));
     return line;
 }
 
-static outcome check_selection(const column_file *pos) {
-    for (const crv_reqsel &entry : pos->entries) {
+static bool check_selection(const column_file *pos) {
+    for (const crv_reqsel &entry : crv_Entries(pos->selection)) {
         const auto column = static_cast<int>(entry.req);
         if (column >= 0 && column <= pos->num_columns) continue;
         printf("%ccrv_94-f-nocol, Column \"%u\" does not exist!\n", '%', entry.req);
-        return outcome::refused;
+        return false;
     }
-    return outcome::done;
+    return true;
 }
 
 // Deliberate: whether a column is the row count is asked of the entry that has the column's slot as
 // its index, not of the column's own entry.
 static void make_columns(column_file *pos) {
-    int slot = pos->first_slot;
-    for (const crv_reqsel &entry : pos->entries) {
+    int slot = pos->selection.first_slot;
+    for (const crv_reqsel &entry : crv_Entries(pos->selection)) {
         crv_column *column = crv_AllocColumn(slot);
         if (!column) utl_QuitWithError("    _94-e-calloc, data", status_failed);
-        if (crv_IsTime(pos->entries, slot)) {
+        if (crv_IsTime(pos->selection, slot)) {
             snprintf(column->colname, sizeof column->colname, "Row Count");
         } else {
             snprintf(column->colname, sizeof column->colname, "Column %4u", entry.req);
         }
         ++slot;
     }
-    crv_SortByBlock(pos->entries, pos->order);
+    crv_SortByBlock(&pos->selection);
 }
 
 // Copies a label; "%%" in it stands for one "%".
@@ -118,8 +110,8 @@ static void set_labels(const column_file *pos) {
     std::string_view rest = pos->labels;
     std::string_view label;
     for (uint32_t number = 1; utl_NextField(&rest, &label); ++number) {
-        for (size_t k = 0; k < pos->entries.size(); ++k) {
-            if (pos->entries[k].req != number) continue;
+        for (size_t k = 0; k < pos->selection.count; ++k) {
+            if (pos->selection.table[k].req != number) continue;
             set_label(pos->columns[k], label);
             if (crv_DBG == routine) trace_label(pos, number, label);
         }
@@ -141,7 +133,7 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
 // Takes the value of entry k from row number `row`.
 static void read_value(const column_file *pos, size_t k, utl_line line, double row, double value) {
     ++pos->columns[k]->numpts; // rows that are dropped count too
-    if (crv_DBG == routine) trace_value(line, pos->entries[k].req, value);
+    if (crv_DBG == routine) trace_value(line, pos->selection.table[k].req, value);
     if (crv_InRange(row, crv_settings.time_window)) keep_value(pos, pos->columns[k], value);
 }
 
@@ -151,9 +143,9 @@ static void read_row(const column_file *pos, utl_line line) {
     std::string_view rest = line.text;
     int32_t at = 0; // field 0 is the row number
     double value = row;
-    for (size_t next = 0; next < pos->entries.size(); ++next) {
-        const size_t k = pos->order[next];
-        const int32_t wanted = pos->entries[k].block;
+    for (size_t next = 0; next < pos->selection.count; ++next) {
+        const size_t k = pos->selection.order[next];
+        const int32_t wanted = pos->selection.table[k].block;
         if (at < wanted) {
             if (!utl_SkipFields(&rest, static_cast<unsigned>(wanted - at - 1)) ||
                 !utl_NextNumber(&rest, &value))
@@ -166,14 +158,14 @@ static void read_row(const column_file *pos, utl_line line) {
 
 static void read_rows(column_file *pos, utl_line line) {
     for (; line.status == utl_line_status::newline || line.status == utl_line_status::partial;
-         line = utl_ReadLine(pos->in, line_limit)) {
+         line = utl_ReadLine(pos->in.lines, line_limit)) {
         read_row(pos, line);
         ++pos->rows_done;
     }
 }
 
 static void list_columns(const column_file *pos) {
-    for (size_t k = 0; k < pos->entries.size(); ++k) {
+    for (size_t k = 0; k < pos->selection.count; ++k) {
         crv_column *column = pos->columns[k];
         printf("    _94-i-val, ---------------------------- \n");
         printf("    _94-i-val, name = %s, max = %f, min = %f \n", column->colname, column->max,
@@ -187,35 +179,35 @@ static void list_columns(const column_file *pos) {
 // From the first line to the last. Returns what crv_ReadPost does.
 static int read_file(column_file *pos, int label_line, int first_line) {
     utl_line line = read_header(pos, label_line, first_line);
-    if (check_selection(pos) == outcome::refused) return 0;
+    if (!check_selection(pos)) return 0;
     make_columns(pos);
     set_labels(pos);
-    if (first_line < 1) line = utl_ReadLine(pos->in, line_limit);
+    if (first_line < 1) line = utl_ReadLine(pos->in.lines, line_limit);
     read_rows(pos, line);
-    if (pos->in->error != 0) {
-        errno = pos->in->error;
+    if (crv_ReadFailed(pos->in)) {
         utl_QuitWithError("    _94-f-fread", status_failed);
     }
-    crv_SetMeans({pos->columns, pos->entries.size()});
-    printf("%ccrv_94-i-pts, file %s has %u steps\n", '%', pos->path, pos->rows_done);
+    crv_SetMeans(pos->columns);
+    printf("%ccrv_94-i-pts, file %s has %u steps\n", '%', pos->in.path, pos->rows_done);
     if (crv_DBG == routine) list_columns(pos);
-    return static_cast<int>(pos->entries.size());
+    return static_cast<int>(pos->selection.count);
 }
 
-int crv_ReadPost(const char *path, const char *selection, int first_slot, int label_line,
-                 int first_line) {
+int crv_ReadPost(const char *path, const crv_selection &selection, int label_line, int first_line) {
     if (crv_DBG == routine) printf("    _94-i-val, pos_filename = \"%s\" \n", path);
+    if (crv_DBG == routine) trace_selection(selection);
 
     column_file pos = {};
-    pos.path = path;
-    pos.first_slot = first_slot;
-    pos.columns = crv_columns + first_slot;
-    parse_selection(&pos, selection);
+    pos.in = {path, nullptr, routine, false};
+    pos.selection = selection;
+    pos.columns = crv_SelectedColumns(selection);
+    for (crv_reqsel &entry : crv_Entries(&pos.selection))
+        entry.block = static_cast<int32_t>(entry.req); // the field of a row; 0 is the row count
 
     printf("%ccrv_94-i-wor, Reading \"%s\" ...\n", '%', path);
-    pos.in = utl_OpenReader(path);
-    if (!pos.in) utl_QuitWithError("    _94-f-fopen", status_failed);
+    pos.in.lines = utl_OpenReader(path);
+    if (!pos.in.lines) utl_QuitWithError("    _94-f-fopen", status_failed);
     const int count = read_file(&pos, label_line, first_line);
-    utl_CloseReader(pos.in);
+    utl_CloseReader(pos.in.lines);
     return count;
 }

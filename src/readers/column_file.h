@@ -9,6 +9,8 @@
 // end; a piece of 1,023 characters counts at the very end too.
 #pragma once
 
+#include "readers/selection.h"
+
 // Routine 94. Makes one column per number of `selection`: number k fills slot first_slot + k of the
 // column table with the values of the rows whose count lies in the time window of the settings.
 // Lines are counted from 1; a label line of 0 or below is none, and label_line < first_line.
@@ -20,5 +22,4 @@
 // Deliberate: failures end with 0, where those of a request file end with 1; numpts counts the rows
 // that the time window drops, and the mean divides by it; var1 and var2 are row indices counted
 // from 0; and magnitudes are compared with their sign.
-int crv_ReadPost(const char *path, const char *selection, int first_slot, int label_line,
-                 int first_line);
+int crv_ReadPost(const char *path, const crv_selection &selection, int label_line, int first_line);

@@ -2,6 +2,7 @@
 #include "readers/frame_file.h"
 
 #include "readers/column_builder.h"
+#include "readers/input.h"
 #include "records/chart.h"
 #include "records/column.h"
 #include "records/settings.h"
@@ -13,7 +14,6 @@
 #include "text/line_reader.h"
 #include "text/number_reader.h"
 
-#include <cerrno>
 #include <cstdio>
 
 static constexpr int routine = 85;
@@ -28,27 +28,15 @@ namespace {
 
 // What is known of the file while it is read.
 struct frame_file {
-    const char *path;
-    utl_line_reader *in;
+    crv_input in;
     crv_column *columns[2]; // X and Y
     double totals[2];       // of their values
     double x_range[2];      // as the file gives them
     double y_range[2];
     int num_points; // NUMDATA
-    bool warned_missing;
 };
 
-enum class outcome { done, refused };
-
 } // namespace
-
-static void warn_missing_numbers(frame_file *vdr) {
-    if (vdr->warned_missing) return;
-    vdr->warned_missing = true;
-    fprintf(utl_ErrorStream(),
-            "%%crv_85-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
-            vdr->path, static_cast<unsigned long long>(vdr->in->line_number));
-}
 
 static void make_columns(frame_file *vdr, int first_slot) {
     for (int k = 0; k < 2; ++k) {
@@ -62,7 +50,7 @@ static void make_columns(frame_file *vdr, int first_slot) {
     }
 }
 
-static utl_line next_line(const frame_file *vdr) { return utl_ReadLine(vdr->in, line_limit); }
+static utl_line next_line(const frame_file *vdr) { return utl_ReadLine(vdr->in.lines, line_limit); }
 
 static int next_integer(const frame_file *vdr) { return utl_ToInt(next_line(vdr).text); }
 
@@ -122,7 +110,7 @@ static void read_values(frame_file *vdr, utl_line line) {
     if (line.status != utl_line_status::newline) line.text = utl_TrimEnd(line.text);
     if (crv_DBG == routine) trace_record(line);
     double numbers[2];
-    if (utl_ReadNumbers(line.text, numbers) < 2) warn_missing_numbers(vdr);
+    if (utl_ReadNumbers(line.text, numbers) < 2) crv_WarnMissingNumbers(&vdr->in);
     keep_value(vdr, 0, numbers[0]);
     keep_value(vdr, 1, numbers[1]);
 }
@@ -134,23 +122,23 @@ static void round_extremes(crv_column *column) {
     column->max = minmax[1];
 }
 
-static outcome read_data(frame_file *vdr) {
+static bool read_data(frame_file *vdr) {
     if (vdr->num_points < min_points) {
         printf("%%crv_85-f-nopts, VDR NUMDATA incorrectly specified!\n");
-        return outcome::refused;
+        return false;
     }
     for (int point = 0; point < vdr->num_points; ++point) {
         const utl_line line = next_line(vdr);
         if (line.status == utl_line_status::eof) {
             fprintf(utl_ErrorStream(), "%%crv_85-w-cut, \"%s\" ends after %d of %d data points\n",
-                    vdr->path, point, vdr->num_points);
+                    vdr->in.path, point, vdr->num_points);
             break;
         }
         read_values(vdr, line);
     }
     round_extremes(vdr->columns[0]);
     round_extremes(vdr->columns[1]);
-    return outcome::done;
+    return true;
 }
 
 static char character(std::string_view text, size_t at) {
@@ -161,7 +149,7 @@ static void read_x_directive(frame_file *vdr, char letter) {
     switch (letter) {
     case 'A': read_x_label(vdr); break;
     case 'R': read_x_range(vdr); break;
-    case 'Y': printf("%ccrv_85-i-red, Begin reading file \"%s\" \n", '%', vdr->path); break;
+    case 'Y': printf("%ccrv_85-i-red, Begin reading file \"%s\" \n", '%', vdr->in.path); break;
     default: break;
     }
 }
@@ -174,10 +162,10 @@ static void read_y_directive(frame_file *vdr, char letter, char number) {
     }
 }
 
-static outcome read_directives(frame_file *vdr) {
+static bool read_directives(frame_file *vdr) {
     for (;;) {
         const utl_line line = next_line(vdr);
-        if (line.status == utl_line_status::eof) return outcome::done;
+        if (line.status == utl_line_status::eof) return true;
         if (character(line.text, 0) != '%') continue;
         const char letter = character(line.text, 2);
         const char number = character(line.text, 3);
@@ -188,7 +176,7 @@ static outcome read_directives(frame_file *vdr) {
         case 'X': read_x_directive(vdr, letter); break;
         case 'Y': read_y_directive(vdr, letter, number); break;
         case 'D':
-            if (read_data(vdr) == outcome::refused) return outcome::refused;
+            if (!read_data(vdr)) return false;
             break;
         default: break;
         }
@@ -218,9 +206,8 @@ static void set_means(const frame_file *vdr) {
 // From the first line to the last. Returns what crv_ReadVDR does.
 static int read_file(frame_file *vdr, int first_slot) {
     make_columns(vdr, first_slot);
-    if (read_directives(vdr) == outcome::refused) return 0;
-    if (vdr->in->error != 0) {
-        errno = vdr->in->error;
+    if (!read_directives(vdr)) return 0;
+    if (crv_ReadFailed(vdr->in)) {
         utl_QuitWithError("    _85-f-fread", status_failed);
     }
     use_given_range(vdr->columns[0], vdr->x_range);
@@ -238,12 +225,12 @@ int crv_ReadVDR(const char *path, int first_slot) {
         return 0;
     }
     frame_file vdr = {};
-    vdr.path = path;
+    vdr.in = {path, nullptr, routine, false};
     vdr.x_range[0] = vdr.y_range[0] = 10.0;
     vdr.x_range[1] = vdr.y_range[1] = -10.0;
-    vdr.in = utl_OpenReader(path);
-    if (!vdr.in) utl_QuitWithError("    _85-f-fopen", status_failed);
+    vdr.in.lines = utl_OpenReader(path);
+    if (!vdr.in.lines) utl_QuitWithError("    _85-f-fopen", status_failed);
     const int count = read_file(&vdr, first_slot);
-    utl_CloseReader(vdr.in);
+    utl_CloseReader(vdr.in.lines);
     return count;
 }

@@ -2,8 +2,10 @@
 #include "readers/madymo_file.h"
 
 #include "readers/column_builder.h"
+#include "readers/input.h"
 #include "readers/selection.h"
 #include "records/column.h"
+#include "records/range.h"
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
@@ -11,7 +13,6 @@
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
 
-#include <cerrno>
 #include <cstdio>
 
 static constexpr int routine = 88;
@@ -30,65 +31,48 @@ namespace {
 
 // What is known of the file while it is read.
 struct madymo_file {
-    const char *path;
-    utl_line_reader *in;
-    crv_reqsel table[CRV_MAXCOLS];
-    std::span<crv_reqsel> entries;            // of the table
+    crv_input in;
+    crv_selection selection;
     char names[CRV_MAXCOLS][name_length + 1]; // of the entries' requests
-    uint8_t order[CRV_MAXCOLS];               // entries in the order of their lines in a step
-    crv_column **columns;                     // of the entries
-    int first_slot;
+    std::span<crv_column *const> columns;     // of the selection
     char title[128];
     utl_line_status title_status;
     int num_requests;
     int num_descriptions;
     double time;
     uint32_t steps_done;
-    bool warned_missing;
 };
-
-enum class outcome { done, refused };
 
 } // namespace
 
-static void warn_missing_numbers(madymo_file *mad) {
-    if (mad->warned_missing) return;
-    mad->warned_missing = true;
-    fprintf(utl_ErrorStream(),
-            "%%crv_88-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
-            mad->path, static_cast<unsigned long long>(mad->in->line_number));
-}
-
-static void parse_selection(madymo_file *mad, const char *selection) {
-    const int free_slots = CRV_MAXCOLS - mad->first_slot;
-    mad->entries = crv_ParseSel(selection, {mad->table, static_cast<size_t>(free_slots)});
+static void trace_selection(const crv_selection &selection) {
     if (crv_DBG != routine) return;
-    for (const crv_reqsel &entry : mad->entries)
+    for (const crv_reqsel &entry : crv_Entries(selection))
         printf("    _88-i-val, Access results for req = %4d, item = %d \n",
                static_cast<int>(entry.req), static_cast<int>(entry.item));
 }
 
 static void read_title(madymo_file *mad) {
-    const utl_line line = utl_ReadLine(mad->in, title_limit);
+    const utl_line line = utl_ReadLine(mad->in.lines, title_limit);
     utl_CopyText(mad->title, line.text);
     mad->title_status = line.status;
 }
 
 static void read_counts(madymo_file *mad) {
     char text[line_limit + 1];
-    utl_CopyText(text, utl_ReadLine(mad->in, line_limit).text);
+    utl_CopyText(text, utl_ReadLine(mad->in.lines, line_limit).text);
     if (sscanf(text, "%d %d", &mad->num_requests, &mad->num_descriptions) != 2)
         printf("%%crv_xx-e-num, Request count or column count incorrect\n");
     if (mad->num_requests >= 0) return;
     fprintf(utl_ErrorStream(),
             "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
-            mad->num_requests, mad->path);
+            mad->num_requests, mad->in.path);
     utl_Quit(status_failed);
 }
 
 // A request's number is its place: what it lacks, when the file ends early, is its name.
 static void assign_lines(madymo_file *mad) {
-    for (crv_reqsel &entry : mad->entries) {
+    for (crv_reqsel &entry : crv_Entries(&mad->selection)) {
         if (entry.req < 1 || entry.req > static_cast<uint32_t>(mad->num_requests)) continue;
         entry.block = static_cast<int32_t>(entry.req);
         entry.type = request_type;
@@ -97,38 +81,38 @@ static void assign_lines(madymo_file *mad) {
 
 static void read_header(madymo_file *mad) {
     read_title(mad);
-    utl_ReadLine(mad->in, line_limit);
+    utl_ReadLine(mad->in.lines, line_limit);
     read_counts(mad);
     assign_lines(mad);
     for (int64_t block = 1; block <= mad->num_requests; ++block) {
-        const utl_line line = utl_ReadLine(mad->in, line_limit);
+        const utl_line line = utl_ReadLine(mad->in.lines, line_limit);
         if (line.status == utl_line_status::eof)
             break; // N can name more requests than the file has lines
-        for (size_t k = 0; k < mad->entries.size(); ++k)
-            if (mad->entries[k].block == block) utl_CopyText(mad->names[k], line.text);
+        for (size_t k = 0; k < mad->selection.count; ++k)
+            if (mad->selection.table[k].block == block) utl_CopyText(mad->names[k], line.text);
     }
 }
 
-static outcome check_selection(const madymo_file *mad) {
-    const crv_reqsel *missing = crv_FindMissing(mad->entries);
-    if (!missing) return outcome::done;
+static bool check_selection(const madymo_file *mad) {
+    const crv_reqsel *missing = crv_FindMissing(mad->selection);
+    if (!missing) return true;
     printf("%%crv_88-e-mis, Request \"%u\" not found! \n", missing->req);
-    return outcome::refused;
+    return false;
 }
 
 static void skip_descriptions(const madymo_file *mad) {
     for (int k = 0; k < mad->num_descriptions; ++k)
-        if (utl_ReadLine(mad->in, line_limit).status == utl_line_status::eof) return;
+        if (utl_ReadLine(mad->in.lines, line_limit).status == utl_line_status::eof) return;
 }
 
 // The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of
 // the entry that has the column's slot as its index, not of the column's own entry.
 static void make_columns(madymo_file *mad) {
-    int slot = mad->first_slot;
-    for (const crv_reqsel &entry : mad->entries) {
+    int slot = mad->selection.first_slot;
+    for (const crv_reqsel &entry : crv_Entries(mad->selection)) {
         crv_column *column = crv_AllocColumn(slot);
         if (!column) utl_QuitWithError("    _88-e-calloc, data", status_failed);
-        if (crv_IsTime(mad->entries, slot)) {
+        if (crv_IsTime(mad->selection, slot)) {
             snprintf(column->colname, sizeof column->colname, "Time");
         } else {
             snprintf(column->colname, sizeof column->colname, "R:%4d, i:%1d",
@@ -136,7 +120,7 @@ static void make_columns(madymo_file *mad) {
         }
         ++slot;
     }
-    crv_SortByBlock(mad->entries, mad->order);
+    crv_SortByBlock(&mad->selection);
 }
 
 static double read_item(madymo_file *mad, std::string_view line, uint32_t item) {
@@ -147,7 +131,7 @@ static double read_item(madymo_file *mad, std::string_view line, uint32_t item) 
     }
     if (item == 0) return mad->time;
     double number = 0.0;
-    if (!utl_ReadNumberAt(line, item, &number)) warn_missing_numbers(mad);
+    if (!utl_ReadNumberAt(line, item, &number)) crv_WarnMissingNumbers(&mad->in);
     return number;
 }
 
@@ -169,7 +153,7 @@ static void keep_value(const madymo_file *mad, crv_column *column, double value)
 
 // Takes the value of entry k from the line of its request.
 static void read_value(madymo_file *mad, size_t k, utl_line line) {
-    const uint32_t item = mad->entries[k].item;
+    const uint32_t item = mad->selection.table[k].item;
     const double value = read_item(mad, line.text, item);
     if (crv_DBG == routine) trace_value(mad, line, item, value);
     if (crv_InRange(mad->time, crv_settings.time_window)) keep_value(mad, mad->columns[k], value);
@@ -179,37 +163,39 @@ static void read_value(madymo_file *mad, size_t k, utl_line line) {
 static void require_newline(const madymo_file *mad, utl_line line) {
     if (line.status == utl_line_status::newline) return;
     fprintf(utl_ErrorStream(), "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n",
-            mad->path);
+            mad->in.path);
     utl_Quit(status_failed);
 }
 
 // The line of the next entry in a step, or the first of the next step.
 static int64_t next_needed_block(const madymo_file *mad, size_t next) {
-    return crv_NextNeededBlock(mad->entries, mad->order, next, mad->num_requests);
+    return crv_NextNeededBlock(mad->selection, next, mad->num_requests);
+}
+
+// Reads the lines of one step. Returns false at the end of the file.
+static bool read_step(madymo_file *mad) {
+    size_t next = 0; // position in the order of the entries
+    for (int64_t block = 0; block <= mad->num_requests;) {
+        const utl_line line = utl_ReadLine(mad->in.lines, line_limit);
+        if (line.status == utl_line_status::eof) return false;
+        require_newline(mad, line);
+        if (block == 0 && !utl_ReadNumberAt(line.text, 1, &mad->time))
+            crv_WarnMissingNumbers(&mad->in);
+        for (; next_needed_block(mad, next) == block; ++next)
+            read_value(mad, mad->selection.order[next], line);
+        ++block;
+        block += utl_SkipLines(mad->in.lines, line_limit, next_needed_block(mad, next) - block);
+    }
+    return true;
 }
 
 static void read_steps(madymo_file *mad) {
-    for (;; ++mad->steps_done) {
-        size_t next = 0; // of the entries in order
-        for (int64_t block = 0; block <= mad->num_requests; ++block) {
-            if (block > 0) { // block 0 is the time line
-                block += utl_SkipLines(mad->in, line_limit, next_needed_block(mad, next) - block);
-                if (block > mad->num_requests) break;
-            }
-            const utl_line line = utl_ReadLine(mad->in, line_limit);
-            if (line.status == utl_line_status::eof) return;
-            require_newline(mad, line);
-            if (block == 0 && !utl_ReadNumberAt(line.text, 1, &mad->time))
-                warn_missing_numbers(mad);
-            for (; next_needed_block(mad, next) == block; ++next)
-                read_value(mad, mad->order[next], line);
-        }
-    }
+    while (read_step(mad)) ++mad->steps_done;
 }
 
-static void set_labels(const madymo_file *mad) {
-    for (size_t k = 0; k < mad->entries.size(); ++k) {
-        crv_reqsel *entry = &mad->entries[k];
+static void set_labels(madymo_file *mad) {
+    for (size_t k = 0; k < mad->selection.count; ++k) {
+        crv_reqsel *entry = &mad->selection.table[k];
         crv_column *column = mad->columns[k];
         crv_LabelEntry(entry, type_labels, item_labels);
         if (entry->req == 0) {
@@ -225,35 +211,34 @@ static void set_labels(const madymo_file *mad) {
 // From the first line to the last. Returns what crv_ReadMad does.
 static int read_file(madymo_file *mad) {
     read_header(mad);
-    if (check_selection(mad) == outcome::refused) return 0;
+    if (!check_selection(mad)) return 0;
     skip_descriptions(mad);
     make_columns(mad);
     read_steps(mad);
-    if (mad->in->error != 0) {
-        errno = mad->in->error;
+    if (crv_ReadFailed(mad->in)) {
         utl_QuitWithError("    _88-f-fread", status_failed);
     }
-    crv_SetMeans({mad->columns, mad->entries.size()});
-    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->path,
+    crv_SetMeans(mad->columns);
+    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->in.path,
            static_cast<int>(mad->steps_done));
-    if (crv_DBG == routine) crv_ListColumns({mad->columns, mad->entries.size()}, routine);
+    if (crv_DBG == routine) crv_ListColumns(mad->columns, routine);
     set_labels(mad);
-    return static_cast<int>(mad->entries.size());
+    return static_cast<int>(mad->selection.count);
 }
 
-int crv_ReadMad(const char *path, const char *selection, int first_slot) {
+int crv_ReadMad(const char *path, const crv_selection &selection) {
     if (crv_DBG == routine) printf("    _88-i-val, mad_filename = \"%s\" \n", path);
+    if (crv_DBG == routine) trace_selection(selection);
 
     madymo_file mad = {};
-    mad.path = path;
-    mad.first_slot = first_slot;
-    mad.columns = crv_columns + first_slot;
-    parse_selection(&mad, selection);
+    mad.in = {path, nullptr, routine, false};
+    mad.selection = selection;
+    mad.columns = crv_SelectedColumns(selection);
 
     printf("%%crv_88-i-wor, Reading \"%s\" ...\n", path);
-    mad.in = utl_OpenReader(path);
-    if (!mad.in) utl_QuitWithError("    _88-f-fopen", status_failed);
+    mad.in.lines = utl_OpenReader(path);
+    if (!mad.in.lines) utl_QuitWithError("    _88-f-fopen", status_failed);
     const int count = read_file(&mad);
-    utl_CloseReader(mad.in);
+    utl_CloseReader(mad.in.lines);
     return count;
 }

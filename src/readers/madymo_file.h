@@ -12,6 +12,8 @@
 // item is the place of the number on its line, and item 0 is the time.
 #pragma once
 
+#include "readers/selection.h"
+
 // Routine 88. Makes one column per pair of `selection`: pair k fills slot first_slot + k of the
 // column table with the values that pass the time window of the settings, and keeps their
 // statistics but for steps and times. Pairs for which the table has no slot are left out; the
@@ -23,4 +25,4 @@
 //
 // Deliberate: a third line without two numbers is complained of, and reading goes on with what it
 // gives.
-int crv_ReadMad(const char *path, const char *selection, int first_slot);
+int crv_ReadMad(const char *path, const crv_selection &selection);

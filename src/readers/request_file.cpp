@@ -2,8 +2,10 @@
 #include "readers/request_file.h"
 
 #include "readers/column_builder.h"
+#include "readers/input.h"
 #include "readers/selection.h"
 #include "records/column.h"
+#include "records/range.h"
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
@@ -12,7 +14,6 @@
 #include "text/line_reader.h"
 #include "text/number_reader.h"
 
-#include <cerrno>
 #include <cmath>
 #include <cstdio>
 
@@ -28,13 +29,9 @@ namespace {
 
 // What is known of the file while it is read.
 struct request_file {
-    const char *path;
-    utl_line_reader *in;
-    crv_reqsel table[CRV_MAXCOLS];
-    std::span<crv_reqsel> entries; // of the table
-    uint8_t order[CRV_MAXCOLS];    // entries in the order of their lines in a step
-    crv_column **columns;          // of the entries
-    int first_slot;
+    crv_input in;
+    crv_selection selection;
+    std::span<crv_column *const> columns; // of the selection
     char title[128];
     utl_line_status title_status;
     int num_requests;
@@ -43,31 +40,18 @@ struct request_file {
     double x_value; // latest value of entry 0
     uint32_t step;
     uint32_t steps_done;
-    bool warned_missing;
 };
-
-enum class outcome { done, refused };
 
 } // namespace
 
-static void warn_missing_numbers(request_file *req) {
-    if (req->warned_missing) return;
-    req->warned_missing = true;
-    fprintf(utl_ErrorStream(),
-            "%%crv_83-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
-            req->path, static_cast<unsigned long long>(req->in->line_number));
-}
-
-static void parse_selection(request_file *req, const char *selection) {
-    const int free_slots = CRV_MAXCOLS - req->first_slot;
-    req->entries = crv_ParseSel(selection, {req->table, static_cast<size_t>(free_slots)});
+static void trace_selection(const crv_selection &selection) {
     if (crv_DBG != routine) return;
-    for (const crv_reqsel &entry : req->entries)
+    for (const crv_reqsel &entry : crv_Entries(selection))
         printf("    _83-i-val, Access results for req = %4u, item = %u \n", entry.req, entry.item);
 }
 
 static void read_title(request_file *req) {
-    const utl_line line = utl_ReadLine(req->in, line_limit);
+    const utl_line line = utl_ReadLine(req->in.lines, line_limit);
     utl_CopyText(req->title, line.text);
     req->title_status = line.status;
     if (line.status != utl_line_status::newline && line.text.size() >= long_title_length) {
@@ -79,53 +63,53 @@ static void read_title(request_file *req) {
 // A header line says on which line of a step the values of its request stand.
 static void match_header_line(request_file *req, int block, const int (&fields)[5]) {
     const auto identifier = static_cast<uint32_t>(fields[0]);
-    for (crv_reqsel &entry : req->entries) {
+    for (crv_reqsel &entry : crv_Entries(&req->selection)) {
         if (entry.req != identifier) continue;
         entry.block = block;
         entry.type = static_cast<uint32_t>(fields[1]);
     }
 }
 
-static outcome read_header(request_file *req) {
-    utl_ReadLine(req->in, line_limit);
+static bool read_header(request_file *req) {
+    utl_ReadLine(req->in.lines, line_limit);
     read_title(req);
-    req->num_requests = utl_ToInt(utl_ReadLine(req->in, line_limit).text);
+    req->num_requests = utl_ToInt(utl_ReadLine(req->in.lines, line_limit).text);
     if (req->num_requests < 0) {
         fprintf(utl_ErrorStream(),
                 "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
-                req->num_requests, req->path);
-        return outcome::refused;
+                req->num_requests, req->in.path);
+        return false;
     }
     for (int64_t block = 1; block <= req->num_requests; ++block) {
-        const utl_line line = utl_ReadLine(req->in, line_limit);
+        const utl_line line = utl_ReadLine(req->in.lines, line_limit);
         if (line.status == utl_line_status::eof)
             break; // N can name more requests than the file has lines
         int fields[5];
         if (utl_ReadIntegers(line.text, fields) > 0)
             match_header_line(req, static_cast<int>(block), fields);
-        if (fields[4] != 0) utl_ReadLine(req->in, line_limit);
+        if (fields[4] != 0) utl_ReadLine(req->in.lines, line_limit);
     }
-    return outcome::done;
+    return true;
 }
 
-static outcome check_selection(const request_file *req) {
-    const crv_reqsel *missing = crv_FindMissing(req->entries);
-    if (!missing) return outcome::done;
+static bool check_selection(const request_file *req) {
+    const crv_reqsel *missing = crv_FindMissing(req->selection);
+    if (!missing) return true;
     printf("%%crv_83-e-mis, Request \"%u\" not found! \n", missing->req);
-    return outcome::refused;
+    return false;
 }
 
 // The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of
 // the entry that has the column's slot as its index, not of the column's own entry.
-static outcome make_columns(request_file *req) {
-    int slot = req->first_slot;
-    for (const crv_reqsel &entry : req->entries) {
+static bool make_columns(request_file *req) {
+    int slot = req->selection.first_slot;
+    for (const crv_reqsel &entry : crv_Entries(req->selection)) {
         crv_column *column = crv_AllocColumn(slot);
         if (!column) {
             utl_ReportError("    _83-e-calloc, data");
-            return outcome::refused;
+            return false;
         }
-        if (crv_IsTime(req->entries, slot)) {
+        if (crv_IsTime(req->selection, slot)) {
             snprintf(column->colname, sizeof column->colname, "Time");
         } else {
             snprintf(column->colname, sizeof column->colname, "R:%4u, i:%1u", entry.req,
@@ -133,8 +117,8 @@ static outcome make_columns(request_file *req) {
         }
         ++slot;
     }
-    crv_SortByBlock(req->entries, req->order);
-    return outcome::done;
+    crv_SortByBlock(&req->selection);
+    return true;
 }
 
 double crv_ReadItem(std::string_view line, uint32_t item, bool *complete) {
@@ -171,80 +155,88 @@ static void trace_value(const request_file *req, utl_line line, uint32_t item, d
     }
 }
 
-static outcome keep_value(const request_file *req, crv_column *column, double value) {
+static bool keep_value(const request_file *req, crv_column *column, double value) {
     ++column->numpts;
     crv_UpdateMinMax(column, value, req->step, req->time, req->time);
     crv_AccumulateSum(column, value);
     crv_UpdateFirstLast(column, value, req->step, req->time);
     crv_UpdateAbsMinMax(column, value, req->step, req->time);
-    if (crv_AppendValue(column, value)) return outcome::done;
+    if (crv_AppendValue(column, value)) return true;
     utl_ReportError("    _83-f-calloc");
-    return outcome::refused;
+    return false;
 }
 
 // Takes the value of entry k from the line of its request.
-static outcome read_value(request_file *req, size_t k, utl_line line) {
-    const uint32_t item = req->entries[k].item;
+static bool read_value(request_file *req, size_t k, utl_line line) {
+    const uint32_t item = req->selection.table[k].item;
     bool complete = true;
     const double value = crv_ReadItem(line.text, item, &complete);
-    if (!complete) warn_missing_numbers(req);
+    if (!complete) crv_WarnMissingNumbers(&req->in);
     if (req->screens_x && k == 0) req->x_value = value;
     if (crv_DBG == routine) trace_value(req, line, item, value);
 
-    if (!crv_InRange(req->time, crv_settings.time_window)) return outcome::done;
-    if (req->screens_x && !crv_InRange(req->x_value, crv_settings.x_filter)) return outcome::done;
+    if (!crv_InRange(req->time, crv_settings.time_window)) return true;
+    if (req->screens_x && !crv_InRange(req->x_value, crv_settings.x_filter)) return true;
     return keep_value(req, req->columns[k], value);
 }
 
-static outcome reject_multiple_results(const request_file *req) {
-    printf("%%crv_xx-e-mul, Multiple results in (%s)\n", req->path);
+static void reject_multiple_results(const request_file *req) {
+    printf("%%crv_xx-e-mul, Multiple results in (%s)\n", req->in.path);
     printf("    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
-    return outcome::refused;
 }
 
 // The line of the next entry in a step, or the first of the next step.
 static int64_t next_needed_block(const request_file *req, size_t next) {
-    return crv_NextNeededBlock(req->entries, req->order, next, req->num_requests);
+    return crv_NextNeededBlock(req->selection, next, req->num_requests);
 }
 
-static outcome read_steps(request_file *req) {
-    for (req->step = 1;; ++req->step) {
-        size_t next = 0; // of the entries in order
-        for (int64_t block = 0; block <= req->num_requests; ++block) {
-            if (block > 0) { // block 0 is the time line
-                block += utl_SkipLines(req->in, line_limit, next_needed_block(req, next) - block);
-                if (block > req->num_requests) break;
-            }
-            const utl_line line = utl_ReadLine(req->in, line_limit);
-            if (line.has_lt_or_nul && line.text.find("<++>") != line.text.npos)
-                return reject_multiple_results(req);
-            if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
-                return outcome::done;
-            if (block == 0 && !utl_ReadNumberAt(line.text, 1, &req->time))
-                warn_missing_numbers(req);
-            for (; next_needed_block(req, next) == block; ++next)
-                if (read_value(req, req->order[next], line) == outcome::refused)
-                    return outcome::refused;
+// Reads the lines of one step. Returns false at the end of the steps, with `failed` set if that is
+// an error.
+static bool read_step(request_file *req, bool *failed) {
+    size_t next = 0; // position in the order of the entries
+    for (int64_t block = 0; block <= req->num_requests;) {
+        const utl_line line = utl_ReadLine(req->in.lines, line_limit);
+        if (line.has_lt_or_nul && line.text.find("<++>") != line.text.npos) {
+            reject_multiple_results(req);
+            *failed = true;
+            return false;
         }
-        ++req->steps_done;
+        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
+            return false;
+        if (block == 0 && !utl_ReadNumberAt(line.text, 1, &req->time))
+            crv_WarnMissingNumbers(&req->in);
+        for (; next_needed_block(req, next) == block; ++next) {
+            if (read_value(req, req->selection.order[next], line)) continue;
+            *failed = true;
+            return false;
+        }
+        ++block;
+        block += utl_SkipLines(req->in.lines, line_limit, next_needed_block(req, next) - block);
     }
+    return true;
+}
+
+static bool read_steps(request_file *req) {
+    bool failed = false;
+    for (req->step = 1; read_step(req, &failed); ++req->step) ++req->steps_done;
+    return !failed;
 }
 
 static void set_means(const request_file *req) {
-    for (size_t k = 0; k < req->entries.size(); ++k) {
+    for (size_t k = 0; k < req->selection.count; ++k) {
         crv_column *column = req->columns[k];
         if (column->numpts < 1) {
             fprintf(utl_ErrorStream(), "%%crv_83-e-pts, No data points found for item (%d)\n",
-                    req->first_slot + static_cast<int>(k));
+                    req->selection.first_slot + static_cast<int>(k));
             utl_Quit(1);
         }
         column->mean = crv_MeanOf(column->sum, column->numpts);
     }
 }
 
-static void set_labels(const request_file *req) {
-    for (size_t k = 0; k < req->entries.size(); ++k) {
-        crv_reqsel *entry = &req->entries[k];
+static void set_labels(request_file *req) {
+    for (size_t k = 0; k < req->selection.count; ++k) {
+        crv_reqsel *entry = &req->selection.table[k];
         crv_column *column = req->columns[k];
         crv_LabelEntry(entry, type_labels, item_labels);
         if (entry->req == 0) {
@@ -260,40 +252,39 @@ static void set_labels(const request_file *req) {
 
 // From the first line to the last. Returns what crv_ReadReq does.
 static int read_file(request_file *req) {
-    if (read_header(req) == outcome::refused) return -1;
-    if (check_selection(req) == outcome::refused) return 0;
-    if (make_columns(req) == outcome::refused) return -1;
-    if (read_steps(req) == outcome::refused) return -1;
-    if (req->in->error != 0) {
-        errno = req->in->error;
+    if (!read_header(req)) return -1;
+    if (!check_selection(req)) return 0;
+    if (!make_columns(req)) return -1;
+    if (!read_steps(req)) return -1;
+    if (crv_ReadFailed(req->in)) {
         utl_ReportError("    _83-f-fread");
         return -1;
     }
     set_means(req);
-    printf("%%crv_83-i-pts, file (%s) has %d steps\n", req->path,
+    printf("%%crv_83-i-pts, file (%s) has %d steps\n", req->in.path,
            static_cast<int>(req->steps_done));
-    if (crv_DBG == routine) crv_ListColumns({req->columns, req->entries.size()}, routine);
+    if (crv_DBG == routine) crv_ListColumns(req->columns, routine);
     set_labels(req);
-    return static_cast<int>(req->entries.size());
+    return static_cast<int>(req->selection.count);
 }
 
-int crv_ReadReq(const char *path, const char *selection, int first_slot) {
+int crv_ReadReq(const char *path, const crv_selection &selection) {
     if (crv_DBG == routine) printf("    _83-i-val, req_filename = \"%s\" \n", path);
+    if (crv_DBG == routine) trace_selection(selection);
 
     request_file req = {};
-    req.path = path;
-    req.first_slot = first_slot;
-    req.columns = crv_columns + first_slot;
+    req.in = {path, nullptr, routine, false};
+    req.selection = selection;
+    req.columns = crv_SelectedColumns(selection);
     req.screens_x = crv_settings.x_filter[1] > crv_settings.x_filter[0];
-    parse_selection(&req, selection);
 
     printf("%%crv_83-i-wor, Reading \"%s\" ...\n", path);
-    req.in = utl_OpenReader(path);
-    if (!req.in) {
+    req.in.lines = utl_OpenReader(path);
+    if (!req.in.lines) {
         utl_ReportError("    _83-f-fopen");
         return -1;
     }
     const int count = read_file(&req);
-    utl_CloseReader(req.in);
+    utl_CloseReader(req.in.lines);
     return count;
 }

@@ -20,6 +20,8 @@
 //   other   -999.999                          "??"         5      "User ", others "?????"
 #pragma once
 
+#include "readers/selection.h"
+
 #include <cstdint>
 #include <string_view>
 
@@ -32,7 +34,7 @@
 // made then); -1 when the file cannot be read, holds several result sets, or memory runs out. A
 // column without a value ends the program with status 1. Deliberate: so does one of 32,768 values
 // to 65,536, as they are counted in 16 bits with a sign; with more the count begins anew.
-int crv_ReadReq(const char *path, const char *selection, int first_slot);
+int crv_ReadReq(const char *path, const crv_selection &selection);
 
 // The value that `item` names on a record line. Sets *complete to false, and leaves it alone
 // otherwise, when the line lacks a number that it takes; that number counts as 0.0.

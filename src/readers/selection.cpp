@@ -1,4 +1,4 @@
-// readers/selection.cpp - see selection.h.
+// readers/selection.cpp - parses the selection text, and puts its entries in the order of a step.
 #include "readers/selection.h"
 
 #include "text/fields.h"
@@ -7,43 +7,38 @@
 #include <cstring>
 #include <string_view>
 
-static crv_reqsel entry_of(std::string_view token) {
+static crv_reqsel parse_pair(std::string_view token) {
     crv_reqsel entry = {};
     const size_t colon = token.find(':');
     entry.req = static_cast<uint32_t>(utl_ToInt(token.substr(0, colon)));
     entry.item =
         colon == token.npos ? 1 : static_cast<uint32_t>(utl_ToInt(token.substr(colon + 1)));
     entry.block = -1;
-    if (entry.req == 0) { // time is always found, on the step's time line
+    if (entry.req == 0) { // time is always found, on the time line of a step
         entry.item = 0;
         entry.block = 0;
     }
     return entry;
 }
 
-std::span<crv_reqsel> crv_ParseSel(const char *text, std::span<crv_reqsel> table) {
+crv_selection crv_ParseSel(const char *text, int first_slot) {
+    crv_selection selection = {};
+    selection.first_slot = first_slot;
+    const auto free_slots = static_cast<size_t>(CRV_MAXCOLS - first_slot);
     std::string_view rest = text ? text : "";
     std::string_view token;
-    size_t count = 0;
-    while (count < table.size() && utl_NextField(&rest, &token)) table[count++] = entry_of(token);
-    return table.first(count);
+    for (; utl_NextField(&rest, &token); ++selection.num_pairs)
+        if (selection.count < free_slots) selection.table[selection.count++] = parse_pair(token);
+    return selection;
 }
 
-int crv_CountSel(const char *text) {
-    std::string_view rest = text ? text : "";
-    std::string_view token;
-    int count = 0;
-    while (utl_NextField(&rest, &token)) ++count;
-    return count;
-}
-
-bool crv_IsTime(std::span<const crv_reqsel> entries, int index) {
+bool crv_IsTime(const crv_selection &selection, int index) {
     const auto at = static_cast<size_t>(index);
-    return at < entries.size() && entries[at].req == 0;
+    return at < selection.count && selection.table[at].req == 0;
 }
 
-const crv_reqsel *crv_FindMissing(std::span<const crv_reqsel> entries) {
-    for (const crv_reqsel &entry : entries)
+const crv_reqsel *crv_FindMissing(const crv_selection &selection) {
+    for (const crv_reqsel &entry : crv_Entries(selection))
         if (entry.block == -1) return &entry;
     return nullptr;
 }
@@ -56,11 +51,12 @@ void crv_LabelEntry(crv_reqsel *entry, std::span<const char *const> types,
     memcpy(entry->comp_label, item, sizeof entry->comp_label);
 }
 
-void crv_SortByBlock(std::span<const crv_reqsel> entries, uint8_t *order) {
-    for (size_t k = 0; k < entries.size(); ++k) {
-        size_t place = k;
-        for (; place > 0 && entries[order[place - 1]].block > entries[k].block; --place)
-            order[place] = order[place - 1];
-        order[place] = static_cast<uint8_t>(k);
+void crv_SortByBlock(crv_selection *selection) {
+    uint8_t *order = selection->order;
+    for (size_t k = 0; k < selection->count; ++k) {
+        size_t at = k;
+        for (; at > 0 && selection->table[order[at - 1]].block > selection->table[k].block; --at)
+            order[at] = order[at - 1];
+        order[at] = static_cast<uint8_t>(k);
     }
 }

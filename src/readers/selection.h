@@ -1,14 +1,15 @@
-// readers/selection.h - the request selection: which series of a file become columns.
+// readers/selection.h - the request selection: which series of a file become which columns.
 //
 //   1052:3,1090:2    item 3 of request 1052 and item 2 of request 1090
 //   0,38:3           time, and item 3 of request 38
 //   1,3              columns 1 and 3 of a column file
 //
-// Pair k fills column slot first + k of the reader that it is handed to.
+// Pair k fills slot first_slot + k of the column table.
 #pragma once
 
 #include "records/column.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -22,34 +23,50 @@ struct crv_reqsel {
     char type_label[5]; // label of the type, set when the file has been read
 };
 
-// Reads the selection `text` into `table`, as many pairs as it holds, and returns the part that was
-// filled. It never fails: what is not a number reads as 0, and so as time. A null text has no
-// pairs.
+struct crv_selection {
+    int first_slot; // column slot of entry 0
+    int num_pairs;  // pairs of the text
+    size_t count;   // entries: the pairs for which the column table has a slot
+    crv_reqsel table[CRV_MAXCOLS];
+    uint8_t order[CRV_MAXCOLS]; // indices of the entries, see crv_SortByBlock
+};
+
+// Parses the selection `text` for the columns from `first_slot` on, 0 to CRV_MAXCOLS. Never fails:
+// text that is not a number reads as 0, which is time. A null text has no pairs.
 //
 // Pairs are separated by blanks and commas. Without a ':' the item is 1.
-std::span<crv_reqsel> crv_ParseSel(const char *text, std::span<crv_reqsel> table);
+crv_selection crv_ParseSel(const char *text, int first_slot);
 
-// The number of pairs of the selection, however many.
-int crv_CountSel(const char *text);
+inline std::span<crv_reqsel> crv_Entries(crv_selection *selection) {
+    return {selection->table, selection->count};
+}
+inline std::span<const crv_reqsel> crv_Entries(const crv_selection &selection) {
+    return {selection.table, selection.count};
+}
 
-// Whether entry `index` is time; false where the selection has no such entry.
-bool crv_IsTime(std::span<const crv_reqsel> entries, int index);
+// Returns the columns of the entries, in the same order.
+inline std::span<crv_column *const> crv_SelectedColumns(const crv_selection &selection) {
+    return {crv_columns + selection.first_slot, selection.count};
+}
 
-// The first entry whose request the file does not have, or null.
-const crv_reqsel *crv_FindMissing(std::span<const crv_reqsel> entries);
+// Returns true if entry `index` exists and is time.
+bool crv_IsTime(const crv_selection &selection, int index);
+
+// Returns the first entry whose request the file does not contain, or null.
+const crv_reqsel *crv_FindMissing(const crv_selection &selection);
 
 // Sets both labels of an entry from the tables of its format: texts of five and of two characters,
-// by type and by item. What a table does not have is "?????" or "??".
+// by type and by item. Outside the tables they are "?????" and "??".
 void crv_LabelEntry(crv_reqsel *entry, std::span<const char *const> types,
                     std::span<const char *const> items);
 
-// Puts the indices of `entries` into `order`, sorted by block; entries of one block stay in
-// selection order. So a reader meets them in the order in which a step holds their lines.
-void crv_SortByBlock(std::span<const crv_reqsel> entries, uint8_t *order);
+// Sorts the indices of the entries by block into `order`; entries of one block stay in selection
+// order. A reader then reaches them in the order of the lines of a step.
+void crv_SortByBlock(crv_selection *selection);
 
-// The block of the entry that stands at `next` in this order, or `last + 1` when there is none: all
-// lines before it are nobody's.
-inline int64_t crv_NextNeededBlock(std::span<const crv_reqsel> entries, const uint8_t *order,
-                                   size_t next, int last) {
-    return next < entries.size() ? entries[order[next]].block : int64_t{last} + 1;
+// Returns the block of the entry at position `next` of this order, or `last_block` + 1 after the
+// last entry: no entry needs the lines before it.
+inline int64_t crv_NextNeededBlock(const crv_selection &selection, size_t next, int last_block) {
+    return next < selection.count ? selection.table[selection.order[next]].block
+                                  : int64_t{last_block} + 1;
 }

@@ -1,6 +1,7 @@
 // records/chart.cpp - see chart.h.
 #include "records/chart.h"
 
+#include "records/range.h"
 #include "system/memory.h"
 
 #include <cstdio>
@@ -8,11 +9,6 @@
 crv_chart *crv_charts[crv_chart_slots];
 
 static constexpr uint16_t preset_curves = 5; // curves that get a column pair of their own
-
-static void set_pair(double (&pair)[2], double low, double high) {
-    pair[0] = low;
-    pair[1] = high;
-}
 
 static bool make_curves(crv_chart *chart) {
     for (crv_curve *&curve : chart->curves) {
@@ -46,9 +42,9 @@ crv_chart *crv_AllocCht(int index) {
         perror("    _50-e-calloc, curve");
         return nullptr;
     }
-    set_pair(chart->xminmax, 10.0, -10.0);
-    set_pair(chart->yminmax, 20.0, -20.0);
-    set_pair(chart->zoomxminmax, 11.0, -11.0);
-    set_pair(chart->zoomyminmax, 22.0, -22.0);
+    crv_SetRange(chart->xminmax, 10.0, -10.0);
+    crv_SetRange(chart->yminmax, 20.0, -20.0);
+    crv_SetRange(chart->zoomxminmax, 11.0, -11.0);
+    crv_SetRange(chart->zoomyminmax, 22.0, -22.0);
     return chart;
 }

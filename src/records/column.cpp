@@ -1,4 +1,4 @@
-// records/column.cpp - see column.h.
+// records/column.cpp - values come from blocks, one after the other; the blocks are never freed.
 #include "records/column.h"
 
 #include "system/memory.h"
@@ -13,7 +13,7 @@ static constexpr size_t large_block_values = 512 * 1024; // 8 MiB
 
 crv_column *crv_columns[CRV_MAXCOLS];
 
-// The node just allocated, and the last one of its block. Both null before the first block.
+// The last allocated node, and the last node of its block. Both are null before the first block.
 static crv_value *last_allocated;
 static crv_value *block_end;
 static size_t block_values = first_block_values; // of the next block
@@ -34,6 +34,19 @@ crv_value *crv_AllocValue() {
     block_end = block + (block_values - 1);
     block_values = large_block_values;
     return last_allocated;
+}
+
+bool crv_AppendValue(crv_column *column, double value) {
+    crv_value *node = crv_AllocValue();
+    if (!node) return false;
+    node->val = value;
+    if (column->val_list) {
+        column->val_cur->next = node;
+    } else {
+        column->val_list = node;
+    }
+    column->val_cur = node;
+    return true;
 }
 
 void crv_ClearColumns() {

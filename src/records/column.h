@@ -57,5 +57,9 @@ crv_column *crv_AllocColumn(int slot);
 // each.
 crv_value *crv_AllocValue();
 
+// Appends `value` to the column's list and makes it the current one. Returns false with errno set
+// if memory runs out. Update the statistics of the value before it is appended.
+bool crv_AppendValue(crv_column *column, double value);
+
 // Empties the column table. The records stay where they are.
 void crv_ClearColumns();

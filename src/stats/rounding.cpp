@@ -1,6 +1,7 @@
 // stats/rounding.cpp - see rounding.h.
 #include "stats/rounding.h"
 
+#include "records/range.h"
 #include "records/settings.h"
 #include "text/number_reader.h"
 
@@ -54,11 +55,6 @@ static double round_up(double value) {
     return lead.digit * lead.power;
 }
 
-static void set_pair(double *minmax, double low, double high) {
-    minmax[0] = low;
-    minmax[1] = high;
-}
-
 void crv_RMinMax(double *minmax) {
     if (crv_DBG == 49) {
         printf("    _49-i-val, \n");
@@ -66,11 +62,11 @@ void crv_RMinMax(double *minmax) {
     }
 
     if (crv_DBG == 491) {
-        set_pair(minmax, 0.491, 491.0);
+        crv_SetRange(minmax, 0.491, 491.0);
     } else {
-        set_pair(minmax, round_down(minmax[0]), round_up(minmax[1]));
+        crv_SetRange(minmax, round_down(minmax[0]), round_up(minmax[1]));
     }
-    if (crv_DBG == 492) set_pair(minmax, 0.492, 492.0);
+    if (crv_DBG == 492) crv_SetRange(minmax, 0.492, 492.0);
 
     if (crv_DBG == 49 || (crv_DBG >= 491 && crv_DBG <= 494))
         printf("    _49-i-val, After : minmax[0] = %f, minmax[1] = %f\n", minmax[0], minmax[1]);

@@ -183,5 +183,5 @@ void check_statistics(const column_copy &column) {
 }
 
 int wanted_columns(const reader_input &input, int first_slot) {
-    return std::min(crv_CountSel(input.selection.c_str()), CRV_MAXCOLS - first_slot);
+    return static_cast<int>(crv_ParseSel(input.selection.c_str(), first_slot).count);
 }

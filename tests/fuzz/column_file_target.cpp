@@ -6,7 +6,7 @@
 
 static int read_file(const char *path, const reader_input &input) {
     const int label_line = input.first_slot % 5;
-    return crv_ReadPost(path, input.selection.c_str(), input.first_slot / 5, label_line, label_line + 1);
+    return crv_ReadPost(path, crv_ParseSel(input.selection.c_str(), input.first_slot / 5), label_line, label_line + 1);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {

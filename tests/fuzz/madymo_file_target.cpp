@@ -4,7 +4,7 @@
 #include "readers/madymo_file.h"
 
 static int read_file(const char *path, const reader_input &input) {
-    return crv_ReadMad(path, input.selection.c_str(), input.first_slot);
+    return crv_ReadMad(path, crv_ParseSel(input.selection.c_str(), input.first_slot));
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {

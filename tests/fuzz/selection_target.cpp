@@ -20,7 +20,8 @@ static crv_reqsel entry_by_rule(const char *token) {
     return entry;
 }
 
-static void check_parsed(const std::string &text, std::span<const crv_reqsel> entries, size_t room) {
+static void check_parsed(const std::string &text, const crv_selection &selection, size_t room) {
+    const std::span<const crv_reqsel> entries = crv_Entries(selection);
     std::string copy = text;
     size_t count = 0;
     for (char *token = strtok(copy.data(), " ,"); token; token = strtok(nullptr, " ,"), ++count) {
@@ -32,22 +33,22 @@ static void check_parsed(const std::string &text, std::span<const crv_reqsel> en
                 "a pair is read as by atoi");
     }
     require(entries.size() == std::min(count, room), "there are as many entries as pairs");
-    require(crv_CountSel(text.c_str()) == static_cast<int>(count), "all pairs are counted");
+    require(selection.num_pairs == static_cast<int>(count), "all pairs are counted");
 }
 
-static void check_order(std::span<crv_reqsel> entries, std::string_view blocks) {
+static void check_order(crv_selection selection, std::string_view blocks) {
+    const std::span<crv_reqsel> entries = crv_Entries(&selection);
     for (crv_reqsel &entry : entries) entry.block = take_integer(&blocks, ' ');
-    uint8_t order[CRV_MAXCOLS];
-    crv_SortByBlock(entries, order);
+    crv_SortByBlock(&selection);
     std::vector<uint8_t> wanted(entries.size());
     for (size_t k = 0; k < wanted.size(); ++k) wanted[k] = static_cast<uint8_t>(k);
     std::stable_sort(wanted.begin(), wanted.end(),
                      [&](uint8_t a, uint8_t b) { return entries[a].block < entries[b].block; });
-    require(std::equal(wanted.begin(), wanted.end(), order), "entries are sorted by block, equal ones stay");
+    require(std::equal(wanted.begin(), wanted.end(), selection.order), "entries are sorted by block, equal ones stay");
     for (size_t k = 0; k < wanted.size(); ++k)
-        require(crv_NextNeededBlock(entries, order, k, 5) == entries[wanted[k]].block,
+        require(crv_NextNeededBlock(selection, k, 5) == entries[wanted[k]].block,
                 "and met in that order");
-    require(crv_NextNeededBlock(entries, order, wanted.size(), 5) == 6, "and no other after them");
+    require(crv_NextNeededBlock(selection, wanted.size(), 5) == 6, "and no other after them");
 }
 
 static void check_labels(crv_reqsel entry) {
@@ -65,14 +66,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     std::string_view rest(reinterpret_cast<const char *>(data), size);
     const std::string text = take_text(&rest, '\n');
     const size_t room = rest.size() % (CRV_MAXCOLS + 1);
-    crv_reqsel table[CRV_MAXCOLS];
-    const std::span<crv_reqsel> entries = crv_ParseSel(text.c_str(), {table, room});
-    check_parsed(text, entries, room);
+    const crv_selection selection =
+        crv_ParseSel(text.c_str(), CRV_MAXCOLS - static_cast<int>(room));
+    const std::span<const crv_reqsel> entries = crv_Entries(selection);
+    check_parsed(text, selection, room);
     for (const crv_reqsel &entry : entries) check_labels(entry);
     for (int k = 0; k <= CRV_MAXCOLS; ++k)
-        require(crv_IsTime(entries, k) ==
+        require(crv_IsTime(selection, k) ==
                     (static_cast<size_t>(k) < entries.size() && entries[static_cast<size_t>(k)].req == 0),
                 "request 0 is time");
-    check_order(entries, rest);
+    check_order(selection, rest);
     return 0;
 }

@@ -13,7 +13,8 @@ class column_file : public reader_test {
              int first_slot = 0) {
         return read_with(
             [&](const char *name) {
-                return crv_ReadPost(name, selection, first_slot, label_line, label_line + 1);
+                return crv_ReadPost(name, crv_ParseSel(selection, first_slot), label_line,
+                                    label_line + 1);
             },
             bytes);
     }
@@ -175,13 +176,13 @@ TEST_F(column_file, AFileThatEndsBeforeItsFirstRowHasNoColumns) {
 }
 
 TEST_F(column_file, FailuresEndTheProgramWithZero) {
-    EXPECT_EXIT(crv_ReadPost("/nowhere/a.pos", "0", 0, 1, 2), testing::ExitedWithCode(0),
-                "^    _94-f-fopen: No such file or directory\n$");
+    EXPECT_EXIT(crv_ReadPost("/nowhere/a.pos", crv_ParseSel("0", 0), 1, 2),
+                testing::ExitedWithCode(0), "^    _94-f-fopen: No such file or directory\n$");
     const text_file file(table);
     EXPECT_EXIT(
         {
             const failing_memory memory(reader_allocations);
-            crv_ReadPost(file.path(), "0", 0, 1, 2);
+            crv_ReadPost(file.path(), crv_ParseSel("0", 0), 1, 2);
         },
         testing::ExitedWithCode(0), "^    _94-e-calloc, data: Cannot allocate memory\n$");
     const text_file long_file("a\n1\n");
@@ -189,7 +190,7 @@ TEST_F(column_file, FailuresEndTheProgramWithZero) {
         {
             use_up_values();
             const failing_memory memory(reader_allocations + 1);
-            crv_ReadPost(long_file.path(), "1", 0, 1, 2);
+            crv_ReadPost(long_file.path(), crv_ParseSel("1", 0), 1, 2);
         },
         testing::ExitedWithCode(0), "^    _94-f-calloc: Cannot allocate memory\n$");
 }

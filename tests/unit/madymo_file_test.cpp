@@ -10,8 +10,11 @@ namespace {
 class madymo_file : public reader_test {
   protected:
     int read(const std::string &bytes, const char *selection, int first_slot = 0) {
-        return read_with([&](const char *name) { return crv_ReadMad(name, selection, first_slot); },
-                         bytes);
+        return read_with(
+            [&](const char *name) {
+                return crv_ReadMad(name, crv_ParseSel(selection, first_slot));
+            },
+            bytes);
     }
 };
 
@@ -73,7 +76,8 @@ TEST_F(madymo_file, Item31IsTheLastAndItem32EndsTheProgram) {
     const std::string bytes = "t\n\n1 0\nname\n0\n" + line + "\n";
     EXPECT_EQ(read(bytes, "1:31"), 1);
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{31}));
-    EXPECT_EXIT(crv_ReadMad(text_file(bytes).path(), "1:32", 0), testing::ExitedWithCode(0),
+    EXPECT_EXIT(crv_ReadMad(text_file(bytes).path(), crv_ParseSel("1:32", 0)),
+                testing::ExitedWithCode(0),
                 "^%crv_88-f-col, Exceeded Max number of col to reqest of 31\n$");
 }
 
@@ -138,7 +142,8 @@ TEST_F(madymo_file, AThirdLineWithoutTwoNumbersIsComplainedOfAndReadingGoesOn) {
 }
 
 TEST_F(madymo_file, ANegativeNumberOfRequestsEndsTheProgram) {
-    EXPECT_EXIT(crv_ReadMad(text_file("t\n\n-1 0\n").path(), "0", 0), testing::ExitedWithCode(0),
+    EXPECT_EXIT(crv_ReadMad(text_file("t\n\n-1 0\n").path(), crv_ParseSel("0", 0)),
+                testing::ExitedWithCode(0),
                 "^%crv_88-f-num, Number of requests \\(-1\\) on line 3 of \".*\" is below 0\n$");
 }
 
@@ -156,14 +161,16 @@ TEST_F(madymo_file, HugeCountsAreNotWaitedFor) {
 TEST_F(madymo_file, ALastLineWithoutItsEndEndsTheProgramAsTooLong) {
     std::string bytes = head + steps({0});
     bytes.pop_back();
-    EXPECT_EXIT(crv_ReadMad(text_file(bytes).path(), "1", 0), testing::ExitedWithCode(0),
+    EXPECT_EXIT(crv_ReadMad(text_file(bytes).path(), crv_ParseSel("1", 0)),
+                testing::ExitedWithCode(0),
                 "^\n%crv_88-f-lon, Current records are too long in \".*\"\n$");
 }
 
 TEST_F(madymo_file, ADataLineOfMoreThan509CharactersEndsTheProgram) {
     const std::string start = "t\n\n1 0\nname\n0\n";
     EXPECT_EQ(read(start + "5" + std::string(508, ' ') + "\n", "1"), 1);
-    EXPECT_EXIT(crv_ReadMad(text_file(start + "5" + std::string(509, ' ') + "\n").path(), "1", 0),
+    EXPECT_EXIT(crv_ReadMad(text_file(start + "5" + std::string(509, ' ') + "\n").path(),
+                            crv_ParseSel("1", 0)),
                 testing::ExitedWithCode(0), "Current records are too long");
 }
 
@@ -203,13 +210,13 @@ TEST_F(madymo_file, TheTitleIsLineOneCutAt79) {
 }
 
 TEST_F(madymo_file, FailuresEndTheProgramWithZero) {
-    EXPECT_EXIT(crv_ReadMad("/nowhere/a.mad", "0", 0), testing::ExitedWithCode(0),
+    EXPECT_EXIT(crv_ReadMad("/nowhere/a.mad", crv_ParseSel("0", 0)), testing::ExitedWithCode(0),
                 "^    _88-f-fopen: No such file or directory\n$");
     const text_file file(head + steps({0}));
     EXPECT_EXIT(
         {
             const failing_memory memory(reader_allocations);
-            crv_ReadMad(file.path(), "0", 0);
+            crv_ReadMad(file.path(), crv_ParseSel("0", 0));
         },
         testing::ExitedWithCode(0), "^    _88-e-calloc, data: Cannot allocate memory\n$");
     const text_file long_file("t\n\n0 0\n1\n");
@@ -217,7 +224,7 @@ TEST_F(madymo_file, FailuresEndTheProgramWithZero) {
         {
             use_up_values();
             const failing_memory memory(reader_allocations + 1);
-            crv_ReadMad(long_file.path(), "0", 0);
+            crv_ReadMad(long_file.path(), crv_ParseSel("0", 0));
         },
         testing::ExitedWithCode(0), "^    _88-f-calloc: Cannot allocate memory\n$");
 }

@@ -10,8 +10,11 @@ namespace {
 class request_file : public reader_test {
   protected:
     int read(const std::string &bytes, const char *selection, int first_slot = 0) {
-        return read_with([&](const char *name) { return crv_ReadReq(name, selection, first_slot); },
-                         bytes);
+        return read_with(
+            [&](const char *name) {
+                return crv_ReadReq(name, crv_ParseSel(selection, first_slot));
+            },
+            bytes);
     }
 };
 
@@ -194,7 +197,7 @@ TEST_F(request_file, ARequestThatIsNotThereStopsTheRead) {
 
 TEST_F(request_file, MoreRequestsThanTheFileHasLinesAreNotWaitedFor) {
     EXPECT_EQ(read("\nt\n2147483647\n7 1 0 0 0\n", "8"), 0);
-    EXPECT_EXIT(crv_ReadReq(text_file("\nt\n2147483647\n7 1 0 0 0\n").path(), "7", 0),
+    EXPECT_EXIT(crv_ReadReq(text_file("\nt\n2147483647\n7 1 0 0 0\n").path(), crv_ParseSel("7", 0)),
                 testing::ExitedWithCode(1), "");
 }
 
@@ -256,20 +259,20 @@ TEST_F(request_file, SeveralResultSetsAreRefusedOnAnyDataLine) {
 
 TEST_F(request_file, AMissingFileIsReported) {
     testing::internal::CaptureStderr();
-    EXPECT_EQ(stdout_of([] { EXPECT_EQ(crv_ReadReq("/nowhere/a.req", "0", 0), -1); }),
+    EXPECT_EQ(stdout_of([] { EXPECT_EQ(crv_ReadReq("/nowhere/a.req", crv_ParseSel("0", 0)), -1); }),
               "%crv_83-i-wor, Reading \"/nowhere/a.req\" ...\n");
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "    _83-f-fopen: No such file or directory\n");
 }
 
 TEST_F(request_file, AFolderIsReportedLikeAFailedOpen) {
-    EXPECT_EQ(stderr_of([] { EXPECT_EQ(crv_ReadReq("/tmp", "0", 0), -1); }),
+    EXPECT_EQ(stderr_of([] { EXPECT_EQ(crv_ReadReq("/tmp", crv_ParseSel("0", 0)), -1); }),
               "    _83-f-fopen: Is a directory\n");
 }
 
 TEST_F(request_file, AColumnWithoutPointsEndsTheProgram) {
     crv_settings.time_window[1] = -200;
-    EXPECT_EXIT(crv_ReadReq(text_file(two_requests({0})).path(), "0,10", 4),
+    EXPECT_EXIT(crv_ReadReq(text_file(two_requests({0})).path(), crv_ParseSel("0,10", 4)),
                 testing::ExitedWithCode(1),
                 "^%crv_83-e-pts, No data points found for item \\(4\\)\n$");
 }
@@ -286,7 +289,7 @@ TEST_F(request_file, ThirtyTwoThousandSevenHundredAndSixtySevenPointsAreTheMost)
 }
 
 TEST_F(request_file, OnePointMoreThanTheMostEndsTheProgram) {
-    EXPECT_EXIT(crv_ReadReq(text_file(many_steps(32768)).path(), "0", 0),
+    EXPECT_EXIT(crv_ReadReq(text_file(many_steps(32768)).path(), crv_ParseSel("0", 0)),
                 testing::ExitedWithCode(1), "No data points found for item \\(0\\)");
 }
 
@@ -299,7 +302,7 @@ TEST_F(request_file, TheSixteenBitCountWrapsAround) {
 TEST_F(request_file, AColumnRecordWithoutMemoryIsReported) {
     const text_file file(two_requests({0}));
     const failing_memory memory(reader_allocations + 1);
-    EXPECT_EQ(stderr_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), "0,10", 0), -1); }),
+    EXPECT_EQ(stderr_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), crv_ParseSel("0,10", 0)), -1); }),
               "    _83-e-calloc, data: Cannot allocate memory\n");
     EXPECT_NE(crv_columns[0], nullptr) << "columns made so far stay";
     EXPECT_EQ(crv_columns[1], nullptr);
@@ -309,7 +312,7 @@ TEST_F(request_file, AValueWithoutMemoryIsReported) {
     const text_file file(many_steps(10));
     use_up_values();
     const failing_memory memory(reader_allocations + 1);
-    EXPECT_EQ(stderr_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), "0", 0), -1); }),
+    EXPECT_EQ(stderr_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), crv_ParseSel("0", 0)), -1); }),
               "    _83-f-calloc: Cannot allocate memory\n");
 }
 
@@ -372,7 +375,7 @@ TEST_F(request_file, ATitlePaddedToEightyCharactersLosesItsBlanks) {
 TEST_F(request_file, ATitleBeyondTheLineLimitIsCutTo78AndALineEnd) {
     read("\n" + std::string(126, 't') + "\n", ""); // the rest of the title line stands for line 3
     const text_file file("\n" + std::string(126, 't') + "0\n1\n");
-    stdout_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), "0", 0), 1); });
+    stdout_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), crv_ParseSel("0", 0)), 1); });
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(78, 't') + "\n");
 }
 

@@ -16,11 +16,11 @@ void PrintTo(const pair &p, std::ostream *out) {
 }
 
 std::vector<pair> parsed(const char *text) {
-    crv_reqsel entries[CRV_MAXCOLS];
+    const crv_selection selection = crv_ParseSel(text, 0);
     std::vector<pair> pairs;
-    for (const crv_reqsel &entry : crv_ParseSel(text, entries))
+    for (const crv_reqsel &entry : crv_Entries(selection))
         pairs.push_back({entry.req, entry.item, entry.block});
-    EXPECT_EQ(crv_CountSel(text), static_cast<int>(pairs.size()));
+    EXPECT_EQ(selection.num_pairs, static_cast<int>(pairs.size()));
     return pairs;
 }
 
@@ -69,18 +69,20 @@ TEST(Selection, ATabIsPartOfAToken) {
 TEST(Selection, MorePairsThanRoomAreCountedButNotStored) {
     std::string text = "0";
     for (int k = 1; k < 100000; ++k) text += ",1:1";
-    crv_reqsel entries[CRV_MAXCOLS];
-    EXPECT_EQ(crv_ParseSel(text.c_str(), entries).size(), 31U);
-    EXPECT_EQ(crv_CountSel(text.c_str()), 100000);
+    const crv_selection selection = crv_ParseSel(text.c_str(), 0);
+    EXPECT_EQ(selection.count, 31U);
+    EXPECT_EQ(selection.num_pairs, 100000);
+    EXPECT_EQ(crv_ParseSel(text.c_str(), 29).count, 2U);
+    EXPECT_EQ(crv_ParseSel(text.c_str(), CRV_MAXCOLS).count, 0U);
 }
 
 TEST(Selection, OrderByBlockKeepsSelectionOrderWithinALine) {
-    crv_reqsel entries[5] = {};
+    crv_selection selection = crv_ParseSel("1,2,3,4,5", 0);
     const int blocks[5] = {3, 0, 3, 1, 0};
-    for (int k = 0; k < 5; ++k) entries[k].block = blocks[k];
-    uint8_t order[5];
-    crv_SortByBlock(entries, order);
-    EXPECT_THAT(order, testing::ElementsAre(1, 4, 3, 0, 2));
+    for (int k = 0; k < 5; ++k) selection.table[k].block = blocks[k];
+    crv_SortByBlock(&selection);
+    EXPECT_THAT(std::vector<uint8_t>(selection.order, selection.order + 5),
+                testing::ElementsAre(1, 4, 3, 0, 2));
 }
 
 } // namespace

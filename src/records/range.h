@@ -1,0 +1,12 @@
+// records/range.h - ranges: pairs {low, high} of the settings, the chart and the readers.
+#pragma once
+
+// Returns true if low <= value <= high; false if any of them is not a number.
+inline bool crv_InRange(double value, const double (&range)[2]) {
+    return range[0] <= value && value <= range[1];
+}
+
+inline void crv_SetRange(double *range, double low, double high) {
+    range[0] = low;
+    range[1] = high;
+}
