@@ -1,4 +1,4 @@
-// app/setup.cpp - see setup.h.
+// app/setup.cpp - the steps of a run, and the checks before the chart is written.
 #include "app/setup.h"
 
 #include "app/file_options.h"
@@ -30,8 +30,8 @@ static void use_given_range(const double (&given)[2], double (&range)[2]) {
     if (given[1] > given[0]) std::copy(std::begin(given), std::end(given), range);
 }
 
-// A slip of the command line must not cost a file: the chart is not written over what was read, or
-// is pasted into it.
+// A mistake on the command line must not cost a file: the chart does not overwrite an input file or
+// the file that is pasted into it.
 static void refuse_to_overwrite_inputs(const crv_driver *run) {
     for (const std::string &path : run->paths_read) {
         if (!utl_IsSameFile(run->ps_path, path.c_str())) continue;
@@ -64,10 +64,14 @@ static void refuse_to_overwrite_inputs(const crv_driver *run) {
     utl_Quit(status_chart_done);
 }
 
-[[noreturn]] static void print_text(const crv_driver *run, const utl_build_info &identity) {
+static bool is_text_request(int request) {
+    return request >= crv_request_help && request <= crv_request_bugs;
+}
+
+[[noreturn]] static void print_text(const crv_driver *run, const utl_build_info &build_info) {
     switch (run->request) {
     case crv_request_help: crv_PrintHelp(); break;
-    case crv_request_status: crv_PrintStatus(run->argv[0], identity); break;
+    case crv_request_status: crv_PrintStatus(run->argv[0], build_info); break;
     case crv_request_debug_help: crv_PrintDebugHelp(); break;
     case crv_request_examples: crv_PrintExamples(); break;
     default: crv_PrintBugs(); break;
@@ -97,22 +101,31 @@ static void dump_records(const crv_driver *run) {
     }
 }
 
-static void finish_run(crv_driver *run, const utl_build_info &identity) {
-    if (crv_DBG == 49) {
-        printf("    _05-v-val, 11111111111111111111 Before DumpChts()\n");
-        crv_RequireChart(run);
-        crv_DumpChts(0);
-    }
+static void trace_scanned_chart(crv_driver *run) {
+    if (crv_DBG != 49) return;
+    printf("    _05-v-val, 11111111111111111111 Before DumpChts()\n");
+    crv_RequireChart(run);
+    crv_DumpChts(0);
+}
+
+static void trace_final_chart() {
+    if (crv_DBG != 49) return;
+    printf("    _05-v-val, 2222222222222 Before DumpChts() \n");
+    crv_DumpChts(0);
+}
+
+static void read_missing_file(crv_driver *run) {
     if (run->request == crv_request_requests && run->columns_read < 2)
         crv_ReadPickedRequestFile(run);
+}
+
+static void finish_run(crv_driver *run, const utl_build_info &build_info) {
+    trace_scanned_chart(run);
+    read_missing_file(run);
     check_data(run);
     set_up_chart(run);
-    if (crv_DBG == 49) {
-        printf("    _05-v-val, 2222222222222 Before DumpChts() \n");
-        crv_DumpChts(0);
-    }
-    if (run->request >= crv_request_help && run->request <= crv_request_bugs)
-        print_text(run, identity);
+    trace_final_chart();
+    if (is_text_request(run->request)) print_text(run, build_info);
     if (run->request == crv_request_chart) draw_chart(run);
     dump_records(run);
     printf("\n");
@@ -125,8 +138,8 @@ void crv_SetUp(int argc, char **argv, char ** /*envp*/) {
     run.request = argc - 1;
     crv_settings.time_window[0] = -100.0;
     crv_settings.time_window[1] = 10000.0;
-    utl_build_info identity;
-    utl_GetBuildInfo(&identity);
+    utl_build_info build_info;
+    utl_GetBuildInfo(&build_info);
     if (argc < 2) {
         printf("%%crv_05-f-arg, No arguments specified. Try (crv -h) \n");
         utl_Quit(0);
@@ -134,5 +147,5 @@ void crv_SetUp(int argc, char **argv, char ** /*envp*/) {
     run.chart = crv_AllocCht(0);
     crv_ClearColumns();
     crv_ScanOptions(&run);
-    finish_run(&run, identity);
+    finish_run(&run, build_info);
 }

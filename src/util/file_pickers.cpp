@@ -1,4 +1,4 @@
-// util/file_pickers.cpp - see file_pickers.h.
+// util/file_pickers.cpp - the pickers for several files (routine 34) and for one (routine 33).
 #include "util/file_pickers.h"
 
 #include "records/settings.h"
@@ -22,7 +22,7 @@ static constexpr int no_selection = -10;
 
 namespace {
 
-// What a picker reports when memory runs out, and the status it ends with.
+// The messages of a picker when memory runs out, and its exit status.
 struct alloc_messages {
     const char *first_name;
     const char *later_name;
@@ -30,7 +30,7 @@ struct alloc_messages {
     int status;
 };
 
-// Files first to last of a list, counted from 1; first is no_selection for none.
+// Files first to last of a list, counted from 1; first is no_selection if none is selected.
 struct file_range {
     int first;
     int last;
@@ -49,15 +49,15 @@ static crv_file *new_file(std::string_view name, size_t block, const char *name_
     return file;
 }
 
-// The last character of a line goes; in a piece of a line that was too long it is one of the name.
+// Removes the last character of a line: its line end, or a character of the name in a part of a
+// line that is too long.
 static std::string_view filename_from(utl_line line) {
     if (line.status == utl_line_status::newline || line.text.empty()) return line.text;
     return line.text.substr(0, line.text.size() - 1);
 }
 
-// Makes a list of the names in an open listing and closes it. A last line without its line end is
-// no name.
-static crv_file *read_listing(utl_line_reader *in, const alloc_messages &reports, int *count) {
+// Reads the names of an open listing and closes it. Ignores an unterminated last line.
+static crv_file *read_listing(utl_line_reader *in, const alloc_messages &messages, int *count) {
     crv_file *list = nullptr;
     crv_file **end = &list;
     *count = 0;
@@ -65,9 +65,9 @@ static crv_file *read_listing(utl_line_reader *in, const alloc_messages &reports
         const utl_line line = utl_ReadLine(in, listing_limit);
         if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
             break;
-        const char *name_report = *count == 0 ? reports.first_name : reports.later_name;
+        const char *name_report = *count == 0 ? messages.first_name : messages.later_name;
         *end =
-            new_file(filename_from(line), name_block, name_report, reports.entry, reports.status);
+            new_file(filename_from(line), name_block, name_report, messages.entry, messages.status);
         end = &(*end)->next;
         ++*count;
     }
@@ -94,8 +94,8 @@ crv_file *crv_AllocFile(const char *name) {
     return file;
 }
 
-// A number of so many digits that it comes out below 0 counts as 0; one with a minus sign is what
-// it says.
+// Returns the number of a file. A number that wraps below 0 counts as 0, unless it has a minus
+// sign.
 static int file_number(std::string_view text) {
     const int number = utl_ToInt(text);
     return number < 0 && text.find('-') == text.npos ? 0 : number;
@@ -152,7 +152,7 @@ static file_range choose_range(std::string_view answer, int count) {
     return colon == answer.npos ? one_file(answer, count) : several_files(answer, colon, count);
 }
 
-// Keeps the files of the range and frees the others.
+// Returns the files of the range and frees the others.
 static crv_file *keep_range(crv_file *list, file_range range) {
     crv_file *kept = nullptr;
     crv_file **end = &kept;
@@ -170,15 +170,15 @@ static crv_file *keep_range(crv_file *list, file_range range) {
 }
 
 crv_file *crv_ListFiles(const char *pattern) {
-    static constexpr alloc_messages reports = {"    _34-e-first, malloc", "    _34-e-malloc",
-                                               "    _34-e-calloc", status_no_memory};
+    static constexpr alloc_messages messages = {"    _34-e-first, malloc", "    _34-e-malloc",
+                                                "    _34-e-calloc", status_no_memory};
     utl_line_reader *in = utl_OpenCrvListing(pattern);
     if (!in) {
         utl_ReportError("    _34-e-fopen");
         return nullptr;
     }
     int count = 0;
-    crv_file *list = read_listing(in, reports, &count);
+    crv_file *list = read_listing(in, messages, &count);
     print_list(list);
     utl_RemoveCrvListing();
 
@@ -196,14 +196,26 @@ crv_file *crv_ListFiles(const char *pattern) {
 
 // ----- one file
 
-[[noreturn]] static void refuse_answer() {
+[[noreturn]] static void reject_answer() {
     fprintf(utl_ErrorStream(), "%%utl_33-f-nofil, Improper file selection.\n");
     utl_Quit(status_failed);
 }
 
-static const crv_file *file_at(const crv_file *list, int number) {
-    for (; list && number > 1; --number) list = list->next;
-    return list;
+static crv_file *list_files(const char *pattern, int *count) {
+    static constexpr alloc_messages messages = {"    _33-e-first, malloc", "    _33-e-malloc",
+                                                "    _33-e-calloc", status_failed};
+    utl_line_reader *in = utl_OpenUtlListing(pattern);
+    if (!in) utl_QuitWithError("    _33-e-fopen, utl_lstfile()", status_failed);
+    return read_listing(in, messages, count);
+}
+
+static void print_choices(const crv_file *list) {
+    int number = 0;
+    printf(" \n");
+    for (const crv_file *file = list; file; file = file->next)
+        printf("%3.0d --> %s\n", ++number, file->name);
+    printf("\n");
+    printf("Select file to be processed? 1, 2, 3, ...: ");
 }
 
 static void ask_name(std::string *name) {
@@ -213,38 +225,41 @@ static void ask_name(std::string *name) {
     *name = typed;
 }
 
-int utl_lstfile(const char *pattern, std::string *name, uint32_t allow_typing, int debug_level) {
-    static constexpr alloc_messages reports = {"    _33-e-first, malloc", "    _33-e-malloc",
-                                               "    _33-e-calloc", status_failed};
-    if (debug_level == 33) printf("    _33-v-val, file_spec =(%s)\n", pattern);
-    utl_line_reader *in = utl_OpenUtlListing(pattern);
-    if (!in) utl_QuitWithError("    _33-e-fopen, utl_lstfile()", status_failed);
-    int count = 0;
-    crv_file *list = read_listing(in, reports, &count);
+// Stores the name of file `number` of the list, counted from 1.
+static void choose_file(const crv_file *list, int number, int count, std::string *name) {
+    if (number < 1 || number > count) reject_answer();
+    for (; number > 1; --number) list = list->next;
+    *name = list->name;
+}
 
-    int number = 0;
-    printf(" \n");
-    for (const crv_file *file = list; file; file = file->next)
-        printf("%3.0d --> %s\n", ++number, file->name);
-    printf("\n");
-    printf("Select file to be processed? 1, 2, 3, ...: ");
-    utl_RemoveUtlListing();
-
-    char answer[answer_size];
-    utl_ReadAnswer(answer, sizeof answer);
+// Returns what utl_lstfile does.
+static int follow_answer(const char *answer, const crv_file *list, int count, bool allow_typing,
+                         std::string *name) {
     name->clear();
-    int result = 1;
     if (answer[0] == 'e' || answer[0] == 'E') {
         printf("%%utl_33-i-nofil, No file selected, returning NULL.\n");
-        result = 0;
-    } else if (answer[0] == '\0' && allow_typing) {
-        ask_name(name);
-    } else {
-        if (answer[0] != '\0' && !utl_IsDigit(answer[0])) refuse_answer();
-        const int chosen = answer[0] == '\0' ? 1 : file_number(answer);
-        if (chosen < 1 || chosen > count) refuse_answer();
-        *name = file_at(list, chosen)->name;
+        return 0;
     }
+    if (answer[0] == '\0' && allow_typing) {
+        ask_name(name);
+    } else if (answer[0] == '\0') {
+        choose_file(list, 1, count, name);
+    } else {
+        if (!utl_IsDigit(answer[0])) reject_answer();
+        choose_file(list, file_number(answer), count, name);
+    }
+    return 1;
+}
+
+int utl_lstfile(const char *pattern, std::string *name, uint32_t allow_typing, int debug_level) {
+    if (debug_level == 33) printf("    _33-v-val, file_spec =(%s)\n", pattern);
+    int count = 0;
+    crv_file *list = list_files(pattern, &count);
+    print_choices(list);
+    utl_RemoveUtlListing();
+    char answer[answer_size];
+    utl_ReadAnswer(answer, sizeof answer);
+    const int result = follow_answer(answer, list, count, allow_typing != 0, name);
     free_list(list);
     return result;
 }
