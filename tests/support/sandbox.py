@@ -143,6 +143,13 @@ class Sandbox(unittest.TestCase):
         ending = got.stdout[max(len(got.stdout) - len(stdout), 0):]
         self.expect_run(what, (ending, got.stderr, got.status), stdout, stderr, status)
 
+    def require(self, *programs, path=None):
+        """Skips the test when a program is missing; returns the paths of the programs."""
+        found, missing = find_programs(programs, path)
+        if missing:
+            self.skipTest(missing)
+        return found
+
     def mount(self, size):
         """Mounts a file system of `size` at `dir`; skips the test when this user may not."""
         command = ["mount", "-t", "tmpfs", "-o", f"size={size}", "tmpfs", str(self.dir)]
@@ -161,13 +168,18 @@ def given(option):
     return sys.argv[sys.argv.index(option) + 1] if option in sys.argv else None
 
 
-def require(*programs, path=None):
-    """Skips the script when a program is missing; returns the paths of the programs."""
+def find_programs(programs, path):
+    """The paths of the programs, and a message if one is missing."""
     found = [shutil.which(name, path=path) for name in programs]
-    missing = [name for name, where in zip(programs, found) if not where]
+    missing = " ".join(name for name, where in zip(programs, found) if not where)
+    return found, missing and f"not installed: {missing}; scripts/setup.sh installs what is missing"
+
+
+def require(*programs, path=None):
+    """Skips the script when a program is missing."""
+    _, missing = find_programs(programs, path)
     if missing:
-        skip(f"not installed: {' '.join(missing)}; scripts/test.sh installs what is missing")
-    return found
+        skip(missing)
 
 
 def skip(reason):
@@ -181,13 +193,15 @@ def report(faults):
     sys.exit(1 if faults else 0)
 
 
-def main(program=None, kind=Sandbox):
-    """Runs the tests of the script in sandboxes of a kind, with `program` as crv."""
+def main(program=None, kind=Sandbox, tests=None):
+    """Runs tests, by default those of the script, in sandboxes of a kind with `program` as crv."""
     Sandbox.program = program and os.path.abspath(program)
+    if tests is None:
+        tests = [function for name, function in vars(sys.modules["__main__"]).items()
+                 if name.startswith("test_")]
     word = given("-k") or ""
-    tests = [kind(function) for name, function in vars(sys.modules["__main__"]).items()
-             if name.startswith("test_") and word in name]
-    result = unittest.TextTestRunner(stream=sys.stdout).run(unittest.TestSuite(tests))
+    suite = unittest.TestSuite(kind(test) for test in tests if word in test.__name__)
+    result = unittest.TextTestRunner(stream=sys.stdout).run(suite)
     print(*(f"skipped {test}: {reason}" for test, reason in result.skipped), sep="\n")
     failed = not result.wasSuccessful() or not result.testsRun
     sys.exit(1 if failed else SKIPPED if result.skipped else 0)
