@@ -1,104 +1,98 @@
 #!/usr/bin/env python3
-"""Numbers that say how much there is, or which, at the ends of what they can hold."""
-from harness import FORMATS, MAD, POS, REQ, VDR, WROTE_NOTHING, main, selecting
+"""Counts and numbers in files and selections, at the limits of their types and beyond."""
+from harness import COLUMN, FRAME, MADYMO, REQUEST, WROTE_NOTHING, main
 
 LARGEST = 2_147_483_647
+STEPS = "%crv_83-i-pts, file (a.txt) has 3 steps\n" + WROTE_NOTHING
 
 
-def run_of(place, option, selection, data):
-    name = "a.txt"
-    place.write(name, data)
-    return place.run("-r", selection, option, name, "-w", "x")
+def expect_read(box, what, form, data, *ending, selection=None, option=None):
+    """Runs on data of a format; what it prints ends as given, and then come stderr and status."""
+    box.write("a.txt", data)
+    selection = selection or form.selection
+    result = box.crv("-r", selection, option or form.option, "a.txt", "-w", "x")
+    stdout, *others = ending
+    box.expect_run(what, result, form.opening("a.txt", selection) + stdout, *others)
 
 
-def begun(option, selection):
-    begin = next(row[5] for row in FORMATS if row[0] == option[:3])
-    return selecting(selection, "a.txt") + begin.format("a.txt")
+def request_data(count):
+    return REQUEST.data.replace(b"\n1\n7", b"\n%d\n7" % count, 1)
 
 
-def a_request_count_above_the_file_leaves_no_steps(place):
+def test_high_request_count_leaves_no_steps(box):
     """The header goes on to the end of the file."""
     for count in (7, LARGEST, LARGEST + 2**32):
-        place.expect_run(count, run_of(place, "-f", "0,7", REQ.replace(b"\n1\n7", b"\n%d\n7" % count, 1)),
-                         begun("-f", "0,7"), "%crv_83-e-pts, No data points found for item (0)\n", 1)
+        expect_read(box, count, REQUEST, request_data(count), "",
+                    "%crv_83-e-pts, No data points found for item (0)\n", 1)
 
 
-def a_request_count_below_zero_is_refused(place):
-    for count, read in ((-1, -1), (-LARGEST - 1, -LARGEST - 1), (LARGEST + 1, -LARGEST - 1), (2**32 - 1, -1)):
-        place.expect_run(count, run_of(place, "-f", "0,7", REQ.replace(b"\n1\n7", b"\n%d\n7" % count, 1)), begun("-f", "0,7"),
-                         f'%crv_83-e-num, Number of requests ({read}) on line 3 of "a.txt" is below 0\n', 1)
+def test_negative_request_count_is_rejected(box):
+    for count, shown in ((-1, -1), (-LARGEST - 1, -LARGEST - 1), (LARGEST + 1, -LARGEST - 1),
+                         (2**32 - 1, -1)):
+        expect_read(box, count, REQUEST, request_data(count), "", "%crv_83-e-num, Number of "
+                    f'requests ({shown}) on line 3 of "a.txt" is below 0\n', 1)
 
 
-def a_request_count_of_zero_leaves_time(place):
+def test_request_count_zero_leaves_time(box):
     """Every line is then a time line."""
-    place.expect_run("zero", run_of(place, "-f", "0,0", b"\nrun\n0\n1\n2\n3\n"),
-                     begun("-f", "0,0") + "%crv_83-i-pts, file (a.txt) has 3 steps\n" + WROTE_NOTHING)
-    place.expect_run("far too high", run_of(place, "-f", "0,0", b"\nrun\n%d\n1\n2\n3\n" % 2**40),
-                     begun("-f", "0,0") + "%crv_83-i-pts, file (a.txt) has 3 steps\n" + WROTE_NOTHING)
+    for what, count in (("zero", 0), ("far too high", 2**40)):
+        expect_read(box, what, REQUEST, b"\nrun\n%d\n1\n2\n3\n" % count, STEPS, selection="0,0")
 
 
-def a_madymo_count_above_the_file_leaves_no_steps(place):
-    end = "%crv_88-i-pts, file (a.txt) has 0 steps\n" + WROTE_NOTHING
+def test_high_madymo_count_leaves_no_steps(box):
     for counts in (b"%d 0", b"1 %d", b"%d %d"):
         line = counts.replace(b"%d", b"%d" % LARGEST)
-        place.expect_run(line, run_of(place, "-fm", "0,1", MAD.replace(b"1 0", line, 1)), begun("-fm", "0,1") + end)
+        expect_read(box, line, MADYMO, MADYMO.data.replace(b"1 0", line, 1),
+                    "%crv_88-i-pts, file (a.txt) has 0 steps\n" + WROTE_NOTHING)
 
 
-def a_madymo_count_below_zero_is_refused_and_one_of_descriptions_is_none(place):
-    place.expect_run("requests", run_of(place, "-fm", "0,1", MAD.replace(b"1 0", b"-1 0", 1)), begun("-fm", "0,1"),
-                     '%crv_88-f-num, Number of requests (-1) on line 3 of "a.txt" is below 0\n')
-    place.expect_run("descriptions", run_of(place, "-fm", "0,1", MAD.replace(b"1 0", b"1 -1", 1)),
-                     begun("-fm", "0,1") + "%crv_88-i-pts, file (a.txt) has 3 steps\n" + WROTE_NOTHING)
+def test_negative_madymo_counts(box):
+    expect_read(box, "requests", MADYMO, MADYMO.data.replace(b"1 0", b"-1 0", 1), "",
+                '%crv_88-f-num, Number of requests (-1) on line 3 of "a.txt" is below 0\n')
+    expect_read(box, "descriptions", MADYMO, MADYMO.data.replace(b"1 0", b"1 -1", 1),
+                "%crv_88-i-pts, file (a.txt) has 3 steps\n" + WROTE_NOTHING)
 
 
-def a_frame_file_with_fewer_points_than_it_says_is_warned_of(place):
+def test_high_frame_count_is_warned_of(box):
     for directive in (b"%N", b"%S"):
-        data = VDR.replace(b"%N\n3", directive + b"\n%d" % LARGEST)
-        place.expect_run(directive, run_of(place, "-fg", "0", data),
-                         begun("-fg", "0") + "%crv_85-i-dat, Vandor CRV_FRM_FILE data loaded, number of points = "
-                         f"{LARGEST} \n" + WROTE_NOTHING,
-                         f'%crv_85-w-cut, "a.txt" ends after 3 of {LARGEST} data points\n')
+        data = FRAME.data.replace(b"%N\n3", directive + b"\n%d" % LARGEST)
+        expect_read(box, directive, FRAME, data,
+                    FRAME.last.format("", LARGEST) + WROTE_NOTHING,
+                    f'%crv_85-w-cut, "a.txt" ends after 3 of {LARGEST} data points\n')
 
 
-def a_frame_file_needs_three_points(place):
+def test_frame_file_needs_three_points(box):
     for count in (-1, -LARGEST - 1, 0, 2, LARGEST + 1):
-        place.expect_run(count, run_of(place, "-fg", "0", VDR.replace(b"3", b"%d" % count, 1)),
-                         begun("-fg", "0") + "%crv_85-f-nopts, VDR NUMDATA incorrectly specified!\n")
+        expect_read(box, count, FRAME, FRAME.data.replace(b"3", b"%d" % count, 1),
+                    "%crv_85-f-nopts, VDR NUMDATA incorrectly specified!\n")
 
 
-def a_label_line_beyond_the_file_leaves_no_columns(place):
+def test_label_line_after_end_leaves_no_columns(box):
     for line in (5, LARGEST - 1, LARGEST):
-        place.expect_run(line, run_of(place, f"-fp{line}", "0,1", POS),
-                         begun("-fp", "0,1") + '%crv_94-i-val, file a.txt has  0 columns.\n'
-                         '%crv_94-f-nocol, Column "1" does not exist!\n')
+        expect_read(box, line, COLUMN, COLUMN.data, "%crv_94-i-val, file a.txt has  0 columns.\n"
+                    '%crv_94-f-nocol, Column "1" does not exist!\n', selection="0,1",
+                    option=f"-fp{line}")
 
 
-def a_number_that_no_file_holds_is_not_found(place):
-    """A number below 0 is shown as the unsigned number that it is kept as."""
-    for number, shown in ((-1, 2**32 - 1), (LARGEST, LARGEST), (-LARGEST - 1, LARGEST + 1), (2**32 - 2, 2**32 - 2)):
-        selection = f"0,{number}"
-        for option, data, status, message in (
-                ("-f", REQ, 1, f'%crv_83-e-mis, Request "{shown}" not found! \n'),
-                ("-fm", MAD, 0, f'%crv_88-e-mis, Request "{shown}" not found! \n'),
-                ("-fp", POS, 0, f'%crv_94-i-val, file a.txt has  2 columns.\n%crv_94-f-nocol, Column "{shown}" does not '
-                 "exist!\n")):
-            place.expect_run(f"{option} {number}", run_of(place, option, selection, data),
-                             begun(option, selection) + message, status=status)
+def test_missing_number_is_shown_unsigned(box):
+    """A number below 0 is shown as the unsigned number that is stored."""
+    for number, shown in ((-1, 2**32 - 1), (LARGEST, LARGEST), (-LARGEST - 1, LARGEST + 1),
+                          (2**32 - 2, 2**32 - 2)):
+        for form, status, message in (
+                (REQUEST, 1, f'%crv_83-e-mis, Request "{shown}" not found! \n'),
+                (MADYMO, 0, f'%crv_88-e-mis, Request "{shown}" not found! \n'),
+                (COLUMN, 0, "%crv_94-i-val, file a.txt has  2 columns.\n"
+                 f'%crv_94-f-nocol, Column "{shown}" does not exist!\n')):
+            expect_read(box, f"{form.option} {number}", form, form.data, message, "", status,
+                        selection=f"0,{number}")
 
 
-def an_item_that_no_line_holds_has_its_own_end_in_each_format(place):
+def test_missing_item_differs_by_format(box):
     for item in (-1, LARGEST, 2**32 - 1):
-        selection = f"0,7:{item}"
-        stdout, *others = run_of(place, "-f", selection, REQ)
-        place.expect("request", (stdout, *others), (begun("-f", selection) +
-                     "%crv_83-i-pts, file (a.txt) has 3 steps\n" + WROTE_NOTHING, "", 0))
-        place.expect_run("madymo", run_of(place, "-fm", f"0,1:{item}", MAD), begun("-fm", f"0,1:{item}"),
-                         "%crv_88-f-col, Exceeded Max number of col to reqest of 31\n")
+        expect_read(box, "request", REQUEST, REQUEST.data, STEPS, selection=f"0,7:{item}")
+        expect_read(box, "madymo", MADYMO, MADYMO.data, "",
+                    "%crv_88-f-col, Exceeded Max number of col to reqest of 31\n",
+                    selection=f"0,1:{item}")
 
 
-main(a_request_count_above_the_file_leaves_no_steps, a_request_count_below_zero_is_refused,
-     a_request_count_of_zero_leaves_time, a_madymo_count_above_the_file_leaves_no_steps,
-     a_madymo_count_below_zero_is_refused_and_one_of_descriptions_is_none,
-     a_frame_file_with_fewer_points_than_it_says_is_warned_of, a_frame_file_needs_three_points,
-     a_label_line_beyond_the_file_leaves_no_columns, a_number_that_no_file_holds_is_not_found,
-     an_item_that_no_line_holds_has_its_own_end_in_each_format)
+main()

@@ -1,19 +1,16 @@
 #!/usr/bin/env python3
-# cli/pipes - every reader makes the same of a pipe as of the file, to the byte.
+"""Every reader gives the same output for a pipe as for the file, to the byte."""
 import array
 import fcntl
 import os
 import pathlib
-import subprocess
 import sys
-import tempfile
 import termios
 import threading
 import time
-import unittest
 
-CRV, ROOT = (pathlib.Path(path).resolve() for path in sys.argv[1:3])
-EXAMPLES = ROOT / "examples"
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
+from support.sandbox import EXAMPLES, main  # noqa: E402  (found by the path above)
 
 # format: the file, and the options of a chart
 CHARTS = {
@@ -27,6 +24,30 @@ TABLES = {
     "request": ("run1.req", ["-all", "-r", "0,38:3,61:3", "-fa", "{}"]),
     "madymo": ("sled.mad", ["-all", "-r", "0,1:2,2:2", "-fma", "{}"]),
 }
+RUN1 = (EXAMPLES / "run1.req").read_bytes()
+
+
+def each(box, commands):
+    for kind, (name, options) in commands.items():
+        with box.subTest(kind=kind):
+            yield options, (EXAMPLES / name).read_bytes()
+
+
+def run_named(box, options, name, **more):
+    """Messages with the name of the file are as if its name were FILE."""
+    result = box.crv(*(option.format(name) for option in options), CRV_PRINTCHAIN=":", **more)
+    return (result.stdout.replace(name, "FILE"), result.stderr.replace(name, "FILE"),
+            result.status)
+
+
+def take(box, output, name):
+    return box.take(output.format(name[:-3])).replace(name.encode(), b"FILE")
+
+
+def from_file(box, options, data, output="crv.ps"):
+    """What a run on a file prints, and its output file."""
+    box.write("plain.in", data)
+    return run_named(box, options, "plain.in"), take(box, output, "plain.in")
 
 
 def wait_until_read(pipe):
@@ -36,146 +57,114 @@ def wait_until_read(pipe):
         fcntl.ioctl(pipe, termios.FIONREAD, unread)
 
 
-class Readers(unittest.TestCase):
-    def setUp(self):
-        scratch = tempfile.TemporaryDirectory()
-        self.addCleanup(scratch.cleanup)
-        self.folder = pathlib.Path(scratch.name)
-        self.environment = {"PATH": "/usr/bin:/bin", "TZ": "UTC0", "CRV_PRINTCHAIN": ":"}
+def from_fifo(box, options, data, output="crv.ps", pieces=()):
+    """The data come in pieces of the given sizes, each after the last was read; then the rest."""
+    fifo = box.path("fifo.in")
+    os.mkfifo(fifo)
 
-    def run_crv(self, arguments, **more):
-        done = subprocess.run([CRV, *arguments], cwd=self.folder, env=self.environment, capture_output=True, timeout=120,
-                              **({"stdin": subprocess.DEVNULL} | more))
-        return done.returncode, done.stdout, done.stderr
+    def feed():
+        with open(fifo, "wb", buffering=0) as out:
+            begin = 0
+            for size in pieces:
+                out.write(data[begin:begin + size])
+                begin += size
+                wait_until_read(out)
+            for at in range(begin, len(data), 65536):
+                out.write(data[at:at + 65536])
 
-    def run_named(self, options, name, **more):
-        """Messages with the file's name in them are as if it were called FILE."""
-        status, stdout, stderr = self.run_crv([option.format(name) for option in options], **more)
-        return status, stdout.replace(name.encode(), b"FILE"), stderr.replace(name.encode(), b"FILE")
-
-    def take(self, name):
-        data = (self.folder / name).read_bytes()
-        (self.folder / name).unlink()
-        return data
-
-    def from_file(self, options, data, made):
-        (self.folder / "plain.in").write_bytes(data)
-        return self.run_named(options, "plain.in"), self.take(made("plain")).replace(b"plain.in", b"FILE")
-
-    def from_fifo(self, options, data, made, pieces=()):
-        """The data come in pieces of the sizes given, each when the one before was read, and the rest."""
-        fifo = self.folder / "fifo.in"
-        os.mkfifo(fifo)
-
-        def feed():
-            with open(fifo, "wb", buffering=0) as out:
-                begin = 0
-                for size in pieces:
-                    out.write(data[begin:begin + size])
-                    begin += size
-                    wait_until_read(out)
-                for at in range(begin, len(data), 65536):
-                    out.write(data[at:at + 65536])
-
-        feeder = threading.Thread(target=feed, daemon=True)
-        feeder.start()
-        came = self.run_named(options, "fifo.in")
-        feeder.join(60)
-        self.assertFalse(feeder.is_alive(), "the pipe was not read to its end")
-        fifo.unlink()
-        return came, self.take(made("fifo")).replace(b"fifo.in", b"FILE")
-
-    def from_stdin(self, options, data, made):
-        return self.run_named(options, "/dev/stdin", input=data, stdin=None), self.take(made(None)).replace(b"/dev/stdin", b"FILE")
-
-    @staticmethod
-    def chart(_):
-        return "crv.ps"
-
-    def test_a_chart_from_a_fifo_is_the_chart_from_the_file(self):
-        for kind, (name, options) in CHARTS.items():
-            with self.subTest(kind=kind):
-                data = (EXAMPLES / name).read_bytes()
-                wanted = self.from_file(options, data, self.chart)
-                self.assertEqual(wanted[0][0], 1, wanted)
-                self.assertEqual(self.from_fifo(options, data, self.chart), wanted)
-
-    def test_a_chart_from_standard_input_is_the_chart_from_the_file(self):
-        for kind, (name, options) in CHARTS.items():
-            with self.subTest(kind=kind):
-                data = (EXAMPLES / name).read_bytes()
-                self.assertEqual(self.from_stdin(options, data, self.chart), self.from_file(options, data, self.chart))
-
-    def test_a_pipe_that_gives_a_little_at_a_time_changes_nothing(self):
-        for kind, (name, options) in CHARTS.items():
-            with self.subTest(kind=kind):
-                data = (EXAMPLES / name).read_bytes()
-                pieces = [1] * 40 + [7, 400, 1, 300, 3]
-                self.assertEqual(self.from_fifo(options, data, self.chart, pieces), self.from_file(options, data, self.chart))
-
-    def test_a_file_larger_than_pipe_and_block_comes_through_whole(self):
-        header, steps = (EXAMPLES / "run1.req").read_bytes().split(b"  0.0000000000E+00\n", 1)
-        data = header + b"  0.0000000000E+00\n" + (steps + b"  0.0000000000E+00\n") * 8 + steps
-        self.assertGreater(len(data), 2_000_000)
-        options = CHARTS["request"][1]
-        wanted = self.from_file(options, data, self.chart)
-        self.assertIn(b"has 2709 steps", wanted[0][1])
-        self.assertEqual(self.from_fifo(options, data, self.chart), wanted)
-        self.assertEqual(self.from_stdin(options, data, self.chart), wanted)
-
-    def test_a_table_from_a_fifo_stands_beside_it_and_is_the_table_from_the_file(self):
-        for kind, (name, options) in TABLES.items():
-            with self.subTest(kind=kind):
-                data = (EXAMPLES / name).read_bytes()
-
-                def table(base):
-                    return f"{base}.dat"
-
-                (status, stdout, stderr), wanted = self.from_file(options, data, table)
-                self.assertEqual((status, stderr), (0, b""))
-                (came_status, came_stdout, came_stderr), came = self.from_fifo(options, data, table)
-                self.assertEqual((came_status, came_stderr, came), (status, stderr, wanted))
-                self.assertEqual(came_stdout.replace(b"fifo.dat", b"plain.dat"), stdout)
-
-    def test_a_link_to_standard_input_gives_the_table_its_name(self):
-        data = (EXAMPLES / "run1.req").read_bytes()
-        wanted = self.from_file(TABLES["request"][1], data, lambda base: f"{base}.dat")[1]
-        (self.folder / "linked.req").symlink_to("/dev/stdin")
-        came = self.run_crv([option.format("linked.req") for option in TABLES["request"][1]], input=data, stdin=None)
-        self.assertEqual((came[0], came[2]), (0, b""))
-        self.assertEqual(self.take("linked.dat"), wanted)
-
-    def test_a_conditional_value_comes_through_a_pipe(self):
-        options = ["-r", "0,40:3=max", "-f", "{}"]
-        data = (EXAMPLES / "run1.req").read_bytes()
-        (self.folder / "plain.in").write_bytes(data)
-        wanted = self.run_named(options, "plain.in")
-        self.assertIn(b"0.580000 [Time (sec) ]", wanted[1])
-        self.assertEqual(self.run_named(options, "/dev/stdin", input=data, stdin=None), wanted)
-
-    def test_two_files_and_a_pipe_between_them_fill_one_chart(self):
-        data = (EXAMPLES / "run1.req").read_bytes()
-        (self.folder / "plain.in").write_bytes(data)
-        options = ["-r", "0,38:3", "-f", "plain.in", "-r", "52:3", "-f", "{}", "-r", "70:2", "-f", "plain.in", "-p"]
-        wanted = self.run_crv([option.format("plain.in") for option in options])
-        chart = self.take("crv.ps")
-        came = self.run_crv([option.format("/dev/stdin") for option in options], input=data, stdin=None)
-        self.assertEqual((came[0], came[1].replace(b"/dev/stdin", b"plain.in"), came[2]), wanted)
-        self.assertEqual(self.take("crv.ps"), chart)
-
-    def test_an_empty_pipe_is_as_an_empty_file(self):
-        for kind, (_, options) in CHARTS.items():
-            with self.subTest(kind=kind):
-                (self.folder / "plain.in").write_bytes(b"")
-                wanted = self.run_named(options, "plain.in")
-                self.assertEqual(self.run_named(options, "/dev/stdin", input=b"", stdin=None), wanted)
-
-    def test_a_closed_standard_input_gives_no_chart(self):
-        done = self.run_crv(["-r", "0,38:3", "-f", "/dev/stdin", "-p"], stdin=None, preexec_fn=lambda: os.close(0))
-        self.assertEqual(done[0], 1)
-        self.assertNotIn(b"fini, ", done[1])
-        self.assertFalse((self.folder / "crv.ps").exists())
+    feeder = threading.Thread(target=feed, daemon=True)
+    feeder.start()
+    printed = run_named(box, options, "fifo.in")
+    feeder.join(60)
+    box.assertFalse(feeder.is_alive(), "the pipe was not read to its end")
+    fifo.unlink()
+    return printed, take(box, output, "fifo.in")
 
 
-if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1] + sys.argv[3:])
+def from_stdin(box, options, data):
+    return run_named(box, options, "/dev/stdin", typed=data), take(box, "crv.ps", "/dev/stdin")
+
+
+def test_fifo_gives_same_chart(box):
+    for options, data in each(box, CHARTS):
+        expected = from_file(box, options, data)
+        box.assertEqual(expected[0][2], 1, expected)
+        box.assertEqual(from_fifo(box, options, data), expected)
+
+
+def test_standard_input_gives_same_chart(box):
+    for options, data in each(box, CHARTS):
+        box.assertEqual(from_stdin(box, options, data), from_file(box, options, data))
+
+
+def test_small_pieces_give_same_chart(box):
+    for options, data in each(box, CHARTS):
+        pieces = [1] * 40 + [7, 400, 1, 300, 3]
+        box.assertEqual(from_fifo(box, options, data, pieces=pieces),
+                        from_file(box, options, data))
+
+
+def test_large_file_gives_same_chart(box):
+    """It is larger than a pipe and than a block."""
+    first = b"  0.0000000000E+00\n"
+    header, steps = RUN1.split(first, 1)
+    data = header + first + (steps + first) * 8 + steps
+    box.assertGreater(len(data), 2_000_000)
+    options = CHARTS["request"][1]
+    expected = from_file(box, options, data)
+    box.assertIn("has 2709 steps", expected[0][0])
+    box.assertEqual(from_fifo(box, options, data), expected)
+    box.assertEqual(from_stdin(box, options, data), expected)
+
+
+def test_fifo_gives_same_table_beside_it(box):
+    for options, data in each(box, TABLES):
+        (stdout, stderr, status), expected = from_file(box, options, data, "{}.dat")
+        box.assertEqual((status, stderr), (0, ""))
+        (fifo_stdout, *others), table = from_fifo(box, options, data, "{}.dat")
+        box.assertEqual((*others, table), (stderr, status, expected))
+        box.assertEqual(fifo_stdout.replace("fifo.dat", "plain.dat"), stdout)
+
+
+def test_link_to_standard_input_names_table(box):
+    options = TABLES["request"][1]
+    expected = from_file(box, options, RUN1, "{}.dat")[1]
+    box.path("linked.req").symlink_to("/dev/stdin")
+    result = box.crv(*(option.format("linked.req") for option in options), typed=RUN1)
+    box.assertEqual((result.status, result.stderr), (0, ""))
+    box.assertEqual(box.take("linked.dat"), expected)
+
+
+def test_pipe_gives_same_conditional_value(box):
+    options = ["-r", "0,40:3=max", "-f", "{}"]
+    box.write("plain.in", RUN1)
+    expected = run_named(box, options, "plain.in")
+    box.assertIn("0.580000 [Time (sec) ]", expected[0])
+    box.assertEqual(run_named(box, options, "/dev/stdin", typed=RUN1), expected)
+
+
+def test_pipe_between_files_gives_same_chart(box):
+    options = ["-r", "0,38:3", "-f", "plain.in", "-r", "52:3", "-f", "{}", "-r", "70:2", "-f",
+               "plain.in", "-p"]
+    expected, chart = from_file(box, options, RUN1)
+    printed, from_pipe = from_stdin(box, options, RUN1)
+    box.assertEqual((printed[0].replace("plain.in", "FILE"), *printed[1:]), expected)
+    box.assertEqual(from_pipe, chart)
+
+
+def test_empty_pipe_is_empty_file(box):
+    for options, _ in each(box, CHARTS):
+        box.write("plain.in", b"")
+        expected = run_named(box, options, "plain.in")
+        box.assertEqual(run_named(box, options, "/dev/stdin", typed=b""), expected)
+
+
+def test_closed_standard_input_gives_no_chart(box):
+    result = box.crv("-r", "0,38:3", "-f", "/dev/stdin", "-p", stdin=None,
+                     preexec_fn=lambda: os.close(0))
+    box.assertEqual(result.status, 1)
+    box.assertNotIn("fini, ", result.stdout)
+    box.assertIsNone(box.read("crv.ps"))
+
+
+main(sys.argv[1])

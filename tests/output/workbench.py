@@ -1,59 +1,39 @@
-# output/workbench - a folder with a chart, and the companions on the path, for each test.
-import os
+"""A sandbox with a result file, and the companions on the path, for each test of pictures."""
 import pathlib
-import shutil
-import subprocess
 import sys
-import tempfile
-import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
+from support import sandbox  # noqa: E402  (found by the path above)
 
 CRV, ROOT, BUILD = (pathlib.Path(path).resolve() for path in sys.argv[1:4])
 COMPANIONS = ROOT / "companions"
 SUFFIXES = ("pdf", "png", "svg")
 
 
-class Workbench(unittest.TestCase):
+class Workbench(sandbox.Sandbox):
     def setUp(self):
-        scratch = tempfile.TemporaryDirectory()
-        self.addCleanup(scratch.cleanup)
-        self.folder = pathlib.Path(scratch.name, "run")
-        self.tools = pathlib.Path(scratch.name, "bin")
-        self.folder.mkdir()
-        self.tools.mkdir()
-        (self.tools / "crv").symlink_to(CRV)
+        super().setUp()
         for suffix in SUFFIXES:
-            (self.tools / f"crv2{suffix}").symlink_to(COMPANIONS / f"crv2{suffix}")
-        shutil.copy(ROOT / "examples/run1.req", self.folder)
-        self.environment = {"PATH": f"{self.tools}:/usr/bin:/bin", "TZ": "UTC0", "HOME": scratch.name}
-
-    def run_program(self, *command, **more):
-        """Runs a program in the folder; PATH and the like can be given as more."""
-        return subprocess.run(command, cwd=self.folder, env={**self.environment, **more}, stdin=subprocess.DEVNULL,
-                              capture_output=True, text=True, errors="surrogateescape", timeout=120)
+            (self.bin / f"crv2{suffix}").symlink_to(COMPANIONS / f"crv2{suffix}")
+        self.copy_example("run1.req")
 
     def draw_chart(self, name="crv.ps", chain=":"):
-        """The chart of the quarter car; what was printed on the way."""
-        done = self.run_program("crv", "-t", "Quarter car over a bump", "-r", "0,38:3,52:3,70:2", "-f", "run1.req",
-                                "-p", name, CRV_PRINTCHAIN=chain)
-        self.assertEqual(done.returncode, 1, done.stdout + done.stderr)
-        return done
+        """Draws the chart of the quarter car and runs `chain` on it."""
+        result = self.crv("-t", "Quarter car over a bump", "-r", "0,38:3,52:3,70:2", "-f",
+                          "run1.req", "-p", name, CRV_PRINTCHAIN=chain)
+        self.assertEqual(result.status, 1, result)
+        return result
 
-    def assert_done(self, done):
-        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
+    def make(self, suffix, *arguments, **options):
+        """Runs a companion that must succeed in silence."""
+        self.assertEqual(self.run_program(f"crv2{suffix}", *arguments, **options), ("", "", 0))
 
-    def assert_failed(self, done, status, *lines):
-        self.assertEqual((done.returncode, done.stdout), (status, ""))
-        self.assertEqual(done.stderr, "".join(f"{line}\n" for line in lines))
+    def assert_failed(self, result, status, *lines):
+        self.assertEqual(result, ("", "".join(f"{line}\n" for line in lines), status))
 
-    def names(self, folder=None):
-        """All that lies in a folder, hidden files too."""
-        return sorted(os.listdir(folder or self.folder))
-
-    def output_of(self, *command):
-        done = self.run_program(*command)
-        self.assertEqual(done.returncode, 0, done.stderr)
-        return done.stdout
+    def assert_prints(self, expected, *command):
+        self.assertIn(expected, self.output_of(*command))
 
 
-def main():
-    unittest.main(argv=sys.argv[:1] + sys.argv[4:])
+def main(kind=Workbench):
+    sandbox.main(CRV, kind)

@@ -60,7 +60,7 @@ def check_written_files(run):
     run.put("run1.req", (EXAMPLES / "run1.req").read_bytes())
     run.environment["CRV_PRINTCHAIN"] = "echo printing"
     printed = run.crv("-r", "0,38:3", "-f", "run1.req", "-p")
-    chart = (TESTS / "cases/chart/the-main-job/out/crv.ps").read_bytes()
+    chart = (TESTS / "cases/chart/request-file-becomes-chart/out/crv.ps").read_bytes()
     check("the chart is not the one of the cases with CR LF", run.get("crv.ps") == with_cr(chart))
     check(f"the printer command did not run in its place: {printed[-300:]!r}", printed.endswith(
         b'%crv_45-i-prt, Printer command = "echo printing crv.ps"\r\nprinting crv.ps\r\n'

@@ -1,87 +1,71 @@
 #!/usr/bin/env python3
-# packaging/packages/deb_test - the .deb installed by dpkg into a fresh root folder that knows of the C library and nothing else: the
-# program does its work from there, and after removing it nothing is left.
+"""The .deb, installed by dpkg into a root directory that has only the C library, works from there
+and is removed without a trace."""
 import os
-import pathlib
 import shutil
 import sys
-import tempfile
 
-from shared import (CHART_STATUS, DATABASE, ROOT, TOOLS, as_root, expect, expect_same_chart, finish, fresh_root, given, listing,
-                    need, package, run)
+from shared import CHART_STATUS, DATABASE, ROOT, as_root, listing, main, package
 
 sys.path.insert(0, str(ROOT / "tests/packaging/shells"))
 import installed_test  # noqa: E402  (found by the path above)
 
 
-def dpkg(folder, *arguments, status=0):
-    # Small images leave documents out; they are part of what is looked at here.
-    words = ["--log=/dev/null", "--path-include=*", *([] if os.geteuid() == 0 else ["--force-not-root"])]
-    return run(*as_root("dpkg", f"--root={folder}", *words, *arguments), status=status)
+def dpkg(box, root, *arguments, status=0):
+    # Small images are configured without documents, which are checked here too.
+    options = ["--log=/dev/null", "--path-include=*",
+               *([] if os.geteuid() == 0 else ["--force-not-root"])]
+    return box.run_command(*as_root("dpkg", f"--root={root}", *options, *arguments), status=status)
 
 
-def without_database(folder):
-    return [name for name in listing(folder) if not name.startswith(DATABASE)]
+def without_database(root):
+    return [name for name in listing(root) if not name.startswith(DATABASE)]
 
 
-def packages_known(folder):
-    text = (folder / DATABASE / "status").read_text()
-    return [line.split()[1] for line in text.splitlines() if line.startswith("Package:")]
+def installed_packages(root):
+    lines = (root / DATABASE / "status").read_text().splitlines()
+    return [line.split()[1] for line in lines if line.startswith("Package:")]
 
 
-def test_a_system_without_the_c_library_is_told_so(deb):
-    with tempfile.TemporaryDirectory() as scratch:
-        root = pathlib.Path(scratch)
-        fresh_root(root)
-        (root / DATABASE / "status").write_text("")
-        printed = dpkg(root, "--install", deb, status=1)
-        expect("the C library is missed", "crv depends on libc6" in printed, True)
+def test_deb_needs_c_library(box):
+    root = box.make_root()
+    (root / DATABASE / "status").write_text("")
+    printed = dpkg(box, root, "--install", package(".deb"), status=1)
+    box.assertIn("crv depends on libc6", printed)
 
 
-def expect_page_completions_and_pictures(root):
-    """Where the package has put them they are found, by man, the shells and the user."""
+def expect_installed_files(box, root):
+    """man, the shells and the user find what the package has installed."""
     share = root / "usr/share"
-    with tempfile.TemporaryDirectory() as scratch:
-        home = pathlib.Path(scratch)
-        bash, zsh, fish, man = (shutil.which(name) for name in ("bash", "zsh", "fish", "man"))
-        expect("man, bash, zsh, fish", [*installed_test.faults_of_man(man, share),
-                                        *installed_test.faults_of_bash(bash, share, home),
-                                        *installed_test.faults_of_zsh(zsh, share, home, "vendor-completions"),
-                                        *installed_test.faults_of_fish(fish, share, home)], [])
-        shutil.copy(share / "doc/crv/examples/run1.req", home)
-        draw = f"'{root}/usr/bin/crv' -r 0,38:3 -f run1.req -p"
-        run("sh", "-c", draw, cwd=home, env={**TOOLS, "CRV_PRINTCHAIN": f"'{root}/usr/bin/crv2pdf'"}, status=CHART_STATUS)
-        expect("a picture in one line", (home / "crv.pdf").read_bytes()[:5], b"%PDF-")
+    box.expect("man, bash, zsh, fish",
+               [*installed_test.faults_of(share, box.base, "vendor-completions")], [])
+    shutil.copy(share / "doc/crv/examples/run1.req", box.dir)
+    bin = root / "usr/bin"
+    box.run_command("sh", "-c", f"'{bin}/crv' -r 0,38:3 -f run1.req -p",
+                    CRV_PRINTCHAIN=f"'{bin}/crv2pdf'", status=CHART_STATUS)
+    box.expect("a picture from one command", box.read("crv.pdf")[:5], b"%PDF-")
 
 
-def test_installed_it_works_and_removed_it_is_gone(deb, built):
-    with tempfile.TemporaryDirectory() as scratch:
-        root = pathlib.Path(scratch)
-        fresh_root(root)
-        before, database_before = without_database(root), listing(root / DATABASE)
-        dpkg(root, "--install", deb)
-        expect("installed", packages_known(root), ["crv", "libc6"])
-        expect("files that are not as they were packed", dpkg(root, "--verify", "crv"), "")
-        expect_same_chart("installed", root / "usr/bin/crv", root / "usr/share/doc/crv/examples/run1.req", built)
-        expect_page_completions_and_pictures(root)
-        expect("the program leaves nothing beside itself", [name for name in listing(root / "usr/bin") if "." in name], [])
+def test_package_works_and_is_removed(box):
+    root = box.make_root()
+    before, database_before = without_database(root), listing(root / DATABASE)
+    dpkg(box, root, "--install", package(".deb"))
+    box.expect("installed", installed_packages(root), ["crv", "libc6"])
+    box.expect("changed files", dpkg(box, root, "--verify", "crv"), "")
+    box.expect_same_chart("installed", root / "usr/bin/crv",
+                          root / "usr/share/doc/crv/examples/run1.req")
+    expect_installed_files(box, root)
+    box.expect("files that a run leaves beside the program",
+               [name for name in listing(root / "usr/bin") if "." in name], [])
 
-        printed = dpkg(root, "--purge", "crv")
-        expect("what dpkg says of the removal", [line for line in printed.splitlines() if "warning" in line], [])
-        expect("what is left", without_database(root), before)
-        expect("packages left", packages_known(root), ["libc6"])
-        left = [name for name in listing(root / DATABASE) if name not in database_before and "crv" in name]
-        expect("what is left in the database", left, [])
-
-
-def main():
-    need("dpkg", "dpkg-query", "man", "bash", "zsh", "fish", "gs", *(() if os.geteuid() == 0 else ("fakeroot",)))
-    packages, built = given()
-    deb = package(packages, ".deb")
-    test_a_system_without_the_c_library_is_told_so(deb)
-    test_installed_it_works_and_removed_it_is_gone(deb, built)
-    finish()
+    printed = dpkg(box, root, "--purge", "crv")
+    box.expect("warnings of dpkg", [line for line in printed.splitlines() if "warning" in line], [])
+    box.expect("remaining files", without_database(root), before)
+    box.expect("remaining packages", installed_packages(root), ["libc6"])
+    left = [name for name in listing(root / DATABASE)
+            if name not in database_before and "crv" in name]
+    box.expect("remaining files of the database", left, [])
 
 
-if __name__ == "__main__":
-    main()
+main("dpkg", "dpkg-query", "man", "bash", "zsh", "fish", "gs",
+     *(() if os.geteuid() == 0 else ("fakeroot",)))

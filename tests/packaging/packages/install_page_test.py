@@ -1,80 +1,55 @@
 #!/usr/bin/env python3
-# packaging/packages/install_page_test - the commands of docs/install.md do what the page says, line by line in one shell, and leave
-# nothing behind. "sudo" runs its command as it stands, "apt" is dpkg on a root folder of the test; the commands for printers
-# are run by printer/page_test.
-import pathlib
-import sys
-import tempfile
+"""Runs the commands of docs/install.md, line by line in one shell; they leave no files.
 
-from shared import DATABASE, TOOLS, as_root, copy_source, expect, finish, fresh_root, given, listing, need, run
+"sudo" runs its command unchanged, "apt" is dpkg on a root directory of the test. The commands for
+printers are run by printer/page_test.
+"""
+from shared import DATABASE, PACKAGES, PATH, as_root, listing, main
+from support.install_page import PAGE, commands_of
 
-sys.path.append(str(pathlib.Path(__file__).resolve().parents[2]))
-from page_commands import PAGE, commands_of  # noqa: E402
-
-STATUS = "CRV_MAXCOLS : 31"  # is in what "crv -s" prints
-SUMS, DEBIAN, LINUX, SOURCE = ("Installing, removing, printing", "Debian and Ubuntu", "Any other Linux", "From the source")
+STATUS = "CRV_MAXCOLS : 31"  # is printed by "crv -s"
 
 
-def shell(lines, folder, home, path=TOOLS["PATH"]):
-    """Runs the lines in one shell that ends at the first that fails. "crv -s" ends with 1, as texts do."""
-    script = "\n".join(f"{line} || [ $? -eq 1 ]" if line.endswith("crv -s") else line for line in lines)
-    return run("bash", "-e", "-c", script, cwd=folder, env={**TOOLS, "HOME": str(home), "PATH": path})
+def run_section(box, section, directory=PACKAGES, path=PATH):
+    """Runs in one shell that ends at the first failure. "crv -s" ends with 1, as texts do."""
+    script = "\n".join(f"{line} || [ $? -eq 1 ]" if line.endswith("crv -s") else line
+                       for line in commands_of(section))
+    home = box.base / "home"
+    home.mkdir()
+    return box.run_command("bash", "-e", "-c", script, cwd=directory, HOME=str(home), PATH=path)
 
 
-def write_tool(folder, name, text):
-    (folder / name).write_text("#!/bin/sh\n" + text)
-    (folder / name).chmod(0o755)
+def test_page_names_all_packages(box):
+    made = [path.name for path in PACKAGES.glob("crv*")]
+    box.expect("missing names", [name for name in made if f"`{name}`" not in PAGE.read_text()], [])
 
 
-def test_the_packages_that_were_made_are_those_of_the_page(packages):
-    made = [path.name for path in packages.glob("crv*")]
-    expect("packages that the page does not name", [name for name in made if f"`{name}`" not in PAGE.read_text()], [])
+def test_checksums_are_ok(box):
+    printed = run_section(box, "Installing, removing, printing")
+    box.expect("sums", printed.count(": OK\n"), len(list(PACKAGES.glob("crv*"))))
 
 
-def test_the_sums_say_ok(packages, home):
-    printed = shell(commands_of(SUMS), packages, home)
-    expect("sums", printed.count(": OK\n"), len(list(packages.glob("crv*"))))
+def test_debian_and_ubuntu(box):
+    root = box.make_root()
+    dpkg = " ".join(as_root("dpkg", f"--root={root}", "--log=/dev/null", "--force-not-root"))
+    (box.bin / "crv").unlink()
+    box.add_tool("sudo", 'exec "$@"\n')
+    box.add_tool("apt", f'action=$1; shift; exec {dpkg} --$action "$@"\n')
+    printed = run_section(box, "Debian and Ubuntu", path=f"{root}/usr/bin:{box.bin}:{PATH}")
+    box.assertIn(STATUS, printed)
+    top = DATABASE.split("/")[0]
+    box.expect("remaining", [name for name in listing(root) if not name.startswith(top)], [])
 
 
-def test_debian_and_ubuntu(packages, home):
-    with tempfile.TemporaryDirectory() as scratch:
-        root, tools = pathlib.Path(scratch, "root"), pathlib.Path(scratch, "tools")
-        fresh_root(root)
-        tools.mkdir()
-        dpkg = " ".join(as_root("dpkg", f"--root={root}", "--log=/dev/null", "--force-not-root"))
-        write_tool(tools, "sudo", 'exec "$@"\n')
-        write_tool(tools, "apt", f'action=$1; shift; exec {dpkg} --$action "$@"\n')
-        printed = shell(commands_of(DEBIAN), packages, home, f"{root}/usr/bin:{tools}:{TOOLS['PATH']}")
-        expect("deb: the program says its status", STATUS in printed, True)
-        expect("deb: what is left", [name for name in listing(root) if not name.startswith(DATABASE.split("/")[0])], [])
+def test_any_other_linux(box):
+    box.assertIn(STATUS, run_section(box, "Any other Linux"))
+    box.expect("remaining", listing(box.base / "home"), [])
 
 
-def test_any_other_linux(packages, home):
-    printed = shell(commands_of(LINUX), packages, home)
-    expect("tar.gz: the program says its status", STATUS in printed, True)
-    expect("tar.gz: what is left", listing(home), [])
+def test_from_the_source(box):
+    box.assertIn(STATUS, run_section(box, "From the source", box.copy_source("source")))
+    files = [path for path in (box.base / "home").rglob("*") if not path.is_dir()]
+    box.expect("remaining", files, [])
 
 
-def test_from_the_source(home):
-    with tempfile.TemporaryDirectory() as scratch:
-        copy = pathlib.Path(scratch, "source")
-        copy_source(copy)
-        printed = shell(commands_of(SOURCE), copy, home)
-        expect("source: the program says its status", STATUS in printed, True)
-        expect("source: files that are left", [path for path in home.rglob("*") if not path.is_dir()], [])
-
-
-def main():
-    need("dpkg", "cmake", "tar", "sha256sum")
-    packages, _ = given()
-    tests = [lambda home: test_the_packages_that_were_made_are_those_of_the_page(packages),
-             lambda home: test_the_sums_say_ok(packages, home), lambda home: test_debian_and_ubuntu(packages, home),
-             lambda home: test_any_other_linux(packages, home), test_from_the_source]
-    for test in tests:
-        with tempfile.TemporaryDirectory() as home:
-            test(pathlib.Path(home))
-    finish()
-
-
-if __name__ == "__main__":
-    main()
+main("dpkg", "cmake", "tar", "sha256sum")

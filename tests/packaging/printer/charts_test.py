@@ -1,17 +1,12 @@
 #!/usr/bin/env python3
-# packaging/printer/charts_test - charts that go through lpr to a real print server: a plain run's chart arrives to the byte, and when there
-# is no such printer, no default one or no server, the run says and returns what it always does.
+"""Charts that lpr sends to a real print server arrive to the byte. Without a printer or a server
+the run prints and returns the same as always."""
 import os
 import pathlib
-import shutil
-import subprocess
 import sys
-import tempfile
 
-from print_server import arrived, free_port, missing, print_server
+from print_server import PrintServer, arrived, free_port, require_server, sandbox
 
-EXAMPLE = pathlib.Path(__file__).resolve().parents[3] / "examples/run1.req"
-SKIPPED = 77
 PRINTED = """%crv_05-i-ids, Request ids   = "0,38:3" 
 %crv_05-i-fil, File to process = "run1.req" 
 %crv_83-i-wor, Reading "run1.req" ...
@@ -21,68 +16,62 @@ PRINTED = """%crv_05-i-ids, Request ids   = "0,38:3"
   
  %crv_05-i-fini, ******** voila
 """
-# What belongs to the print server of the machine.
-FOREIGN = ["/etc/cups", "/var/spool/cups", "/var/cache/cups", "/var/log/cups", "/run/cups", "~/.cups"]
-
-faults = []
-
-
-def expect(name, got, wanted):
-    if got != wanted:
-        faults.append(f"{name}:\n  wanted {wanted!r}\n  got    {got!r}")
+# The directories of the print server of the machine.
+FOREIGN = ["/etc/cups", "/var/spool/cups", "/var/cache/cups", "/var/log/cups", "/run/cups",
+           "~/.cups"]
 
 
-def plain_run(name, crv, environment, chain=None):
-    """Draws and prints a chart; whatever becomes of the print, the run must print and return what it always does. Returns the
-    chart and what came on standard error."""
-    environment = dict(environment) if chain is None else {**environment, "CRV_PRINTCHAIN": chain}
-    with tempfile.TemporaryDirectory() as folder:
-        shutil.copy(EXAMPLE, folder)
-        done = subprocess.run([crv, "-r", "0,38:3", "-f", "run1.req", "-p"], cwd=folder, env=environment,
-                              stdin=subprocess.DEVNULL, capture_output=True, timeout=60)
-        chart = pathlib.Path(folder, "crv.ps").read_bytes()
-        expect(f"{name}: files", sorted(os.listdir(folder)), ["crv.ps", "run1.req"])
+def draw(box, **variables):
+    """Draws and prints a chart: whatever lpr does, the run prints and returns the same. Returns the
+    chart and the messages of lpr."""
+    box.copy_example("run1.req")
+    result = box.crv("-r", "0,38:3", "-f", "run1.req", "-p", **variables)
+    chain = variables.get("CRV_PRINTCHAIN")
     command = "lpr  crv.ps" if chain is None else f"{chain} crv.ps"
-    expect(f"{name}: what is printed", done.stdout.decode(), PRINTED.format(command=command))
-    expect(f"{name}: the status of a finished chart", done.returncode, 1)
-    expect(f"{name}: the chart is whole", (chart[:2], chart[-10:]), (b"%!", b"showpage \n"))
-    return chart, done.stderr.decode()
+    box.expect("files", box.names(), ["crv.ps", "run1.req"])
+    box.expect("what is printed", result.stdout, PRINTED.format(command=command))
+    box.expect("status of a finished chart", result.status, 1)
+    chart = box.take("crv.ps")
+    box.expect("complete chart", (chart[:2], chart[-10:]), (b"%!", b"showpage \n"))
+    return chart, result.stderr
 
 
-def test_a_plain_chart_arrives_at_the_default_printer_byte_for_byte(crv, server):
-    jobs = server.add_keeper("office")
-    server.command("lpadmin", "-d", "office")
-    chart, said = plain_run("default printer", crv, server.environment)
-    expect("default printer: what lpr says", said, "")
-    expect("default printer: jobs", [job == chart for job in arrived(jobs)], [True])
+def expect_one_error(box, stderr):
+    box.expect("lpr prints one line", (stderr[:13], stderr.count("\n")), ("lpr: Error - ", 1))
 
 
-def test_the_printer_command_of_the_environment_chooses_another_printer(crv, server):
-    jobs = server.add_keeper("lab")
-    chart, said = plain_run("another printer", crv, server.environment, chain="lpr -P lab")
-    expect("another printer: what lpr says", said, "")
-    expect("another printer: jobs", [job == chart for job in arrived(jobs)], [True])
-    expect("another printer: the default one got no more", len(list((server.base / "jobs/office").iterdir())), 1)
+def test_missing_default_printer(box):
+    PrintServer(box)
+    expect_one_error(box, draw(box)[1])
 
 
-def test_a_printer_that_does_not_exist_is_no_fault_of_the_run(crv, server):
-    _, said = plain_run("no such printer", crv, server.environment, chain="lpr -P nowhere")
-    expect("no such printer: what lpr says", said, "lpr: Error - The printer or class does not exist.\n")
+def test_default_printer_gets_chart(box):
+    """And another one when the printer command in the environment names it."""
+    server = PrintServer(box)
+    office, lab = server.add_printer("office"), server.add_printer("lab")
+    box.output_of("lpadmin", "-d", "office")
+    chart, stderr = draw(box)
+    box.expect("messages", stderr, "")
+    box.expect("jobs", arrived(office), [chart])
+    chart, stderr = draw(box, CRV_PRINTCHAIN="lpr -P lab")
+    box.expect("messages of the other printer", stderr, "")
+    box.expect("jobs of the other printer", arrived(lab), [chart])
+    box.expect("further jobs of the default printer", len(arrived(office)), 1)
 
 
-def test_without_a_default_printer_lpr_complains_and_the_run_is_as_always(crv, server):
-    _, said = plain_run("no default", crv, server.environment)
-    expect("no default: lpr says one line", (said[:13], said.count("\n")), ("lpr: Error - ", 1))
+def test_missing_printer(box):
+    PrintServer(box)
+    _, stderr = draw(box, CRV_PRINTCHAIN="lpr -P nowhere")
+    box.expect("message", stderr, "lpr: Error - The printer or class does not exist.\n")
 
 
-def test_a_server_that_is_down_is_no_fault_of_the_run(crv, server):
-    environment = {**server.environment, "CUPS_SERVER": f"127.0.0.1:{free_port()}"}
-    _, said = plain_run("no server", crv, environment)
-    expect("no server: lpr says one line", (said[:13], said.count("\n")), ("lpr: Error - ", 1))
+def test_missing_server(box):
+    PrintServer(box)
+    expect_one_error(box, draw(box, CUPS_SERVER=f"127.0.0.1:{free_port()}")[1])
 
 
 def state_of(paths):
-    """Names, times and lengths of all that lies there."""
+    """Names, times and lengths of all files and directories."""
     found = {}
     for path in map(pathlib.Path, map(os.path.expanduser, paths)):
         for entry in [path, *path.rglob("*")] if path.exists() else []:
@@ -91,22 +80,13 @@ def state_of(paths):
     return found
 
 
-def main():
-    crv = os.path.abspath(sys.argv[1])
-    if missing():
-        print(f"SKIPPED: not installed: {' '.join(missing())}; scripts/test.sh installs what is missing when it may")
-        sys.exit(SKIPPED)
-    before = state_of(FOREIGN)
-    with print_server() as server:
-        test_without_a_default_printer_lpr_complains_and_the_run_is_as_always(crv, server)
-        test_a_plain_chart_arrives_at_the_default_printer_byte_for_byte(crv, server)
-        test_the_printer_command_of_the_environment_chooses_another_printer(crv, server)
-        test_a_printer_that_does_not_exist_is_no_fault_of_the_run(crv, server)
-        test_a_server_that_is_down_is_no_fault_of_the_run(crv, server)
-    expect("the print server of the machine is as it was", state_of(FOREIGN), before)
-    print(*faults, sep="\n")
-    sys.exit(1 if faults else 0)
+BEFORE = state_of(FOREIGN)
 
 
-if __name__ == "__main__":
-    main()
+def test_server_of_machine_is_unchanged(box):
+    """After all other tests."""
+    box.assertEqual(state_of(FOREIGN), BEFORE)
+
+
+require_server()
+sandbox.main(sys.argv[1])

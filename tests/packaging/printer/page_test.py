@@ -1,79 +1,41 @@
 #!/usr/bin/env python3
-# packaging/printer/page_test - the commands that docs/install.md shows for setting up a printer, run line by line in one shell with a
-# print server of the test's own: the chart comes out of the printer that the page calls printer.example.
-import os
-import pathlib
+"""The commands of docs/install.md that set up a printer, run line by line in one shell with a print
+server of the test: the chart arrives at the printer that the page calls printer.example."""
 import re
-import shutil
-import subprocess
 import sys
-import tempfile
 
-from print_server import PATH, arrived, missing, print_server
-
-TESTS = pathlib.Path(__file__).resolve().parents[2]
-sys.path.append(str(TESTS))
-from page_commands import commands_of  # noqa: E402
-
-EXAMPLE = TESTS.parent / "examples/run1.req"
-SKIPPED = 77
-
-faults = []
+from print_server import PrintServer, arrived, require_server, sandbox
+from support.install_page import commands_of
 
 
-def expect(name, got, wanted):
-    if got != wanted:
-        faults.append(f"{name}:\n  wanted {wanted!r}\n  got    {got!r}")
+def run_lines(box, *lines):
+    """Runs the lines. crv ends with 1 when its chart is drawn. Returns what they print."""
+    address = box.environment["CUPS_SERVER"] + "/printers/street"
+    script = "\n".join(line + " || [ $? -eq 1 ]" if line.startswith("crv ") else line
+                       for line in lines).replace("printer.example/ipp/print", address)
+    box.copy_example("run1.req")
+    return box.output_of("bash", "-e", "-c", f"exec 2>&1\n{script}")
 
 
-def write_tool(folder, name, text):
-    (folder / name).write_text("#!/bin/sh\n" + text)
-    (folder / name).chmod(0o755)
-
-
-def run_page(crv, server, lines):
-    """Runs the lines, the program's too, which ends with 1 when it has drawn its chart. Returns the chart and what was said."""
-    address = server.environment["CUPS_SERVER"] + "/printers/street"
-    script = "\n".join(line + " || [ $? -eq 1 ]" if line.startswith("crv ") else line for line in lines)
-    with tempfile.TemporaryDirectory() as scratch:
-        folder, tools = pathlib.Path(scratch, "run"), pathlib.Path(scratch, "bin")
-        folder.mkdir()
-        tools.mkdir()
-        (tools / "crv").symlink_to(crv)
-        write_tool(tools, "sudo", 'exec "$@"\n')
-        write_tool(tools, "apt", 'echo "apt $*"\n')
-        shutil.copy(EXAMPLE, folder)
-        done = subprocess.run(["bash", "-e", "-c", script.replace("printer.example/ipp/print", address)], cwd=folder,
-                              env={**server.environment, "PATH": f"{tools}:{PATH}"}, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, timeout=60)
-        chart = folder / "crv.ps"
-        expect("status of the last line", (done.returncode, done.stdout if done.returncode else ""), (0, ""))
-        return chart.read_bytes() if chart.exists() else b"", done.stdout
-
-
-def main():
-    crv = os.path.abspath(sys.argv[1])
-    if missing():
-        print(f"SKIPPED: not installed: {' '.join(missing())}; scripts/test.sh installs what is missing when it may")
-        sys.exit(SKIPPED)
+def test_page_sets_up_printer(box):
+    box.add_tool("sudo", 'exec "$@"\n')
+    box.add_tool("apt", 'echo "apt $*"\n')
     lines = commands_of("A printer")
     removal = next(k for k, line in enumerate(lines) if "lpadmin -x" in line)
     chains = [line for line in lines[removal + 1:] if line.startswith("export ")]
-    expect("lines about the printer command", len(chains), 2)
-    with print_server() as server:
-        jobs = server.add_keeper("street")
-        chart, said = run_page(crv, server, lines[:removal])
-        expect("packages that the page names", re.findall(r"^apt (.*)$", said, re.M), ["install cups cups-bsd"])
-        expect("what came out of the printer", [job == chart for job in arrived(jobs)], [True])
-        for chain in chains:
-            run_page(crv, server, [chain, "crv -r 0,38:3 -f run1.req -p"])
-            expect(f"jobs after {chain}", [job == chart for job in arrived(jobs, 2)], [True, True])
-        run_page(crv, server, [lines[removal]])
-        printers = subprocess.run(["lpstat", "-e"], env=server.environment, capture_output=True, text=True).stdout
-        expect("printers after the removal", printers, "street\n")
-    print(*faults, sep="\n")
-    sys.exit(1 if faults else 0)
+    box.expect("lines about the printer command", len(chains), 2)
+    jobs = PrintServer(box).add_printer("street")
+    printed = run_lines(box, *lines[:removal])
+    chart = box.take("crv.ps")
+    box.expect("packages of the page", re.findall(r"^apt (.*)$", printed, re.M),
+               ["install cups cups-bsd"])
+    box.expect("jobs", arrived(jobs), [chart])
+    for chain in chains:
+        run_lines(box, chain, "crv -r 0,38:3 -f run1.req -p")
+        box.expect(f"jobs after {chain}", arrived(jobs, 2), [chart, chart])
+    run_lines(box, lines[removal])
+    box.expect("printers after the removal", box.output_of("lpstat", "-e"), "street\n")
 
 
-if __name__ == "__main__":
-    main()
+require_server()
+sandbox.main(sys.argv[1])

@@ -107,27 +107,3 @@ def make_odd(folder, files):
             (folder / name).write_bytes(text)
         else:
             (folder / name).write_bytes(text.encode())
-
-
-def judge(shell, scratch, ask_in):
-    """Asks everything; ask_in(folder) gives the function that asks there. Ends the test."""
-    faults = []
-
-    def ask(sentence, asks, line, wanted):
-        got = [word.rstrip("/") for word in asks(line)]
-        if sorted(got) != sorted(wanted):
-            faults.append(f"{shell}, {sentence}: {line!r} is offered {got}, not {wanted}")
-
-    usual = pathlib.Path(scratch, "usual")
-    usual.mkdir()
-    make_usual(usual)
-    asks = ask_in(usual)
-    for sentence, line, wanted in USUAL:
-        ask(sentence, asks, line, wanted)
-    for number, (sentence, files, wanted) in enumerate(ODD_FOLDERS):
-        folder = pathlib.Path(scratch, str(number))
-        folder.mkdir()
-        make_odd(folder, files)
-        ask(sentence, ask_in(folder), "crv -r 0,", [f"0,{request}" for request in wanted])
-    faults += [f"{shell}: text was run: {path}" for path in pathlib.Path(scratch).rglob("pwned")]
-    return faults

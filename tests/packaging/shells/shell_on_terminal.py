@@ -1,112 +1,121 @@
-"""A shell on a pseudo-terminal, in a folder of its own, where crv is a function that writes down its arguments.
-
-So a test sees what the shell would have handed to the program, quotes taken away, after the keys were typed."""
-import os
+"""The tests of a completion: a shell on a pseudo-terminal in which crv is a function that writes
+its arguments to a file. They are those that the program would get, without quotes."""
 import pathlib
-import pty
-import select
-import shutil
-import signal
 import sys
-import tempfile
-import time
 
 import questions
 
-PATIENCE = 30.0
-SKIPPED = 77
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2]))
+from support import sandbox  # noqa: E402  (found by the path above)
+from support.terminal import Terminal  # noqa: E402
+
 SPY = 'crv() { printf "%s\\0" "$@" >took.new; command mv took.new took; }\n'
+PROMPT = b"ready> "
+# Keys to type, and the arguments that the command line then has, in every shell.
+KEYS = (("crv -fm my\t", ["-fm", "my run.mad"]), ("crv -fm my\\ r\t", ["-fm", "my run.mad"]),
+        ("crv -f ru\t-p", ["-f", "run1.req", "-p"]), ("crv -r 0,7\t3", ["-r", "0,70:3"]),
+        ("crv -r 0,38:3=ma\t-f", ["-r", "0,38:3=max", "-f"]))
+QUOTES = (('crv -fm "my r\t', ["-fm", "my run.mad"]),
+          ("crv -fm '$\t", ["-fm", "$(touch pwned).mad"]), ("crv -fm x:\t", ["-fm", "x:y.mad"]),
+          ("crv -fm x\t", ["-fm", "x:y.mad"]), ("crv -f ~/ho\t", ["-f", "{home}/home.req"]),
+          ("crv -r 0 -f run1.req >no\t", ["-r", "0", "-f", "run1.req"]))
 
 
-def need(shell):
-    """The path of the shell; without it the test says so and is skipped."""
-    path = shutil.which(shell)
-    if path is None:
-        print(f"skipped: {shell} is not installed, so its completion was not tried")
-        sys.exit(SKIPPED)
-    return path
+class ShellOnTerminal(Terminal):
+    def __init__(self, directory, command, environment):
+        super().__init__(command, directory, {"PATH": sandbox.SYSTEM_PATH, "TERM": "dumb",
+                                              "LC_ALL": "C.UTF-8", **environment})
+        self.took = directory / "took"
+        self.wait_for(lambda: PROMPT in self.screen)
 
-
-class shell_on_terminal:
-    def __init__(self, folder, command, environment):
-        self.took = pathlib.Path(folder, "took")
-        self.screen = b""
-        self.child, self.terminal = pty.fork()
-        if self.child == 0:
-            os.chdir(folder)
-            os.execve(command[0], command, {"PATH": "/usr/bin:/bin", "TERM": "dumb", "LC_ALL": "C.UTF-8", **environment})
-
-    def read_until(self, done):
-        end = time.monotonic() + PATIENCE
-        while not done():
-            if time.monotonic() > end:
-                raise TimeoutError(f"the shell does not answer; the screen shows {self.screen.decode()!r}")
-            if select.select([self.terminal], [], [], 0.05)[0]:
-                self.screen += os.read(self.terminal, 65536)
-
-    def wait_for(self, text):
-        self.read_until(lambda: text in self.screen)
-
-    def type(self, keys):
+    def run(self, keys):
         """Types the keys and return; gives the arguments that crv was called with."""
         self.screen = b""
-        os.write(self.terminal, keys.encode() + b"\r")
-        self.read_until(self.took.exists)
+        self.type(keys + "\r")
+        self.wait_for(self.took.exists)
         arguments = self.took.read_bytes().decode().split("\0")[:-1]
         self.took.unlink()
-        self.wait_for(b"ready> ")
+        self.wait_for(lambda: PROMPT in self.screen)
         return arguments
 
     def lines(self):
         """The lines of the screen, with single blanks."""
-        return [" ".join(line.split()) for line in self.screen.decode(errors="replace").splitlines()]
+        return [" ".join(line.split()) for line in self.text().splitlines()]
 
-    def faults_of_list(self, keys, wanted):
-        """Types the keys and waits for the lines on the screen."""
+    def shows(self, keys, lines):
+        """Whether the keys make the shell show the lines."""
         self.screen = b""
-        os.write(self.terminal, keys.encode())
-        try:
-            self.read_until(lambda: set(wanted) <= set(self.lines()))
-        except TimeoutError:
-            yield f"{keys!r} does not show {wanted}: {self.lines()}"
-        os.write(self.terminal, b"\x15crv shown\r")
-        self.read_until(self.took.exists)
+        self.type(keys)
+        shown = self.read_until(lambda: set(lines) <= set(self.lines()))
+        self.type("\x15crv shown\r")
+        self.wait_for(self.took.exists)
         self.took.unlink()
-        self.wait_for(b"ready> ")
-
-    def close(self):
-        os.kill(self.child, signal.SIGKILL)
-        os.waitpid(self.child, 0)
-        os.close(self.terminal)
+        self.wait_for(lambda: PROMPT in self.screen)
+        return shown
 
 
-def judge(name, start, ask, faults_of_keys, strict_settings):
-    """Asks the shell all questions, in folders and with settings of many kinds, and ends the test with what was wrong.
+class Completion(sandbox.Sandbox):
+    """A shell has launch(directory, settings), which returns a ShellOnTerminal, and offered(shell,
+    line), which returns the words offered after a line. `dir` has the usual files."""
+    keys = KEYS
+    lists = ()
 
-    start(program, home, folder, settings) gives a shell, ask(shell, line) what it offers behind the line, and
-    faults_of_keys(shell, home) what is wrong with the keys of a user."""
-    program = need(name)
-    with tempfile.TemporaryDirectory() as scratch:
-        home = pathlib.Path(scratch, "home")
-        home.mkdir()
-        (home / "home.req").write_text("")
-        shells = []
+    def setUp(self):
+        super().setUp()
+        (self.base / "home.req").write_text("")
+        questions.make_usual(self.dir)
 
-        def ask_in(folder, settings=""):
-            shells.append(start(program, home, folder, settings))
-            return lambda line: ask(shells[-1], line)
+    def tearDown(self):
+        self.assertEqual([*self.base.rglob("pwned")], [], "text was run")
 
-        faults = questions.judge(name, scratch, ask_in)
-        usual = pathlib.Path(scratch, "usual")
-        shells.append(start(program, home, usual))
-        faults += faults_of_keys(shells[-1], home)
-        if (usual / "no").exists():
-            faults.append(f"{name}: the file behind > was not completed")
-        strict = ask_in(usual, strict_settings)
-        if strict("crv -r ") != ["0,", *questions.REQUESTS]:
-            faults.append(f"{name}: strict settings are in the way")
-        for shell in shells:
-            shell.close()
-        faults += [f"{name}: text was run: {path}" for path in pathlib.Path(scratch).rglob("pwned")]
-    print(*faults, sep="\n")
-    sys.exit(1 if faults else 0)
+    def open(self, directory, settings=""):
+        shell = self.launch(directory, settings)
+        self.addCleanup(shell.kill)
+        return shell
+
+    def ask_in(self, directory):
+        """A function that returns the words offered after a line."""
+        shell = self.open(directory)
+        return lambda line: self.offered(shell, line)
+
+
+def expect_offers(box, sentence, asks, line, expected):
+    box.expect(f"{sentence}: {line!r}", sorted(word.rstrip("/") for word in asks(line)),
+               sorted(expected))
+
+
+def test_usual_files(box):
+    asks = box.ask_in(box.dir)
+    for sentence, line, expected in questions.USUAL:
+        expect_offers(box, sentence, asks, line, expected)
+
+
+def test_odd_request_files(box):
+    for number, (sentence, files, expected) in enumerate(questions.ODD_FOLDERS):
+        directory = box.base / str(number)
+        directory.mkdir()
+        questions.make_odd(directory, files)
+        expect_offers(box, sentence, box.ask_in(directory), "crv -r 0,",
+                      [f"0,{request}" for request in expected])
+
+
+def test_keys(box):
+    """The tab key completes the word on the line, or shows the words and their help."""
+    shell = box.open(box.dir)
+    for keys, expected in box.keys:
+        expected = [word.replace("{home}", str(box.base)) for word in expected]
+        box.expect(repr(keys), shell.run(keys), expected)
+    for keys, lines in box.lists:
+        box.assertTrue(shell.shows(keys, lines), f"{keys!r} shows {lines}: {shell.lines()}")
+    box.assertNotIn("no", box.names())  # the file after > was completed
+
+
+def test_strict_settings(box):
+    shell = box.open(box.dir, box.strict_settings)
+    box.assertEqual(box.offered(shell, "crv -r "), ["0,", *questions.REQUESTS])
+
+
+def main(kind, test):
+    """Runs the tests of all shells and one more."""
+    sandbox.require(kind.shell)
+    sandbox.main(None, kind, [test_usual_files, test_odd_request_files, test_keys, test])

@@ -1,0 +1,1 @@
+"""What the test scripts share: the sandbox with its checks, and the pseudo-terminal."""
