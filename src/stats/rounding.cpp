@@ -16,15 +16,10 @@ struct leading_digit {
     double power;
 };
 
-// 10 to the power that a text says.
+// Returns 10 to the power of the exponent text, as the double nearest to it. The pow of C libraries
+// is off in the last bit for some exponents: glibc's for 23 and 210.
 static double power_of_ten(const char *exponent) {
-#ifdef _WIN32
-    // The power routine here misses most powers below 1 by a digit in the last place; reading the
-    // number does not.
     return utl_ToDouble(std::string("1e") + exponent);
-#else
-    return pow(10.0, utl_ToDouble(exponent));
-#endif
 }
 
 // Works on the printed text, so that the mantissa is rounded before the digit is taken.
