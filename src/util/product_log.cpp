@@ -15,9 +15,10 @@ static constexpr int action_show = 0;
 static constexpr int action_comment = 1;
 static constexpr int action_usage = 100;
 static constexpr const char *user_word = "NT_User";
+static constexpr size_t max_path_length = 255; // of the invocation path
 
 static std::string base_name(std::string_view path, std::string_view application) {
-    std::string base(path);
+    std::string base(path.substr(0, max_path_length));
     const size_t slash = base.rfind('/');
     if (slash != base.npos) base.replace(slash + 1, base.npos, application);
     if (base.starts_with(application) && base.find('/') == base.npos) base = application;

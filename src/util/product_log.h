@@ -1,8 +1,8 @@
 // util/product_log.h - records of runs and comments in two text files beside the program.
 //
-// The base name of both is the path that the program was called by, with the application's name in
-// place of the last part: /opt/bin/crv.exe gives /opt/bin/crv, crv.exe gives crv. A path with
-// backslashes is kept whole.
+// The base name of both is the path that the program was called by, cut to 255 characters, with the
+// application's name in place of the last part: /opt/bin/crv.exe gives /opt/bin/crv, crv.exe gives
+// crv. A path with backslashes keeps its last part.
 #pragma once
 
 // Routine 501. Returns 1 on success and 0 otherwise. By action:

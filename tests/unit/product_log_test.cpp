@@ -55,6 +55,19 @@ std::string head() {
     return today() + " NT_User    Version: (2003.0.15.0) - (Windows_NT 0.0 os-0.wi-0)  Command = (";
 }
 
+TEST_F(product_log, PathIsCutTo255Characters) {
+    program = std::string(300, 'a');
+    report({}, nullptr, 2, 501);
+    EXPECT_EQ(out.substr(0, out.find('\n')),
+              "%utl_501-v-val, filename = \"" + std::string(255, 'a') + "\"");
+
+    // Cut within the name of the directory, the path ends before that name.
+    program = folder + "/" + std::string(250, 'd') + "/crv.exe";
+    ASSERT_LT(folder.size(), 255U);
+    EXPECT_EQ(report({"-u"}, nullptr, 100), 1);
+    EXPECT_EQ(bytes_of(folder + "/crv.use"), head() + "-u, )\n");
+}
+
 TEST_F(product_log, EveryArgumentOfAUsageLineHasACommaBehindIt) {
     EXPECT_EQ(report({"-u", "-r", "1,2"}, nullptr, 100), 1);
     EXPECT_EQ(bytes_of(folder + "/crv.use"), head() + "-u, -r, 1,2, )\n");
