@@ -64,7 +64,7 @@ static void read_title(request_file *req) {
 static void match_header_line(request_file *req, int block, const int (&fields)[5]) {
     const auto identifier = static_cast<uint32_t>(fields[0]);
     for (crv_reqsel &entry : crv_Entries(&req->selection)) {
-        if (entry.req != identifier) continue;
+        if (entry.req != identifier || entry.req == 0) continue; // 0 is time, on its own line
         entry.block = block;
         entry.type = static_cast<uint32_t>(fields[1]);
     }

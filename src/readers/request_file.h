@@ -4,7 +4,7 @@
 //   line 2       title of the run
 //   line 3       N, the number of requests, at the start of the line
 //   then         N header lines: identifier, type, -, -, flag. After a line with a flag other than
-//                0, one more line is skipped.
+//                0, one more line is skipped. Identifier 0 is never selected, it names the time.
 //   to the end   steps of N + 1 lines: the time line, then one line per request in header order
 //
 // Lines hold at most 125 characters; a longer one is read as two and puts the steps out of order.

@@ -169,9 +169,9 @@ TEST_F(request_file, ARequestNamedTwiceTakesTypeAndPlaceOfTheLaterLine) {
     EXPECT_STREQ(crv_columns[0]->colname, "Veloc 7, X  ");
 }
 
-TEST_F(request_file, AHeaderLineOfIdentifierZeroMovesTimeToThatRequest) {
+TEST_F(request_file, HeaderLineOfRequestZeroKeepsTime) {
     read("\nt\n2\n7 1 0 0 0\n0 2 0 0 0\n0.5\n1\n2\n", "0");
-    EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{2}));
+    EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{0.5}));
     EXPECT_STREQ(crv_columns[0]->colname, "Time (sec) ");
 }
 
