@@ -1,4 +1,4 @@
-// app/main.cpp - the program.
+// app/main.cpp - program entry: handlers for lost output and lack of memory, then one run.
 #include "app/setup.h"
 #include "records/settings.h"
 #include "system/console.h"

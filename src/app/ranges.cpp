@@ -1,4 +1,4 @@
-// app/ranges.cpp - see ranges.h.
+// app/ranges.cpp - parses low:high, stores the range, and prints it or a warning.
 #include "app/ranges.h"
 
 #include "records/range.h"
@@ -14,7 +14,8 @@ static void read_range(std::string_view value, double (&range)[2]) {
                  colon == value.npos ? 0.0 : utl_ToDouble(value.substr(colon + 1)));
 }
 
-// Deliberate: another pair than the default, and no range either.
+// Deliberate: this pair differs from the initial {100, -100} of -x and -y. Low is above high in
+// both, which means no range.
 static void clear_range(double (&range)[2]) { crv_SetRange(range, 10.0, -10.0); }
 
 void crv_SetTimeWindow(const char *value) {
@@ -47,7 +48,7 @@ void crv_SetXRange(const char *value, double (&range)[2]) {
         printf("%%crv_05-w-xra, Default X range will be used \n");
         clear_range(range);
     } else {
-        // Deliberate: the tag says yra for X too.
+        // Deliberate: the X range has the tag of the Y range, yra.
         printf("%%crv_05-i-yra, X axis range, %f through %f \n", range[0], range[1]);
     }
 }

@@ -1,15 +1,15 @@
-// app/ranges.h - values of the form low:high, of the options -tm, -x and -y.
+// app/ranges.h - parses the ranges low:high of the options -tm, -x and -y.
 //
-// A value without ':' is the low bound, and the high one is 0. Each routine takes the value as the
-// command line has it, null when there is none, which changes nothing, and prints what it made of
-// it.
+// Each routine parses `value`, stores the range and prints it or a warning. A value without ':' is
+// the low bound; the high bound is then 0. A null value, for an option without one, does nothing.
 #pragma once
 
-// -tm: the time window of the settings. Deliberate: with low above high the window takes the values
-// all the same, although the warning says that the default is used.
+// -tm: sets the time window of the settings. An empty value sets {10.0, -10.0}, which excludes all
+// points. Deliberate: a window with low above high is stored, although the warning says that the
+// default is used.
 void crv_SetTimeWindow(const char *value);
 
-// -x and -y: the range {low, high}, which becomes {10.0, -10.0}, no range, for a word that begins
-// with 'a' and for low above high.
+// -x and -y: set `range` to {low, high}. Low above high, and a value that begins with 'a', set
+// {10.0, -10.0}, which means no range.
 void crv_SetXRange(const char *value, double (&range)[2]);
 void crv_SetYRange(const char *value, double (&range)[2]);

@@ -1,4 +1,4 @@
-// app/run.h - what the driver knows of the run while it scans its arguments.
+// app/run.h - state of the driver during the argument scan, and access to the arguments.
 #pragma once
 
 #include "records/chart.h"
@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-// Values of the run request: what is done after the last argument. The last option that
-// sets it wins. Deliberate: it starts as the number of arguments.
+// Values of the run request, the action after the last argument. The last option that sets it wins.
+// Deliberate: its initial value is the number of arguments.
 constexpr int crv_request_help = 10;
 constexpr int crv_request_status = 11;
 constexpr int crv_request_debug_help = 12;
@@ -26,30 +26,30 @@ struct crv_driver {
     const char *selection = nullptr; // points into argv
     std::string value;               // condition of the conditional value report, lower-cased
     const char *ps_path = "crv.ps";
-    const char *init_path = ""; // accepted only
-    int plots_per_page = 0;     // echoed only
+    const char *init_path = ""; // stored and printed, not used
+    int plots_per_page = 0;     // printed, not used
     int file_option_count = 0;
     std::string file_path;
     std::vector<std::string> paths_read;
     uint16_t columns_read = 0;
-    double x_range[2] = {100.0, -100.0}; // Deliberate: low above high is no range.
+    double x_range[2] = {100.0, -100.0}; // Deliberate: low above high means no range.
     double y_range[2] = {100.0, -100.0};
     crv_chart *chart = nullptr;
 };
 
-// Chart 0. When there was no memory for it, which has been reported, its first use ends the run
-// with status 0.
+// Returns chart 0. Ends the program with status 0 if it could not be allocated, which has been
+// reported.
 inline crv_chart *crv_RequireChart(crv_driver *run) {
     if (!run->chart) utl_Quit(0);
     return run->chart;
 }
 
-// The argument after argument `index`, or null when that is the last.
+// Returns the argument after argument `index`, or null if `index` is the last.
 inline char *crv_NextArgument(const crv_driver *run, int index) {
     return index + 1 < run->argc ? run->argv[index + 1] : nullptr;
 }
 
-// The same, but null also for an argument that looks like an option.
+// Does the same, but returns null also if the argument begins with '-'.
 inline char *crv_NextValue(const crv_driver *run, int index) {
     char *next = crv_NextArgument(run, index);
     return next && next[0] != '-' ? next : nullptr;

@@ -1,4 +1,4 @@
-// app/setup.cpp - the steps of a run, and the checks before the chart is written.
+// app/setup.cpp - sequence of a run: scan, checks, then a text, a chart or a dump.
 #include "app/setup.h"
 
 #include "app/file_options.h"
@@ -15,7 +15,7 @@
 #include <algorithm>
 #include <cstdio>
 
-// The chart frame on the page, in points, and the font size of the legend procedure.
+// The chart frame on the page of 792 by 612 points, and the font size of the legend procedure.
 static constexpr int frame_left = 135;
 static constexpr int frame_bottom = 110;
 static constexpr int frame_width = 600;
@@ -24,14 +24,14 @@ static constexpr int legend_font_size = 10;
 
 static constexpr int status_text_printed = 1;
 static constexpr int status_refused = 0;
-static constexpr int status_chart_done = 1; // Deliberate: a finished chart ends with 1.
+static constexpr int status_chart_done = 1; // Deliberate: a finished chart has status 1.
 
 static void use_given_range(const double (&given)[2], double (&range)[2]) {
     if (given[1] > given[0]) std::copy(std::begin(given), std::end(given), range);
 }
 
-// A mistake on the command line must not cost a file: the chart does not overwrite an input file or
-// the file that is pasted into it.
+// Ends the program with status 0 if the chart path is an input file or the file to be pasted: a
+// mistake on the command line must not destroy data.
 static void refuse_to_overwrite_inputs(const crv_driver *run) {
     for (const std::string &path : run->paths_read) {
         if (!utl_IsSameFile(run->ps_path, path.c_str())) continue;

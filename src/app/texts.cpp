@@ -1,4 +1,4 @@
-// app/texts.cpp - see texts.h.
+// app/texts.cpp - tables of the fixed texts, line by line, and the status with its variable parts.
 #include "app/texts.h"
 
 #include "records/column.h"
@@ -8,8 +8,9 @@
 #include <cstdio>
 #include <iterator>
 
-// Deliberate: these texts stand as they are known. They speak of keys and windows of an earlier,
-// interactive display, and the debug help of routines that the program does not have.
+// Deliberate: these texts do not change, because users depend on them. They describe keys and
+// windows of an earlier interactive display, and the debug help lists routines that do not exist
+// here.
 
 static constexpr const char *help_text[] = {
     "\n",

@@ -1,4 +1,4 @@
-// app/texts.h - the texts that the program prints about itself.
+// app/texts.h - prints the help, debug help, examples, bug list and status on standard output.
 #pragma once
 
 #include "util/identity.h"
@@ -8,5 +8,6 @@ void crv_PrintDebugHelp();
 void crv_PrintExamples();
 void crv_PrintBugs();
 
-// The status: `program` is the name that the program was called by.
+// Prints version, build, date, system and limits. `program` is the name that the program was
+// started by.
 void crv_PrintStatus(const char *program, const utl_build_info &identity);
