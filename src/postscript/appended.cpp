@@ -1,4 +1,5 @@
-// postscript/appended.cpp - the third section of the chart file: a PostScript file of the user's.
+// postscript/appended.cpp - the third section of the chart file: a copy of the user's PostScript
+// file, line by line.
 #include "postscript/chart_file.h"
 #include "records/settings.h"
 #include "system/console.h"
@@ -7,10 +8,12 @@
 
 #include <cerrno>
 
-static constexpr size_t line_limit = 1023; // longer lines are read in pieces
-static constexpr size_t kept_length = 81;  // of each piece
+// 1,022 characters and the line end; longer lines are read in parts.
+static constexpr size_t line_limit = 1023;
+static constexpr size_t kept_length = 81; // characters copied of each part
 
-// The chart itself was not there before it was begun, and copied into itself it would have no end.
+// Opens the user's file. Fails with ENOENT if it is the chart file itself, which did not exist
+// before this run and would be copied into itself without end.
 static utl_line_reader *open_user_file(const char *user_file, const char *path) {
     if (!utl_IsSameFile(user_file, path)) return utl_OpenReader(user_file);
     errno = ENOENT;

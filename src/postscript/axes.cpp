@@ -1,4 +1,5 @@
-// postscript/axes.cpp - see axes.h.
+// postscript/axes.cpp - places titles, axis label and axis numbers relative to the frame, in
+// points.
 #include "postscript/axes.h"
 
 #include "postscript/balance.h"
@@ -6,11 +7,11 @@
 #include "records/column.h"
 #include "records/settings.h"
 
-// The title stands at a place of the page, wherever the frame is.
+// The position of the title is fixed: 435 is the centre of the frame that the driver passes.
 static void write_title(FILE *stream, const crv_chart *chart) {
     fputs("[] 0 setdash 1 setlinewidth 0 setgray\n", stream);
     fputs("/Times-Italic findfont 20 scalefont setfont \n", stream);
-    // Deliberate: this trace line carries number 41 and the word chart2.
+    // Deliberate: this trace line has number 41 and the word chart2.
     if (crv_DBG == 44) printf("    _41-i-val, chart2->major_t[0] = \"%s\" \n", chart->major_t[0]);
     crv_ChkBal(chart->major_t[0]);
     fprintf(stream, "435 550 (%s) CenterHorText \n", chart->major_t[0]);
@@ -41,7 +42,8 @@ static void write_number(FILE *stream, int x, int y, int precision, double value
     fprintf(stream, "(%7.*f) show \n", precision, value);
 }
 
-// Deliberate: only the upper bound decides, not the size of the range.
+// Returns the digits after the decimal point. Deliberate: they depend on the upper bound only, not
+// on the size of the range.
 static int precision_for(double upper_bound) { return upper_bound <= 0.05 ? 5 : 2; }
 
 static void write_x_numbers(FILE *stream, int x0, int y0, int w, const double (&xminmax)[2]) {

@@ -1,10 +1,11 @@
-// postscript/axes.h - the texts around the chart, written with its first curve.
+// postscript/axes.h - chart titles, X axis label and axis numbers.
 #pragma once
 
 #include "records/chart.h"
 
 #include <cstdio>
 
-// Title, subtitle, X axis label and five numbers on each axis. Debug level 441 leaves the subtitle
-// out.
+// Writes title, subtitle, X axis label and five numbers per axis for a frame of width `w` and
+// height `h` with its lower left corner at (x0, y0), in points. Debug level 441 suppresses the
+// subtitle.
 void crv_PlotTitles(FILE *stream, int x0, int y0, int w, int h, const crv_chart *chart);

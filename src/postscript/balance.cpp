@@ -1,4 +1,5 @@
-// postscript/balance.cpp - see balance.h.
+// postscript/balance.cpp - counts opening against closing characters, without regard to their
+// order.
 #include "postscript/balance.h"
 
 #include "system/console.h"

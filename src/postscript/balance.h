@@ -1,8 +1,9 @@
-// postscript/balance.h - looks at user text before it goes into a PostScript string.
+// postscript/balance.h - checks the parentheses and braces of text for a PostScript string.
 #pragma once
 
-// Routine 47. Reports on standard error when the parentheses or the braces of `text` do not
-// balance. Only the totals count, not the order, and no character is an escape.
+// Routine 47. Prints an error message on standard error if the numbers of opening and closing
+// parentheses in `text` differ, and one if those of braces differ. The order is not checked, and no
+// character is an escape.
 //
-// Deliberate: the messages name crv.ps and routine 47 whatever the file is called and whoever asks.
+// Deliberate: the messages name crv.ps and routine 47 for every file and every caller.
 void crv_ChkBal(const char *text);

@@ -1,6 +1,7 @@
 // postscript/curves.cpp - the fourth section of the chart file: legend entries and curves.
 //
-// Points go to the file as they are met: no list of them is made, however long the curve is.
+// Each point inside the ranges is scaled to the page and written at once: memory does not grow with
+// the length of a curve.
 #include "postscript/axes.h"
 #include "postscript/balance.h"
 #include "postscript/chart_file.h"
@@ -12,12 +13,12 @@
 #include <cstring>
 #include <iterator>
 
-static constexpr int legend_spacing = 15;     // points from row to row
-static constexpr int linetos_per_line = 5;    // keeps lines short for printer spoolers
-static constexpr int points_per_stroke = 900; // keeps paths below the limit of a printer
+static constexpr int legend_spacing = 15;  // points between rows, 1.5 times the font size
+static constexpr int linetos_per_line = 5; // 5 of 15 characters: printer spoolers need short lines
+static constexpr int points_per_stroke = 900; // below the path limit of printers, see draw_to
 
-// What the curves look like: the named style, and after it what is drawn. Deliberate: every curve
-// from the fifth on looks the same, and the explicit settings override the named style.
+// Styles of the curves: the named style, then the settings for line and colour. Deliberate: all
+// curves from the fifth look the same, and the settings override the named style.
 struct curve_style {
     const char *named;
     const char *line;
@@ -32,7 +33,7 @@ static constexpr curve_style curve_styles[] = {
 };
 static_assert(std::size(curve_styles) == 5);
 
-// The frame on the page and the ranges that fill it.
+// The frame on the page in points, and the ranges that it shows.
 struct plot_area {
     int x0, y0, w, h;
     double x_low, x_high;
@@ -41,7 +42,8 @@ struct plot_area {
 
 static bool is_zero_range(double range) { return range >= -0.0005 && range <= 0.0005; }
 
-// Truncates toward zero; what no whole number holds becomes the smallest one.
+// Truncates toward zero. A position outside the range of int becomes INT_MIN, as by the conversion
+// instruction of x86; in C++ the conversion is undefined.
 static unsigned truncate_to_point(double position) {
     const bool fits = position > -2147483649.0 && position < 2147483648.0;
     return static_cast<unsigned>(fits ? static_cast<int>(position) : INT_MIN);
@@ -55,21 +57,21 @@ static unsigned page_y(const plot_area &area, double y) {
     return truncate_to_point((y - area.y_low) / (area.y_high - area.y_low) * area.h + area.y0);
 }
 
-// Bounds belong to the area; a comparison with a NaN fails.
+// The bounds are inside; a NaN is outside, because its comparisons are false.
 static bool is_inside(const plot_area &area, double x, double y) {
     return area.x_low <= x && x <= area.x_high && area.y_low <= y && y <= area.y_high;
 }
 
-static constexpr size_t point_room = 3 * utl_max_number_chars; // of one point with its operator
+// Buffer size of one point: two numbers and an operator of at most 9 characters.
+static constexpr size_t point_room = 3 * utl_max_number_chars;
 
-// A path under way: every fifth lineto ends its line in the file, and after 900 points a new path
-// begins where the old one ended. Its text goes to the stream in pieces: a call for each point
-// costs more than making its text.
+// A path being written. Its text is buffered and written to the stream in blocks of 16 KiB, about a
+// thousand points: a call per point takes longer than formatting the point.
 struct polyline {
     FILE *stream;
     bool begun;
-    int on_line;
-    int in_stroke;
+    int on_line;   // linetos of the current line of the file
+    int in_stroke; // points of the current stroke
     size_t length; // of the text
     char text[16384];
 };
@@ -79,7 +81,7 @@ static void flush_path(polyline *path) {
     path->length = 0;
 }
 
-// Writes "%u %u" and the operator.
+// Writes "%u %u" and the operator `name`.
 template <size_t size>
 static void write_point(polyline *path, unsigned x, unsigned y, const char (&name)[size]) {
     if (path->length + point_room > sizeof path->text) flush_path(path);
@@ -91,6 +93,9 @@ static void write_point(polyline *path, unsigned x, unsigned y, const char (&nam
     path->length = static_cast<size_t>(end - path->text);
 }
 
+// Begins a path at its first point and continues it at each further one. Every fifth lineto ends a
+// line of the file. After 900 points a new path begins at the last point: a Level 1 printer limits
+// a path to 1,500 points (PostScript Language Reference Manual, appendix B).
 static void draw_to(polyline *path, unsigned x, unsigned y) {
     if (!path->begun) {
         write_point(path, x, y, " moveto \n");
@@ -114,8 +119,8 @@ static void draw_to(polyline *path, unsigned x, unsigned y) {
     }
 }
 
-// Pairs the values of the two columns in step, up to the end of the shorter list, and draws those
-// inside. Returns false when there are none. A column can be paired with itself.
+// Draws the pairs of values of both columns that are inside the area, up to the end of the shorter
+// list. Both columns may be the same. Returns false if no pair is inside.
 static bool draw_points(FILE *stream, const plot_area &area, crv_column *x_column,
                         crv_column *y_column) {
     polyline path;
@@ -154,7 +159,8 @@ static void write_style(FILE *stream, int curve) {
     fputs(style.colour, stream);
 }
 
-// Curve 1 brings the titles and the axis numbers with it.
+// Writes legend entry and path of curve `curve`, counted from 1. With curve 1 it also writes titles
+// and axis numbers.
 static void write_curve(FILE *stream, const plot_area &area, int curve, const crv_chart *chart) {
     const bool has_legend = chart->story_ts[0][0] == '\0';
     const int row = area.y0 - 30 - legend_spacing * (curve - 1);

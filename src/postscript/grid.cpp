@@ -2,7 +2,7 @@
 #include "postscript/chart_file.h"
 #include "postscript/page.h"
 
-// One percent of a side, in whole points.
+// Returns 1 % of a side in points, truncated.
 static int tick_length(int side) { return static_cast<int>(side * 0.01); }
 
 static void write_major_lines(FILE *stream, int x0, int y0, int w, int h) {
@@ -42,7 +42,7 @@ static void write_minor_ticks(FILE *stream, int x0, int y0, int w, int h) {
     fputs("  /y_pos exch def \n", stream);
     fprintf(stream, "  %u y_pos moveto %u y_pos lineto stroke  %%%% --- Y minor ticks (left)\n",
             crv_ToUnsigned(x0), crv_ToUnsigned(x0 + y_tick));
-    // Deliberate: these stand on the right edge, and their comment says left.
+    // Deliberate: these ticks are on the right edge, and their comment says left.
     fprintf(stream, "  %u y_pos moveto %u y_pos lineto stroke  %%%% --- Y minor ticks (left)\n",
             crv_ToUnsigned(x0 + w - y_tick), crv_ToUnsigned(x0 + w));
     fputs("} for\n", stream);

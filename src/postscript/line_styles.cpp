@@ -6,7 +6,8 @@
 
 #include <iterator>
 
-// The styles govern the legend procedure only: the curves set their own after calling them.
+// These styles take effect in the legend procedure only: curves override them with their own
+// settings.
 static constexpr const char *line_styles[] = {
     "/crv_line_0 {[] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n",
     "/crv_line_1 {[] 0 setdash 1 setlinewidth 0 setgray 0 0 0 setrgbcolor } def \n",
@@ -18,8 +19,8 @@ static constexpr const char *line_styles[] = {
 };
 static_assert(std::size(line_styles) == 7);
 
-// x y crv_Legend: samples and names of the curves, one under the other. The file mentions it in a
-// comment only.
+// x y crv_Legend: draws samples and names of the curves, one below the other. The file calls it in
+// a comment only, as an example for users.
 static constexpr const char *legend_begin[] = {
     "/crv_Legend {  \n",
     "  /y_loc exch def /x_loc exch def \n",
@@ -39,7 +40,7 @@ static constexpr const char *legend_end[] = {
 };
 static_assert(std::size(legend_end) == 5);
 
-static constexpr int last_style = 5; // of every curve from the fifth on
+static constexpr int last_style = 5; // of all curves from the fifth
 
 static void write_legend_row(FILE *stream, int curve) {
     const char *name = crv_columns[curve]->colname;

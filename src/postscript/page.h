@@ -1,5 +1,5 @@
-// postscript/page.h - numbers as the chart file writes them.
+// postscript/page.h - converts whole coordinates for the %u formats of the chart file.
 #pragma once
 
-// Whole numbers are written by %u; a negative one wraps.
+// A negative number wraps modulo 2^32.
 inline unsigned crv_ToUnsigned(int number) { return static_cast<unsigned>(number); }

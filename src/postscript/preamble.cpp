@@ -1,16 +1,16 @@
 // postscript/preamble.cpp - the first section of the chart file: constants, fonts, story strings,
-// page, text procedures.
+// page set-up and text procedures.
 #include "postscript/balance.h"
 #include "postscript/chart_file.h"
 #include "system/console.h"
 
 #include <iterator>
 
-// The text as the file gets it, a line each. Deliberate: the misspellings and the fixed date belong
-// to the file, and nothing in it calls newpage, CenterVerText, the boxes or Locations: they are
-// there for users who edit it.
+// Each string is a line of the file. Deliberate: the misspellings and the fixed date belong to the
+// file. Nothing in it calls newpage, CenterVerText, the boxes or Locations; users who edit the file
+// call them.
 
-// Comments of the file, and the constants of the page.
+// Header comments and page constants.
 static constexpr const char *page_constants[] = {
     "%!                                   \n",
     "%% --- Filename     : crv.ps        \n",
@@ -37,7 +37,7 @@ static constexpr const char *page_constants[] = {
 };
 static_assert(std::size(page_constants) == 22);
 
-// Twelve fonts in the size of the page.
+// Twelve fonts of charsize points.
 static constexpr const char *fonts[] = {
     " \n",
     "%% --- Font setup ----------------- (crv_ module [[41]]) --- \n",
@@ -56,7 +56,7 @@ static constexpr const char *fonts[] = {
 };
 static_assert(std::size(fonts) == 14);
 
-// Procedures that move from line to line.
+// Line feed, carriage return and page feed.
 static constexpr const char *line_layout[] = {
     " \n",
     "%% --- Format procedures  --------- (crv_ module [[41]]) --- \n",
@@ -67,8 +67,8 @@ static constexpr const char *line_layout[] = {
 };
 static_assert(std::size(line_layout) == 6);
 
-// Font, first line, and the turn to landscape. The second layout never takes effect: it is for
-// users who set crv_chartnum to 2 and get half a page.
+// Default font, first line, and rotation to landscape. The layout for crv_chartnum 2, half a page,
+// takes effect only if a user edits that constant.
 static constexpr const char *page_setup[] = {
     " \n",
     "CourNorm setfont           % --- setup default font \n",
@@ -78,7 +78,7 @@ static constexpr const char *page_setup[] = {
 };
 static_assert(std::size(page_setup) == 5);
 
-// x y (text): the text centred on x.
+// x y (text) CenterHorText: shows the text centred on x. CenterVerText does so on a rotated page.
 static constexpr const char *centred_text[] = {
     "\n",
     "/CenterHorText {  \n",
@@ -93,7 +93,7 @@ static constexpr const char *centred_text[] = {
 };
 static_assert(std::size(centred_text) == 10);
 
-// x y [(text) ...]: the texts in a box with its upper left corner at x y.
+// x y [(text) ...] BoxTextL: shows the texts in a box with its upper left corner at (x, y).
 static constexpr const char *left_box[] = {
     "/BoxTextL { \n",
     "  /str_array exch def /y_loc exch def /x_loc exch def \n",
@@ -118,7 +118,7 @@ static constexpr const char *left_box[] = {
 };
 static_assert(std::size(left_box) == 20);
 
-// The same with the upper right corner at x y.
+// BoxTextR: does the same with the upper right corner at (x, y).
 static constexpr const char *right_box[] = {
     "/BoxTextR { \n",
     "  /str_array exch def /y_loc exch def /x_loc exch def \n",
@@ -148,7 +148,7 @@ static constexpr const char *right_box[] = {
 };
 static_assert(std::size(right_box) == 25);
 
-// Labelled corners, to see where things are.
+// Locations: labels points of the page with their coordinates.
 static constexpr const char *test_pattern[] = {
     "/Locations { \n",
     "   50  50 moveto ( 50, 50) show \n",
@@ -168,7 +168,7 @@ static constexpr const char *test_pattern[] = {
 };
 static_assert(std::size(test_pattern) == 15);
 
-// Commented-out examples.
+// Calls of the procedures, commented out.
 static constexpr const char *usage_examples[] = {
     " \n",
     "%/Helvetica-Oblique findfont 25 scalefont setfont \n",

@@ -1,4 +1,4 @@
-// postscript/trailer.cpp - the last section of the chart file, and printing it.
+// postscript/trailer.cpp - the last section of the chart file; the printer command.
 #include "postscript/chart_file.h"
 #include "records/settings.h"
 #include "system/console.h"
@@ -9,7 +9,7 @@
 static void write_trailer(FILE *stream) {
     fputs("%%  --- Begin writing  Trailer (crv module [[45]])\n", stream);
     fputs("1 setlinewidth \n", stream);
-    fputs("grestore \n", stream); // has no gsave; PostScript ignores it at the outermost level
+    fputs("grestore \n", stream); // has no matching gsave and pops nothing
     fputs("showpage \n", stream);
 }
 
@@ -25,8 +25,7 @@ void crv_PlotEnd(const char *path, FILE *stream) {
     fclose(stream);
 
     const char *prefix = getenv("CRV_PRINTCHAIN");
-    if (!prefix)
-        prefix = "lpr "; // Deliberate: with the blank of the command it makes two before the path.
+    if (!prefix) prefix = "lpr "; // Deliberate: with the blank added below, two precede the path.
     const std::string command = std::string(prefix) + " " + path;
     if (!crv_settings.print_flag && !user_wants_print()) return;
     printf("%%crv_45-i-prt, Printer command = \"%s\"\n", command.c_str());
