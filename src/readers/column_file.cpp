@@ -1,4 +1,5 @@
-// readers/column_file.cpp - see column_file.h.
+// readers/column_file.cpp - reads a column file in one pass: header lines, then one row per line,
+// whose selected fields are read from left to right.
 #include "readers/column_file.h"
 
 #include "readers/column_builder.h"
@@ -21,12 +22,12 @@ static constexpr int status_failed = 0;
 
 namespace {
 
-// What is known of the file while it is read.
+// State of a column file that is being read.
 struct column_file {
     crv_input in;
     crv_selection selection;
-    std::span<crv_column *const> columns; // of the selection
-    char labels[line_limit + 1];          // the label line
+    std::span<crv_column *const> columns; // of the entries, in selection order
+    char labels[line_limit + 1];          // the label line, empty without one
     utl_line_status labels_status;
     int num_columns;
     uint32_t rows_done;
@@ -47,7 +48,8 @@ static int count_fields(std::string_view line) {
     return count;
 }
 
-// Reads up to the first row and returns it; the label line is kept on the way.
+// Reads the lines up to the first row, stores the label line and counts the columns. Returns the
+// first row.
 static utl_line read_header(column_file *pos, int label_line, int first_line) {
     utl_line line = {{}, utl_line_status::eof};
     for (int64_t number = 1; number <= first_line; ++number) {
@@ -73,8 +75,8 @@ static bool check_selection(const column_file *pos) {
     return true;
 }
 
-// Deliberate: whether a column is the row count is asked of the entry that has the column's slot as
-// its index, not of the column's own entry.
+// Deliberate: the check for the label Row Count uses the slot number as the index of the entry, not
+// the entry of the column.
 static void make_columns(column_file *pos) {
     int slot = pos->selection.first_slot;
     for (const crv_reqsel &entry : crv_Entries(pos->selection)) {
@@ -90,7 +92,7 @@ static void make_columns(column_file *pos) {
     crv_SortByBlock(&pos->selection);
 }
 
-// Copies a label; "%%" in it stands for one "%".
+// Copies a label, with "%%" replaced by "%".
 static void set_label(crv_column *column, std::string_view label) {
     size_t length = 0;
     for (size_t k = 0; k < label.size() && length + 1 < sizeof column->colname; ++k) {
@@ -130,18 +132,20 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _94-f-calloc", status_failed);
 }
 
-// Takes the value of entry k from row number `row`.
+// Counts the value of entry k in row `row`, counted from 1, and stores it if the row is in the time
+// window.
 static void read_value(const column_file *pos, size_t k, utl_line line, double row, double value) {
-    ++pos->columns[k]->numpts; // rows that are dropped count too
+    ++pos->columns[k]->numpts; // also for dropped rows
     if (crv_DBG == routine) trace_value(line, pos->selection.table[k].req, value);
     if (crv_InRange(row, crv_settings.time_window)) keep_value(pos, pos->columns[k], value);
 }
 
-// A row that is too short for an entry leaves it without a value.
+// Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
+// value.
 static void read_row(const column_file *pos, utl_line line) {
     const double row = pos->rows_done + 1.0;
     std::string_view rest = line.text;
-    int32_t at = 0; // field 0 is the row number
+    int32_t at = 0; // field of `value`; field 0 is the row number
     double value = row;
     for (size_t next = 0; next < pos->selection.count; ++next) {
         const size_t k = pos->selection.order[next];
@@ -176,7 +180,7 @@ static void list_columns(const column_file *pos) {
     }
 }
 
-// From the first line to the last. Returns what crv_ReadPost does.
+// Reads the whole file. Returns the result of crv_ReadPost.
 static int read_file(column_file *pos, int label_line, int first_line) {
     utl_line line = read_header(pos, label_line, first_line);
     if (!check_selection(pos)) return 0;
@@ -202,7 +206,7 @@ int crv_ReadPost(const char *path, const crv_selection &selection, int label_lin
     pos.selection = selection;
     pos.columns = crv_SelectedColumns(selection);
     for (crv_reqsel &entry : crv_Entries(&pos.selection))
-        entry.block = static_cast<int32_t>(entry.req); // the field of a row; 0 is the row count
+        entry.block = static_cast<int32_t>(entry.req); // field of the row, 0 for the row count
 
     printf("%ccrv_94-i-wor, Reading \"%s\" ...\n", '%', path);
     pos.in.lines = utl_OpenReader(path);

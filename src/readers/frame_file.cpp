@@ -1,4 +1,5 @@
-// readers/frame_file.cpp - see frame_file.h.
+// readers/frame_file.cpp - reads a frame file in one pass: dispatches on the letters of each
+// directive and reads the lines that follow it.
 #include "readers/frame_file.h"
 
 #include "readers/column_builder.h"
@@ -26,12 +27,12 @@ static constexpr int status_failed = 0;
 
 namespace {
 
-// What is known of the file while it is read.
+// State of a frame file that is being read.
 struct frame_file {
     crv_input in;
     crv_column *columns[2]; // X and Y
-    double totals[2];       // of their values
-    double x_range[2];      // as the file gives them
+    double totals[2];       // sums of their values
+    double x_range[2];      // of the file; low above high means not given
     double y_range[2];
     int num_points; // NUMDATA
 };
@@ -91,7 +92,7 @@ static void read_y_range(frame_file *vdr) {
         printf("%ccrv_85-e-ran, Y axis range incorrectly specified\n", '%');
 }
 
-// A record keeps its line end, so that only the blanks of a line without one are trimmed.
+// Prints a line with its line end. Blanks are trimmed only from a line without one.
 static void trace_record(utl_line line) {
     printf("    _85-i-val, vdr_record = \"%.*s%s\"\n", static_cast<int>(line.text.size()),
            line.text.data(), line.status == utl_line_status::newline ? "\n" : "");
@@ -141,6 +142,7 @@ static bool read_data(frame_file *vdr) {
     return true;
 }
 
+// Returns character `at` of the text, or NUL after its end.
 static char character(std::string_view text, size_t at) {
     return at < text.size() ? text[at] : '\0';
 }
@@ -203,7 +205,7 @@ static void set_means(const frame_file *vdr) {
         vdr->columns[k]->mean = crv_MeanOf(vdr->totals[k], vdr->columns[k]->numpts);
 }
 
-// From the first line to the last. Returns what crv_ReadVDR does.
+// Reads the whole file. Returns the result of crv_ReadVDR.
 static int read_file(frame_file *vdr, int first_slot) {
     make_columns(vdr, first_slot);
     if (!read_directives(vdr)) return 0;

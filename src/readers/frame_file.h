@@ -1,5 +1,5 @@
-// readers/frame_file.h - reads frame files (.vdr): directives, each followed by the lines that it
-// governs.
+// readers/frame_file.h - reader of frame files (.vdr), which have directives followed by their
+// lines.
 //
 //   %N              1 line    number of data points
 //   %S              1 line    chart style
@@ -7,21 +7,22 @@
 //   %XA, %YA        1 line    label of X or Y, 31 characters
 //   %YA1 to %YA6    1 line    Y axis titles 1 to 6, 32 characters
 //   %XR, %YR        2 lines   range of X or Y: low, high
-//   %XY                       prints that reading begins
+//   %XY             none      prints that reading begins
 //   %D              a line per data point: X and Y, separated by blanks and commas
 //
-// A directive stands at the start of its line; other lines are skipped. Lines hold at most 126
-// characters, a longer one is read in pieces. A last line without its line end counts.
+// A directive is at the start of its line; other lines are skipped. Lines have at most 126
+// characters; a longer one is read in parts. An unterminated last line is used.
 #pragma once
 
 // Routine 85. Makes two columns, X in slot first_slot of the column table and Y in the next, and
-// sets style and axis titles of chart 0, which must be there. No value is screened. The minimum and
-// maximum of each column are rounded for the chart, or those that the file gives.
+// sets style and axis titles of chart 0, which must exist. The time window and the X filter are not
+// used. The minimum and maximum of each column are the range of the file if it gives one, otherwise
+// the extremes of the values, rounded for the chart.
 //
-// Returns 2, or 0 when the name begins with '^', which stands for no name, or when a data block has
-// less than three points. A file that cannot be read and memory that runs out end the program with
-// status 0.
+// Returns 2. Returns 0 if the path begins with '^', which means no name, or if a data block has
+// less than three points. Ends the program with status 0 if the file cannot be read or memory runs
+// out.
 //
-// Deliberate: %S sets the number of data points too; texts of %YA1 to %YA6 are one character longer
-// than those of %XA; the sum of the columns stays 0.
+// Deliberate: %S also sets the number of data points; texts of %YA1 to %YA6 can be one character
+// longer than those of %XA; the sum of the columns stays 0.
 int crv_ReadVDR(const char *path, int first_slot);

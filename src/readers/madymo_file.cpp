@@ -1,4 +1,5 @@
-// readers/madymo_file.cpp - see madymo_file.h.
+// readers/madymo_file.cpp - reads a Madymo file in one pass: header, then steps, of which only the
+// lines of selected requests are parsed.
 #include "readers/madymo_file.h"
 
 #include "readers/column_builder.h"
@@ -17,24 +18,25 @@
 
 static constexpr int routine = 88;
 static constexpr size_t title_limit = 126; // 125 characters and the line end
-static constexpr size_t line_limit = 510;
+static constexpr size_t line_limit = 510;  // 509 characters and the line end
 static constexpr size_t name_length = 10;
-static constexpr uint32_t max_numbers_per_line = 31; // used of a line
-static constexpr uint32_t request_type = 5;
+static constexpr uint32_t max_numbers_per_line = 31; // the highest item
+static constexpr uint32_t request_type = 5;          // of all requests, "Req  "
 static constexpr int status_failed = 0;
 
+// Five characters each, as crv_reqsel::type_label; item labels have two, as comp_label.
 static constexpr const char *type_labels[] = {"Time ", "Displ", "Veloc", "Accel", "Force", "Req  "};
 static constexpr const char *item_labels[] = {"T ", "1 ", "2 ", "3 ", "4 ", "5 ", "6 ",
                                               "7 ", "8 ", "9 ", "10", "11", "12", "13"};
 
 namespace {
 
-// What is known of the file while it is read.
+// State of a Madymo file that is being read.
 struct madymo_file {
     crv_input in;
     crv_selection selection;
-    char names[CRV_MAXCOLS][name_length + 1]; // of the entries' requests
-    std::span<crv_column *const> columns;     // of the selection
+    char names[CRV_MAXCOLS][name_length + 1]; // of the requests of the entries
+    std::span<crv_column *const> columns;     // of the entries, in selection order
     char title[128];
     utl_line_status title_status;
     int num_requests;
@@ -70,7 +72,8 @@ static void read_counts(madymo_file *mad) {
     utl_Quit(status_failed);
 }
 
-// A request's number is its place: what it lacks, when the file ends early, is its name.
+// Sets the line of each entry. The number of a request is its position, so that a request is found
+// even if the file ends before its name.
 static void assign_lines(madymo_file *mad) {
     for (crv_reqsel &entry : crv_Entries(&mad->selection)) {
         if (entry.req < 1 || entry.req > static_cast<uint32_t>(mad->num_requests)) continue;
@@ -87,7 +90,7 @@ static void read_header(madymo_file *mad) {
     for (int64_t block = 1; block <= mad->num_requests; ++block) {
         const utl_line line = utl_ReadLine(mad->in.lines, line_limit);
         if (line.status == utl_line_status::eof)
-            break; // N can name more requests than the file has lines
+            break; // N may exceed the number of lines of the file
         for (size_t k = 0; k < mad->selection.count; ++k)
             if (mad->selection.table[k].block == block) utl_CopyText(mad->names[k], line.text);
     }
@@ -105,8 +108,8 @@ static void skip_descriptions(const madymo_file *mad) {
         if (utl_ReadLine(mad->in.lines, line_limit).status == utl_line_status::eof) return;
 }
 
-// The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of
-// the entry that has the column's slot as its index, not of the column's own entry.
+// The labels are provisional; only trace lines show them. Deliberate: the check for the label Time
+// uses the slot number as the index of the entry, not the entry of the column.
 static void make_columns(madymo_file *mad) {
     int slot = mad->selection.first_slot;
     for (const crv_reqsel &entry : crv_Entries(mad->selection)) {
@@ -151,7 +154,8 @@ static void keep_value(const madymo_file *mad, crv_column *column, double value)
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _88-f-calloc", status_failed);
 }
 
-// Takes the value of entry k from the line of its request.
+// Reads the value of entry k from the line of its request, and stores it if the time is in the
+// window.
 static void read_value(madymo_file *mad, size_t k, utl_line line) {
     const uint32_t item = mad->selection.table[k].item;
     const double value = read_item(mad, line.text, item);
@@ -159,7 +163,8 @@ static void read_value(madymo_file *mad, size_t k, utl_line line) {
     if (crv_InRange(mad->time, crv_settings.time_window)) keep_value(mad, mad->columns[k], value);
 }
 
-// Deliberate: the last line of the file counts as too long when it has no line end.
+// Ends the program if the line is too long. Deliberate: an unterminated last line counts as too
+// long.
 static void require_newline(const madymo_file *mad, utl_line line) {
     if (line.status == utl_line_status::newline) return;
     fprintf(utl_ErrorStream(), "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n",
@@ -167,14 +172,14 @@ static void require_newline(const madymo_file *mad, utl_line line) {
     utl_Quit(status_failed);
 }
 
-// The line of the next entry in a step, or the first of the next step.
+// Returns the line of entry `next` in a step, or the first line after the step.
 static int64_t next_needed_block(const madymo_file *mad, size_t next) {
     return crv_NextNeededBlock(mad->selection, next, mad->num_requests);
 }
 
-// Reads the lines of one step. Returns false at the end of the file.
+// Reads one step, skipping lines without an entry. Returns false at the end of the file.
 static bool read_step(madymo_file *mad) {
-    size_t next = 0; // position in the order of the entries
+    size_t next = 0; // index into the order of the entries
     for (int64_t block = 0; block <= mad->num_requests;) {
         const utl_line line = utl_ReadLine(mad->in.lines, line_limit);
         if (line.status == utl_line_status::eof) return false;
@@ -208,7 +213,7 @@ static void set_labels(madymo_file *mad) {
     }
 }
 
-// From the first line to the last. Returns what crv_ReadMad does.
+// Reads the whole file. Returns the result of crv_ReadMad.
 static int read_file(madymo_file *mad) {
     read_header(mad);
     if (!check_selection(mad)) return 0;

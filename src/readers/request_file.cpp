@@ -1,4 +1,5 @@
-// readers/request_file.cpp - see request_file.h.
+// readers/request_file.cpp - reads a request file in one pass: header, then steps, of which only
+// the lines of selected requests are parsed.
 #include "readers/request_file.h"
 
 #include "readers/column_builder.h"
@@ -18,20 +19,21 @@
 #include <cstdio>
 
 static constexpr int routine = 83;
-static constexpr size_t line_limit = 126;       // 125 characters and the line end
-static constexpr size_t long_title_length = 78; // of a title line beyond the limit
-static constexpr double unknown_item = -999.999;
+static constexpr size_t line_limit = 126;        // 125 characters and the line end
+static constexpr size_t long_title_length = 78;  // of a title line that is too long
+static constexpr double unknown_item = -999.999; // value of items above 8
 
+// Five characters each, as crv_reqsel::type_label; item labels have two, as comp_label.
 static constexpr const char *type_labels[] = {"Time ", "Displ", "Veloc", "Accel", "Force", "User "};
 static constexpr const char *item_labels[] = {"T ", "X ", "Y ", "Z ", "A1", "A2", "A3", "M ", "AM"};
 
 namespace {
 
-// What is known of the file while it is read.
+// State of a request file that is being read.
 struct request_file {
     crv_input in;
     crv_selection selection;
-    std::span<crv_column *const> columns; // of the selection
+    std::span<crv_column *const> columns; // of the entries, in selection order
     char title[128];
     utl_line_status title_status;
     int num_requests;
@@ -60,7 +62,8 @@ static void read_title(request_file *req) {
     }
 }
 
-// A header line says on which line of a step the values of its request stand.
+// Sets line and type of the entries of a request. `block` is the position of its header line, which
+// is the position of its line in each step.
 static void match_header_line(request_file *req, int block, const int (&fields)[5]) {
     const auto identifier = static_cast<uint32_t>(fields[0]);
     for (crv_reqsel &entry : crv_Entries(&req->selection)) {
@@ -83,7 +86,7 @@ static bool read_header(request_file *req) {
     for (int64_t block = 1; block <= req->num_requests; ++block) {
         const utl_line line = utl_ReadLine(req->in.lines, line_limit);
         if (line.status == utl_line_status::eof)
-            break; // N can name more requests than the file has lines
+            break; // N may exceed the number of lines of the file
         int fields[5];
         if (utl_ReadIntegers(line.text, fields) > 0)
             match_header_line(req, static_cast<int>(block), fields);
@@ -99,8 +102,8 @@ static bool check_selection(const request_file *req) {
     return false;
 }
 
-// The label is provisional, seen in the listing only. Deliberate: whether it is time is asked of
-// the entry that has the column's slot as its index, not of the column's own entry.
+// The labels are provisional; only trace lines show them. Deliberate: the check for the label Time
+// uses the slot number as the index of the entry, not the entry of the column.
 static bool make_columns(request_file *req) {
     int slot = req->selection.first_slot;
     for (const crv_reqsel &entry : crv_Entries(req->selection)) {
@@ -122,7 +125,7 @@ static bool make_columns(request_file *req) {
 }
 
 double crv_ReadItem(std::string_view line, uint32_t item, bool *complete) {
-    // Magnitudes add their squares in this order.
+    // The order of the sum decides its last bit: second square plus first, then the third.
     const auto magnitude = [](double x, double y, double z) {
         return sqrt((y * y + x * x) + z * z);
     };
@@ -166,7 +169,8 @@ static bool keep_value(const request_file *req, crv_column *column, double value
     return false;
 }
 
-// Takes the value of entry k from the line of its request.
+// Reads the value of entry k from the line of its request, and stores it if time and X value are in
+// range. Returns false if memory runs out.
 static bool read_value(request_file *req, size_t k, utl_line line) {
     const uint32_t item = req->selection.table[k].item;
     bool complete = true;
@@ -185,15 +189,15 @@ static void reject_multiple_results(const request_file *req) {
     printf("    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
 }
 
-// The line of the next entry in a step, or the first of the next step.
+// Returns the line of entry `next` in a step, or the first line after the step.
 static int64_t next_needed_block(const request_file *req, size_t next) {
     return crv_NextNeededBlock(req->selection, next, req->num_requests);
 }
 
-// Reads the lines of one step. Returns false at the end of the steps, with `failed` set if that is
-// an error.
+// Reads one step, skipping lines without an entry. Returns false at the end of the file or after an
+// error, which sets *failed.
 static bool read_step(request_file *req, bool *failed) {
-    size_t next = 0; // position in the order of the entries
+    size_t next = 0; // index into the order of the entries
     for (int64_t block = 0; block <= req->num_requests;) {
         const utl_line line = utl_ReadLine(req->in.lines, line_limit);
         if (line.has_lt_or_nul && line.text.find("<++>") != line.text.npos) {
@@ -242,7 +246,7 @@ static void set_labels(request_file *req) {
         if (entry->req == 0) {
             snprintf(column->colname, sizeof column->colname, "Time (sec) ");
         } else {
-            // An item label of one letter is two characters wide, so that two blanks follow it.
+            // Item labels are two characters wide: two blanks follow a single letter.
             snprintf(column->colname, sizeof column->colname, "%.5s %u, %.2s ", entry->type_label,
                      entry->req, entry->comp_label);
         }
@@ -250,7 +254,7 @@ static void set_labels(request_file *req) {
     }
 }
 
-// From the first line to the last. Returns what crv_ReadReq does.
+// Reads the whole file. Returns the result of crv_ReadReq.
 static int read_file(request_file *req) {
     if (!read_header(req)) return -1;
     if (!check_selection(req)) return 0;

@@ -1,17 +1,17 @@
-// readers/request_file.h - reads request files (.req).
+// readers/request_file.h - reader of request files (.req).
 //
-//   line 1       anything, skipped
+//   line 1       any text, skipped
 //   line 2       title of the run
 //   line 3       N, the number of requests, at the start of the line
 //   then         N header lines: identifier, type, -, -, flag. After a line with a flag other than
 //                0, one more line is skipped. Identifier 0 is never selected, it names the time.
 //   to the end   steps of N + 1 lines: the time line, then one line per request in header order
 //
-// Lines hold at most 125 characters; a longer one is read as two and puts the steps out of order.
-// Numbers are separated by blanks and commas. The last line counts only with its line end; a piece
-// of 126 characters counts at the very end too.
+// Lines have at most 125 characters; a longer one is read as two, which misaligns all further
+// steps. Numbers are separated by blanks and commas. An unterminated last line is ignored unless it
+// has 126 characters.
 //
-//   item    value of the request's line       label        type   label
+//   item    value of the request line         label        type   label
 //   0, 1    first number                      "T ", "X "   0      "Time "
 //   2, 3    second and third                  "Y ", "Z "   1      "Displ"
 //   4 to 6  fourth to sixth                   "A1" .. "A3" 2      "Veloc"
@@ -26,16 +26,15 @@
 #include <string_view>
 
 // Routine 83. Makes one column per pair of `selection`: pair k fills slot first_slot + k of the
-// column table with the values that pass the time window and the X filter of the settings, and
-// keeps all their statistics. Pairs for which the table has no slot are left out; the caller
-// refuses such a selection.
+// column table with the values in the time window and the X filter of the settings, and with all
+// statistics. Pairs without a slot in the table are skipped; the caller rejects such a selection.
 //
-// Returns the number of columns made; 0 when a selected request is not in the file (no column is
-// made then); -1 when the file cannot be read, holds several result sets, or memory runs out. A
-// column without a value ends the program with status 1. Deliberate: so does one of 32,768 values
-// to 65,536, as they are counted in 16 bits with a sign; with more the count begins anew.
+// Returns the number of columns made; 0 and makes none if a selected request is not in the file; -1
+// if the file cannot be read, contains several result sets, or memory runs out. Ends the program
+// with status 1 if a column has no value. Deliberate: also if it has 32,768 to 65,536 values,
+// because the count is a signed 16-bit number; with more values the count wraps to 1 and above.
 int crv_ReadReq(const char *path, const crv_selection &selection);
 
-// The value that `item` names on a record line. Sets *complete to false, and leaves it alone
-// otherwise, when the line lacks a number that it takes; that number counts as 0.0.
+// Returns the value of `item` on the line of a request. A missing number is read as 0.0 and sets
+// *complete to false; otherwise *complete is unchanged.
 double crv_ReadItem(std::string_view line, uint32_t item, bool *complete);
