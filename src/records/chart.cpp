@@ -1,4 +1,4 @@
-// records/chart.cpp - see chart.h.
+// records/chart.cpp - the chart table, and initialisation of chart records.
 #include "records/chart.h"
 
 #include "records/range.h"
@@ -8,7 +8,7 @@
 
 crv_chart *crv_charts[crv_chart_slots];
 
-static constexpr uint16_t preset_curves = 5; // curves that get a column pair of their own
+static constexpr uint16_t preset_curves = 5; // curves 0 to 4 get their own column pair
 
 static bool make_curves(crv_chart *chart) {
     for (crv_curve *&curve : chart->curves) {

@@ -1,9 +1,9 @@
-// records/chart.h - titles, labels, ranges and curve assignments of the chart to be drawn.
+// records/chart.h - the chart record: titles, labels, ranges and curves of the chart to be drawn.
 #pragma once
 
 #include <cstdint>
 
-// One curve: which columns of the column table it plots.
+// One curve: the slots of its X and Y column in the column table.
 struct crv_curve {
     uint16_t xcol;
     uint16_t ycol;
@@ -26,17 +26,18 @@ struct crv_chart {
     double zoomxminmax[2];
     double zoomyminmax[2];
     uint16_t style;
-    uint16_t num_curves; // columns read less one; can be more than there are slots
+    uint16_t num_curves; // columns read minus one; may exceed crv_curve_slots
     crv_curve *curves[crv_curve_slots];
 };
 
 // The chart table; only slot 0 is used.
 extern crv_chart *crv_charts[crv_chart_slots];
 
-// Routine 50. Gives the initialised chart record of slot `index`, or null when memory runs out,
-// which it reports. A record that is there already is used again, with a warning.
+// Routine 50. Initialises the chart record of slot `index`, 0 to crv_chart_slots - 1, and returns
+// it. Reuses an existing record, with a warning on standard output. If memory runs out, prints an
+// error message and returns null.
 //
-// Curve k plots column 0 against column k + 1, except the last two slots, which stay {0, 0}.
+// Curves 0 to 4 get the columns {0, k + 1}, curves 5 and 6 {0, 0}.
 //
-// Deliberate: a record used again keeps its axis titles, legends and figure label.
+// Deliberate: a reused record keeps its axis titles, legends and figure label.
 crv_chart *crv_AllocCht(int index);

@@ -1,19 +1,19 @@
-// records/column.cpp - values come from blocks, one after the other; the blocks are never freed.
+// records/column.cpp - allocates values from blocks, in order; blocks are never freed.
 #include "records/column.h"
 
 #include "system/memory.h"
 
 static_assert(sizeof(crv_value) == 16);
 
-// The first block is small, so that a short run stays small. The others are large: untouched they
-// cost nothing, and mapped in large pages they spare the system a third of its part in a run that
-// keeps ten million values.
+// The first block is small, so that short runs use little memory. The others are large: pages that
+// are not used take no memory, and large pages save a third of the system time of a run that stores
+// ten million values.
 static constexpr size_t first_block_values = 4096;       // 64 KiB
 static constexpr size_t large_block_values = 512 * 1024; // 8 MiB
 
 crv_column *crv_columns[CRV_MAXCOLS];
 
-// The last allocated node, and the last node of its block. Both are null before the first block.
+// The last allocated node and the last node of its block, both null before the first block.
 static crv_value *last_allocated;
 static crv_value *block_end;
 static size_t block_values = first_block_values; // of the next block

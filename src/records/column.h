@@ -1,5 +1,5 @@
-// records/column.h - one selected series with its values and statistics, and the table of all of
-// them.
+// records/column.h - the column record, a selected series with values and statistics; the column
+// table.
 #pragma once
 
 #include <cstdint>
@@ -10,13 +10,13 @@ struct crv_value {
     crv_value *next; // null at the end
 };
 
-// A statistic that a reader does not keep stays 0. A step counts from 1; a time is in the unit of
-// the file.
+// Statistics that a reader does not compute stay 0. Steps are counted from 1; times have the unit
+// of the file.
 struct crv_column {
-    char coltitle[128];  // title of the series, for a request file that of the run
+    char coltitle[128];  // title of the series; in a request file, of the run
     char colname[32];    // label of the series
     crv_value *val_list; // first node, null while empty
-    crv_value *val_cur;  // the last node while a reader appends, else the cursor of a loop
+    crv_value *val_cur;  // last node while a reader appends, otherwise a cursor
     int16_t numpts;      // number of values as the reader counts them; wraps above 32,767
     double min;
     uint32_t min_step;
@@ -38,28 +38,27 @@ struct crv_column {
     double end_val; // last value
     uint32_t end_step;
     double end_time;
-    double stddev; // Deliberate: no routine computes it, it stays 0.0 and is dumped so.
+    double stddev; // Deliberate: never computed, dumped as 0.0.
     double var1;   // abscissa of the minimum
     double var2;   // abscissa of the maximum
 };
 
 constexpr int CRV_MAXCOLS = 31;
 
-// The column table, filled from slot 0 upwards; the first null slot ends it, or its size does. A
-// slot that is filled again gets a new record. Records and values live until the program ends.
+// The column table, filled from slot 0; it ends at the first null slot or at its size. A slot that
+// is filled again gets a new record. Records and values are never freed.
 extern crv_column *crv_columns[CRV_MAXCOLS];
 
-// Puts a new zero-filled column into `slot` of the table. Returns it, or null with errno set when
-// memory runs out (the slot then keeps what it had).
+// Stores a new zero-filled column in `slot` of the table and returns it. Returns null with errno
+// set if memory runs out; the slot is then unchanged.
 crv_column *crv_AllocColumn(int slot);
 
-// Gives a new zero-filled value node, or null with errno set. Nodes come from blocks, 16 bytes
-// each.
+// Returns a new zero-filled value node of 16 bytes, or null with errno set if memory runs out.
 crv_value *crv_AllocValue();
 
-// Appends `value` to the column's list and makes it the current one. Returns false with errno set
-// if memory runs out. Update the statistics of the value before it is appended.
+// Appends `value` to the list of the column and sets val_cur to it. Returns false with errno set if
+// memory runs out. Call it after the routines of column_stats.h, which need the old list.
 bool crv_AppendValue(crv_column *column, double value);
 
-// Empties the column table. The records stay where they are.
+// Sets all slots of the column table to null. The records are not freed.
 void crv_ClearColumns();

@@ -1,4 +1,4 @@
-// records/dump.cpp - see dump.h.
+// records/dump.cpp - the dump formats, a field per line and eight values per line.
 #include "records/dump.h"
 
 #include "records/chart.h"
@@ -41,7 +41,7 @@ static void print_header(const crv_column *column) {
     printf("    _86-i-val, ------------------------------------ \n");
     printf("    _86-i-val, coltitle = \"%s\" \n", column->coltitle);
     printf("    _86-i-val, colname  = \"%s\" \n", column->colname);
-    // The 16-bit count is widened with its sign: 32,768 points show as 4294934528.
+    // The 16-bit count is widened with its sign: 32,768 points print as 4294934528.
     printf("    _86-i-val, numpts   = \"%u\" \n", static_cast<unsigned>(int{column->numpts}));
     printf("    _86-i-val, min      = \"%f\" \n", column->min);
     printf("    _86-i-val, max      = \"%f\" \n", column->max);

@@ -1,4 +1,4 @@
-// records/range.h - ranges: pairs {low, high} of the settings, the chart and the readers.
+// records/range.h - ranges as pairs {low, high}: test and assignment.
 #pragma once
 
 // Returns true if low <= value <= high; false if any of them is not a number.

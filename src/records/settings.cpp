@@ -1,4 +1,4 @@
-// records/settings.cpp - see settings.h.
+// records/settings.cpp - the global settings and debug level.
 #include "records/settings.h"
 
 int crv_DBG = 0;

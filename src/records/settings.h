@@ -1,24 +1,23 @@
-// records/settings.h - what the options set for the whole run. The options write it, everybody else
-// reads.
+// records/settings.h - global settings of the run and the debug level. The options write them;
+// other code reads them, except the print flag, which is set before a chart is printed.
 #pragma once
 
 #include <cstdint>
 
-// The debug level (-d, -v, -m): a routine prints its trace lines when the level equals its own
-// number.
+// The debug level (-d, -v, -m). A routine prints trace lines if the level is its number.
 extern int crv_DBG;
 
 // Bits of the columnize flags.
 constexpr uint32_t AbsoluteDat = 1;   // -abs
 constexpr uint32_t StatisticsAll = 2; // -all
 
-// Ranges are pairs low, high; a pair with low above high is not set.
+// Ranges are pairs {low, high}; low above high means not set.
 struct crv_run_settings {
-    double time_window[2] = {-100.0, 10000.0}; // -tm: points outside are dropped, bounds included
-    double x_filter[2] = {100.0, -100.0};      // copied from the X range by every -x option
+    double time_window[2] = {-100.0, 10000.0}; // -tm: points outside are dropped; bounds are inside
+    double x_filter[2] = {100.0, -100.0};      // a copy of the X range of the last -x
     uint32_t columnize_flags = 0;
-    int menu_panes = 0; // -n: stored only
-    int print_flag = 0; // the chart goes to the printer without a question
+    int menu_panes = 0; // -n: stored, not used
+    int print_flag = 0; // print the chart without asking
 };
 
 extern crv_run_settings crv_settings;
