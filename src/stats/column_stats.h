@@ -1,12 +1,11 @@
-// stats/column_stats.h - the statistics of a column, kept as its values arrive.
+// stats/column_stats.h - running statistics of a column: extremes, sum, first and last value, mean.
 //
-// A reader calls, for each value that it keeps, the routines for the statistics that it keeps, and
-// appends the value afterwards: a column whose list is empty waits for its first value, which sets
-// everything. Comparisons are strict, so that of equal values the earliest keeps the extreme.
+// For each value, a reader calls the routines of its statistics and then appends the value: the
+// list must be empty at the first value, which initialises the statistics. Comparisons are strict:
+// of equal values the first is the extreme.
 //
-// `step` counts from 1, `time` is in the unit of the file, `abscissa` is what the value is plotted
-// against. A format without steps passes 0 for step and time, which leaves those fields as they
-// were made.
+// `step` counts from 1, `time` has the unit of the file, `abscissa` is the time or row index of the
+// value. A format without steps passes 0 for step and time, so that those fields stay 0.
 #pragma once
 
 #include "records/column.h"
@@ -14,7 +13,7 @@
 #include <cmath>
 #include <cstdint>
 
-// Minimum and maximum; their abscissas are var1 and var2.
+// Updates minimum and maximum with their steps and times; their abscissas go to var1 and var2.
 inline void crv_UpdateMinMax(crv_column *column, double value, uint32_t step, double time,
                              double abscissa) {
     const bool first = !column->val_list;
@@ -36,7 +35,7 @@ inline void crv_AccumulateSum(crv_column *column, double value) {
     column->sum = column->val_list ? column->sum + value : value;
 }
 
-// First and last value.
+// Sets the first value once, and the last value, with their steps and times.
 inline void crv_UpdateFirstLast(crv_column *column, double value, uint32_t step, double time) {
     if (!column->val_list) {
         column->begin_val = value;
@@ -48,7 +47,7 @@ inline void crv_UpdateFirstLast(crv_column *column, double value, uint32_t step,
     column->end_time = time;
 }
 
-// Smallest and largest magnitude.
+// Updates the smallest and largest magnitude with their steps and times.
 inline void crv_UpdateAbsMinMax(crv_column *column, double value, uint32_t step, double time) {
     const bool first = !column->val_list;
     const double magnitude = std::fabs(value);
@@ -64,9 +63,9 @@ inline void crv_UpdateAbsMinMax(crv_column *column, double value, uint32_t step,
     }
 }
 
-// Smallest and largest magnitude of column files. Deliberate: the value is compared with its sign,
-// so that a column of negative values keeps the magnitude of the first as its largest, and of the
-// last that was below it as its smallest.
+// Updates the smallest and largest magnitude of column files. Deliberate: the signed value is
+// compared with the magnitudes, so that in a column of negative values the largest stays that of
+// the first value, and the smallest becomes that of each further value.
 inline void crv_UpdateAbsMinMaxBySign(crv_column *column, double value) {
     const bool first = !column->val_list;
     const double magnitude = std::fabs(value);
@@ -74,6 +73,6 @@ inline void crv_UpdateAbsMinMaxBySign(crv_column *column, double value) {
     if (first || value > column->absmax) column->absmax = magnitude;
 }
 
-// The mean of a column. The count is signed and 16 bits wide; of no values it is what a division by
-// 0 gives.
+// Returns the mean. The count is a signed 16-bit number, as in crv_column; without values the
+// result is that of a division by 0.
 inline double crv_MeanOf(double sum, int16_t count) { return sum / count; }

@@ -1,4 +1,5 @@
-// stats/conditional.cpp - see conditional.h.
+// stats/conditional.cpp - finds the point of an extreme, or interpolates linearly at the first
+// crossing of a number.
 #include "stats/conditional.h"
 
 #include "records/column.h"
@@ -9,15 +10,15 @@
 
 namespace {
 
-// Point `number`, counted from 1, and where before it the crossing lies: 0 and 1 are the points
-// themselves.
+// A crossing between point `number` - 1 and point `number`, counted from 1. `fraction` is its
+// position between the two, 0 at the first and 1 at the second. An exact hit has 0.
 struct crossing {
     bool found;
     int number;
     double fraction;
 };
 
-// A point and the one before it; the first point stands before itself.
+// Values of a point and of the previous one; the first point is its own predecessor.
 struct point_pair {
     double previous;
     double current;
@@ -30,7 +31,8 @@ static void report_not_found(const crv_column *first, const crv_column *second, 
            -1.0);
 }
 
-// Point `number` of the column. Returns false when it has no such point.
+// Sets *point to the values of point `number` and the previous one. Returns false if the column has
+// no such point.
 static bool find_point(const crv_column *column, uint32_t number, point_pair *point) {
     if (number == 0 || !column->val_list) return false;
     point->previous = column->val_list->val;
@@ -56,7 +58,7 @@ static void report_extreme(const char *name, const crv_column *first, const crv_
     }
 }
 
-// The first point that the column reaches or crosses x at; crossings are strict on both sides.
+// Returns the first point that equals x or that is the end of a crossing, strict on both sides.
 static crossing find_crossing(const crv_column *column, double x) {
     int number = 1;
     double before = column->val_list ? column->val_list->val : 0.0;
@@ -100,7 +102,7 @@ void crv_ReportValue(const char *condition, int /*debug_level*/) {
         report_extreme("amax", first, second, second->absmax_step, second->absmax_time);
     } else if (letter == 'a' && third_letter == 'i') {
         report_extreme("amin", first, second, second->absmin_step, second->absmin_time);
-    } else if (letter == 'm' || letter == 'a') { // Deliberate: another word is no number.
+    } else if (letter == 'm' || letter == 'a') { // Deliberate: other words print a newline.
         printf("\n");
     } else {
         report_number(condition, first, second);

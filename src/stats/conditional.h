@@ -1,19 +1,19 @@
-// stats/conditional.h - the conditional value report: the value of one column where another meets a
+// stats/conditional.h - conditional value report: the value of one column where another meets a
 // condition.
 #pragma once
 
-// Prints one line about the first two columns of the column table, which must be there. The
-// condition is lower-cased:
+// Prints one line about the first two columns of the column table, which must exist. `condition` is
+// in lower case. The debug level is not used.
 //
-//   m.a.., m.i..   (max, min)     value of the first column at the maximum, minimum,
-//   a?a.., a?i..   (amax, amin)   absolute maximum or minimum of the second, by its point number
-//   m..., a...     otherwise: an empty line
-//   a number       value of the second column where the first crosses it, by linear interpolation
-//   between points
+//   ma..., mi...       (max, min) first column at the maximum or minimum of the second
+//   a.a..., a.i...     (amax, amin) first column at the largest or smallest magnitude of the second
+//   other m..., a...   an empty line
+//   other text         a number: second column where the first crosses it, interpolated linearly
+//                      between points
 //
-// A point that is not there gives the "NOT!" line. The debug level is not used.
+// A missing point or crossing prints the "NOT!" line.
 //
-// Deliberate: a number is looked for in the first column and the value taken from the second, the
-// reverse of the extremes, while the line names the columns in the same order. On an exact hit the
-// value is that of the point before.
+// Deliberate: a number is searched for in the first column and the value is taken from the second,
+// the reverse of the extremes, while the line names the columns in the same order. On an exact hit
+// the value is that of the previous point.
 void crv_ReportValue(const char *condition, int debug_level);

@@ -1,4 +1,5 @@
-// stats/dat_file.cpp - see dat_file.h.
+// stats/dat_file.cpp - writes the .dat table: title, a table-driven block of statistics, value
+// rows.
 #include "stats/dat_file.h"
 
 #include "records/column.h"
@@ -16,10 +17,11 @@ static constexpr int status_failed = 0;
 
 namespace {
 
-// When a row of the statistics is written.
+// Condition for a row of the statistics: always, with -abs or -all, with -all.
 enum class group { always, absolute, all };
 
-// One row of the statistics: a label, or a field of each column as a value, a step or a time.
+// A row of the statistics. Apart from `written`, one member is set: the label, or the field that
+// the cells show as a value, a step or a time.
 struct statistics_row {
     group written;
     const char *label = nullptr;
@@ -33,7 +35,7 @@ struct statistics_row {
 } // namespace
 
 // Deliberate: the steps of minimum and maximum are written with -all only, those of the absolute
-// extremes whenever these are, with -abs alone too.
+// extremes also with -abs alone.
 static constexpr statistics_row statistics[] = {
     {.written = group::always, .label = "----------- "},
     {.written = group::always, .is_name = true},
@@ -119,7 +121,7 @@ static void write_statistics(FILE *out, columns_span columns) {
     }
 }
 
-// Sets the cursors to the first values. Returns false when a column has none.
+// Sets the cursors to the first values. Returns false if a column has none.
 static bool go_to_first_row(columns_span columns) {
     bool all_there = true;
     for (crv_column *column : columns) {
@@ -129,7 +131,7 @@ static bool go_to_first_row(columns_span columns) {
     return all_there;
 }
 
-// Moves the cursors that can move. Returns false when one of them cannot: that row was the last.
+// Advances all cursors. Returns false and moves none if a column has ended: that row was the last.
 static bool go_to_next_row(columns_span columns) {
     for (const crv_column *column : columns)
         if (!column->val_cur->next) return false;
@@ -137,7 +139,8 @@ static bool go_to_next_row(columns_span columns) {
     return true;
 }
 
-// Each cell is "%11.4e ".
+// Writes the rows, each cell as "%11.4e ". One fwrite per row: a call per cell takes longer than
+// formatting it.
 static void write_values(FILE *out, columns_span columns) {
     if (!go_to_first_row(columns)) return;
     char row[CRV_MAXCOLS * utl_max_number_chars + 1];
@@ -152,7 +155,8 @@ static void write_values(FILE *out, columns_span columns) {
     } while (go_to_next_row(columns));
 }
 
-// An incomplete table is removed, unless a link or a device stands in its place.
+// Reports the error in errno, removes the incomplete table if it is a regular file, and ends the
+// program.
 [[noreturn]] static void fail_write(const std::string &dat_path) {
     utl_ReportError(" crv_84-f-fwrite, in crv_writecols() ");
     if (utl_IsRegularFile(dat_path.c_str())) remove(dat_path.c_str());

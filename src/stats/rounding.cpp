@@ -1,4 +1,4 @@
-// stats/rounding.cpp - see rounding.h.
+// stats/rounding.cpp - rounds bounds by way of their printed digits and exponent.
 #include "stats/rounding.h"
 
 #include "records/range.h"
@@ -10,7 +10,7 @@
 #include <cstring>
 #include <string>
 
-// A number as one signed digit times a power of ten, the rest cut off.
+// A number truncated to one signed digit times a power of ten.
 struct leading_digit {
     int digit;
     double power;
@@ -22,14 +22,16 @@ static double power_of_ten(const char *exponent) {
     return utl_ToDouble(std::string("1e") + exponent);
 }
 
-// Works on the printed text, so that the mantissa is rounded before the digit is taken.
+// Uses the printed text, so that the mantissa is rounded to three decimals before its first digit
+// is taken.
 static leading_digit leading_digit_of(double value) {
     char text[16];
     snprintf(text, sizeof text, "%10.3e", value);
     return {utl_ToInt({text, 2}), power_of_ten(strchr(text, 'e') + 1)};
 }
 
-// In single precision, so that values such as 0.1, which have no exact binary form, count as round.
+// Compares in single precision, so that values without an exact binary form, such as 0.1, are
+// round.
 static bool is_round(double value, leading_digit lead) {
     return static_cast<float>(value) == static_cast<float>(lead.digit * lead.power);
 }
