@@ -1,4 +1,4 @@
-// text/fixed_text.cpp - copies and trims text.
+// text/fixed_text.cpp - bounded copy and removal of trailing blanks.
 #include "text/fixed_text.h"
 
 #include <cstring>

@@ -1,4 +1,5 @@
-// text/number_writer.cpp - see number_writer.h.
+// text/number_writer.cpp - number formatting: %11.4e by scaling to an integer of five digits and a
+// table of digits, to_chars where the rounding is in doubt or the exponent is large.
 #include "text/number_writer.h"
 
 #include "text/powers_of_ten.h"
@@ -13,25 +14,27 @@
 static constexpr size_t field_width = 11;
 static constexpr int decimals = 4;
 
-// The four decimals of d.dddde+dd are found by scaling the value to a whole number of five digits,
-// with one rounding of at most 2^-53. Where that could matter, because the scaled value is this
-// close to the middle between two whole numbers, the slow way decides.
+// The five digits of d.dddde+dd are the value scaled by an exact power of ten to 10,000 to 99,999
+// and rounded. Scaling rounds once, by at most half a unit in the last place of numbers below 2^17:
+// 2^-37 or 7.3e-12. That can change the digits only if the scaled value is closer than this to a
+// tie, the middle between two integers; to_chars then decides. The margin is 100,000 times wider
+// than needed and sends two of a million values there.
 static constexpr double tie_margin = 1e-6;
 
-// A value as five digits and an exponent of ten.
+// A value as five digits and a decimal exponent.
 struct scaled_value {
-    int digits; // 10000 to 99999, 0 when the slow way must decide
+    int digits; // 10000 to 99999, or 0 if to_chars must decide
     int exponent;
 };
 
-// Of a value below the normal range it is far below that of any other.
+// Returns the exponent of two. A subnormal value gives -1023, which is outside the exact powers.
 static int binary_exponent(double magnitude) {
     return static_cast<int>(std::bit_cast<uint64_t>(magnitude) >> 52) - 1023;
 }
 
 static scaled_value scale(double magnitude) {
-    // The decimal exponent, from the binary one times log 2, which is 1233/4096 near enough; it can
-    // be one too low.
+    // log10(2) = 0.30103 is 1233/4096 with an error of 5e-6 (S. E. Anderson, Bit Twiddling Hacks).
+    // The product is the decimal exponent of 2^e, which is that of the value or one below it.
     int exponent = (binary_exponent(magnitude) * 1233) >> 12;
     if (exponent <= decimals - utl_exact_powers || exponent + 1 >= decimals + utl_exact_powers)
         return {0, 0};
@@ -53,8 +56,8 @@ static scaled_value scale(double magnitude) {
     return {digits, exponent};
 }
 
-// The numbers below 1,000, three digits each: a look here instead of divisions, for the millions of
-// digits that tables and charts have.
+// The numbers 0 to 999 with three digits each, 3,000 characters: one copy replaces the divisions
+// that separate the digits.
 static constexpr auto three_digits = [] {
     std::array<char, 3 * 1000> text = {};
     for (size_t k = 0; k < 1000; ++k) {

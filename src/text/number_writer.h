@@ -1,14 +1,15 @@
-// text/number_writer.h - numbers as text, byte for byte as printf writes them and several times as
-// fast.
+// text/number_writer.h - formats numbers as printf does with %11.4e and %u, with the same bytes and
+// several times as fast.
 #pragma once
 
 #include <cstddef>
 
-// Room for one number of either kind.
+// Buffer size for one number of either form; the longest, -1.2345e-308, has 12 characters.
 constexpr size_t utl_max_number_chars = 32;
 
-// Writes `value` as printf's "%11.4e" to `to` and returns the end of it. No zero is put behind it.
+// Writes `value` in the form "%11.4e" to `to`, without a terminating zero. Returns the end of the
+// text.
 char *utl_WriteE11_4(char *to, double value);
 
-// Writes `value` as printf's "%u".
+// Does the same in the form "%u".
 char *utl_WriteUnsigned(char *to, unsigned value);
