@@ -1,4 +1,4 @@
-// util/file_pickers.cpp - the pickers for several files (routine 34) and for one (routine 33).
+// util/file_pickers.cpp - numbered lists for several files (routine 34) and for one (routine 33).
 #include "util/file_pickers.h"
 
 #include "records/settings.h"
@@ -13,16 +13,16 @@
 #include <cstdlib>
 #include <cstring>
 
-static constexpr size_t listing_limit = 79; // characters of a line, its line end included
-static constexpr size_t name_block = 80;    // of a listed name
-static constexpr size_t answer_size = 16;   // 15 characters
-static constexpr int status_no_memory = 0;  // of the routines 34 and 35
+static constexpr size_t listing_limit = 79; // characters of a line, with its line end
+static constexpr size_t name_block = 80;    // bytes for a listed name
+static constexpr size_t answer_size = 16;   // 15 characters and the zero
+static constexpr int status_no_memory = 0;  // of routines 34 and 35
 static constexpr int status_failed = 1;     // of routine 33
-static constexpr int no_selection = -10;
+static constexpr int no_selection = -10;    // printed in the selection line
 
 namespace {
 
-// The messages of a picker when memory runs out, and its exit status.
+// The error messages of a picker if memory runs out, and its exit status.
 struct alloc_messages {
     const char *first_name;
     const char *later_name;
@@ -30,7 +30,7 @@ struct alloc_messages {
     int status;
 };
 
-// Files first to last of a list, counted from 1; first is no_selection if none is selected.
+// Files `first` to `last` of a list, counted from 1; `first` is no_selection if none is selected.
 struct file_range {
     int first;
     int last;
@@ -49,8 +49,8 @@ static crv_file *new_file(std::string_view name, size_t block, const char *name_
     return file;
 }
 
-// Removes the last character of a line: its line end, or a character of the name in a part of a
-// line that is too long.
+// Removes the last character that was read: the line end, or in a part of an overlong line a
+// character of the name.
 static std::string_view filename_from(utl_line line) {
     if (line.status == utl_line_status::newline || line.text.empty()) return line.text;
     return line.text.substr(0, line.text.size() - 1);
@@ -94,8 +94,8 @@ crv_file *crv_AllocFile(const char *name) {
     return file;
 }
 
-// Returns the number of a file. A number that wraps below 0 counts as 0, unless it has a minus
-// sign.
+// Returns the number of a file. A negative result without a minus sign is an overflow and becomes
+// 0.
 static int file_number(std::string_view text) {
     const int number = utl_ToInt(text);
     return number < 0 && text.find('-') == text.npos ? 0 : number;
@@ -232,7 +232,7 @@ static void choose_file(const crv_file *list, int number, int count, std::string
     *name = list->name;
 }
 
-// Returns what utl_lstfile does.
+// Acts on the answer and returns the result of utl_lstfile.
 static int follow_answer(const char *answer, const crv_file *list, int count, bool allow_typing,
                          std::string *name) {
     name->clear();

@@ -1,4 +1,4 @@
-// util/identity.cpp - see identity.h.
+// util/identity.cpp - build information, offset from GMT by two conversions, and date formats.
 #include "util/identity.h"
 
 #include "text/fixed_text.h"
@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-// CRV_BUILD_DATE and CRV_BUILD_TIME come from the build, in the form of __DATE__ and __TIME__: two
-// builds of the same source are the same.
+// CRV_BUILD_DATE and CRV_BUILD_TIME have the form of __DATE__ and __TIME__. The build defines them,
+// so that builds of the same source are identical.
 static constexpr const char *compile_date = "@(#)Kelp Compile date: " CRV_BUILD_DATE;
 static constexpr const char *compile_time = "@(#)Kelp " CRV_BUILD_TIME;
 static constexpr const char *version = "@(#)Kelp Version: (2003.0.15.0) - (%s)";
@@ -29,7 +29,7 @@ int utl_GmtOffset(char *buffer, size_t size, int debug) {
     time_t now = time(nullptr);
     struct tm gmt = *gmtime(&now);
     gmt.tm_isdst = -1;
-    const struct tm shown_gmt = gmt; // mktime alters what it converts
+    const struct tm shown_gmt = gmt; // mktime changes its argument
     const time_t as_local = mktime(&gmt);
     if (debug)
         printf("%%utl_23-i-val, GMT = %4d-%02d-%02d %02d:%02d\n", shown_gmt.tm_year + 1900,

@@ -1,4 +1,4 @@
-// util/identity_posix.cpp - the system text on systems without version numbers of this kind.
+// util/identity_posix.cpp - the system text without the version numbers of Windows.
 #include "util/identity.h"
 
 #include <cstdio>

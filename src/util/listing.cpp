@@ -1,4 +1,5 @@
-// util/listing.cpp - the listing that the host's command makes for the picker of several files.
+// util/listing.cpp - runs the listing and removal commands of the host for the list of several
+// files.
 #include "util/listing.h"
 
 #include "records/settings.h"

@@ -1,7 +1,7 @@
-// util/listing.h - listings of the current directory in temporary files, made by the host.
+// util/listing.h - listings of the current directory, which the host writes to temporary files.
 //
-// An existing file of the temporary name is removed first, unless it is a directory: nothing is
-// written through a link.
+// An existing file of the temporary name is removed first, so that nothing is written through a
+// link. A directory of that name is an error.
 #pragma once
 
 #include "text/line_reader.h"
@@ -13,14 +13,14 @@ struct utl_listing_commands {
     const char *remove;
 };
 
-// Runs the host's listing command, which writes the names that match `pattern` to crv_temp.tmp, and
-// opens that file. Returns null with errno set if it cannot be opened. Debug level 34 prints the
-// commands.
+// Runs the listing command of the host, which writes the names that match `pattern` to
+// crv_temp.tmp, and opens that file. Returns null with errno set if the file cannot be opened.
+// Debug level 34 prints the commands. utl_RemoveCrvListing removes the file.
 utl_line_reader *utl_OpenCrvListing(const char *pattern);
 void utl_RemoveCrvListing();
 
-// Does the same with utl_temp.tmp. Names are sorted, hidden names left out, directories included.
-// Windows sorts regardless of case and lists directories first; other hosts, which have no such
-// command, sort names by their bytes.
+// Does the same with utl_temp.tmp, without trace lines. Names are sorted; hidden files are
+// excluded, directories are included. Windows ignores case and lists directories first; other hosts
+// sort names by their bytes.
 utl_line_reader *utl_OpenUtlListing(const char *pattern);
 void utl_RemoveUtlListing();

@@ -1,12 +1,14 @@
-// util/listing_host.h - what a host provides for listings, one listing_HOST.cpp each.
+// util/listing_host.h - commands and file operations of a host for listings; one listing_HOST.cpp
+// each.
 #pragma once
 
 #include "util/listing.h"
 
 extern const utl_listing_commands utl_host_listing;
 
-// Makes the file `path` removable without a question.
+// Changes the file `path` so that the removal command does not ask before it removes it.
 void utl_AllowRemoval(const char *path);
 
-// Removes an old listing, or a link or pipe of its name. Returns false with errno set if it stays.
+// Removes an existing file, link or pipe `path`. Returns true if there is none afterwards,
+// otherwise false with errno set.
 bool utl_RemoveOldListing(const char *path);

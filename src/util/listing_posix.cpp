@@ -1,4 +1,4 @@
-// util/listing_posix.cpp - listings on POSIX systems: /bin/ls, and glob for the picker of one file.
+// util/listing_posix.cpp - listings on POSIX systems: /bin/ls, and glob for the list of one file.
 #include "util/listing_host.h"
 
 #include <cerrno>
@@ -17,7 +17,8 @@ static constexpr const char *utl_listing = "utl_temp.tmp";
 // On a terminal, rm asks before it removes a write-protected file.
 void utl_AllowRemoval(const char *path) { chmod(path, S_IRUSR | S_IWUSR); }
 
-// Writes the names, one per line. Returns false with errno set if that fails.
+// Writes the names that match, one per line, and closes `out`. Returns false with errno set if
+// writing fails.
 static bool write_names(FILE *out, const char *pattern) {
     glob_t found = {};
     if (glob(pattern, 0, nullptr, &found) == 0)

@@ -1,5 +1,5 @@
-// util/listing_vms.cpp - the commands for listings on VMS, which is described but not built. The
-// listing for the picker of one file is made as on POSIX systems.
+// util/listing_vms.cpp - listing commands on VMS, a system for which no build exists. The listing
+// for one file would be made as on POSIX systems.
 #include "util/listing_host.h"
 
 const utl_listing_commands utl_host_listing = {

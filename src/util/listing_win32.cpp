@@ -1,4 +1,4 @@
-// util/listing_win32.cpp - listings on Windows: dir writes both.
+// util/listing_win32.cpp - listings on Windows, both by dir.
 #include "system/console.h"
 #include "util/listing_host.h"
 

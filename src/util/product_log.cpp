@@ -1,4 +1,4 @@
-// util/product_log.cpp - see product_log.h.
+// util/product_log.cpp - appends usage lines and log entries, and prints the log.
 #include "util/product_log.h"
 
 #include "system/console.h"
@@ -17,6 +17,7 @@ static constexpr int action_usage = 100;
 static constexpr const char *user_word = "NT_User";
 static constexpr size_t max_path_length = 255; // of the invocation path
 
+// Returns the base name of both files, see product_log.h.
 static std::string base_name(std::string_view path, std::string_view application) {
     std::string base(path.substr(0, max_path_length));
     const size_t slash = base.rfind('/');
@@ -25,7 +26,7 @@ static std::string base_name(std::string_view path, std::string_view application
     return base;
 }
 
-// What every record begins with, without its blanks: date, user and version.
+// Writes the start of a record: date, user, version and "Command = (".
 static void write_record_head(FILE *out) {
     const time_t now = time(nullptr);
     const struct tm *local = localtime(&now);
@@ -43,7 +44,8 @@ static bool close_record(FILE *out) {
     return fclose(out) == 0 && written;
 }
 
-// A usage file or log that is a pipe would wait for a reader.
+// Returns null with errno set if the file cannot be opened or is a pipe: opening a pipe waits for a
+// reader.
 static FILE *open_to_append(const std::string &path) {
     if (utl_IsPipe(path.c_str())) {
         errno = ESPIPE;
@@ -65,9 +67,9 @@ static int add_usage(const std::string &path, int argc, char *const *argv, const
     return close_record(out) ? 1 : 0;
 }
 
-// Lines are read and written as fgets does it, 127 characters at the most: what is longer goes on
-// behind another prompt and on the same line of the file. Only an empty line of its own ends the
-// entry.
+// Copies typed lines to the log up to an empty line. A line is read in parts of 127 characters,
+// each after a prompt of its own; the parts make one line of the file. An empty part at the end of
+// a long line does not end the entry.
 static void add_comment_lines(FILE *out, const char *application) {
     char line[128];
     bool begins = true;

@@ -1,21 +1,22 @@
-// util/product_log.h - records of runs and comments in two text files beside the program.
+// util/product_log.h - usage file and product log: text files with records of runs and comments.
 //
-// The base name of both is the path that the program was called by, cut to 255 characters, with the
-// application's name in place of the last part: /opt/bin/crv.exe gives /opt/bin/crv, crv.exe gives
-// crv. A path with backslashes keeps its last part.
+// The base name of both files is the path that the program was started by, cut to 255 characters,
+// with the application name as its last component: /opt/bin/crv.exe gives /opt/bin/crv, crv.exe
+// gives crv. A path without '/' that does not begin with the application name is used unchanged,
+// also one with backslashes.
 #pragma once
 
-// Routine 501. Returns 1 on success and 0 otherwise. By action:
+// Routine 501. Writes or prints one of the files, by action. Returns 1 on success and 0 otherwise.
 //
-//   0     shows the log, base name and ".log"
-//   1     adds an entry to the log: comment lines that the user types, up to an empty one
-//   100   adds a line to the usage file, base name and ".use": date, version, and the arguments
-//   after the program's name,
-//         with `comment` behind them unless that is null
-//   other complains
+//   0       prints the log, base name and ".log"
+//   1       appends an entry to the log: comment lines that the user types, up to an empty one
+//   100     appends a line to the usage file, base name and ".use": date, version, the arguments
+//           after the program name, and `comment` unless it is null
+//   other   prints a warning
 //
-// A usage file that cannot be written is not reported.
+// Errors of the log are reported on standard error, those of the usage file are not. Debug level
+// 501 prints the base name.
 //
-// Deliberate: every argument of a usage line has a comma and a blank behind it, the last one too.
+// Deliberate: each argument of a usage line is followed by a comma and a blank, also the last one.
 int utl_Report(int argc, char *const *argv, const char *application, const char *comment,
                int action, int debug_level);
