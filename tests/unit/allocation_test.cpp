@@ -1,4 +1,4 @@
-// unit/allocation_test.cpp - runs of every kind, in which each allocation fails in its turn.
+// unit/allocation_test.cpp - makes each allocation of each kind of run fail, one after the other.
 #include "app/setup.h"
 
 #include "support.h"
@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr int plain_end = 77; // of a run that comes back
+constexpr int plain_end = 77; // of a run that returns
 constexpr int no_fault = 1'000'000;
 
-// What so many allocations in a row end in when one of them fails.
+// Error message and exit status of a run in which one of `times` consecutive allocations fails.
 struct fault {
     int times;
     std::string report;
@@ -27,7 +27,7 @@ struct ending {
     int allocations;
 };
 
-// Counts the allocations of a child and fails the one that comes after `good` good ones.
+// Counts the allocations of a child process, and makes the one after `good` successful ones fail.
 struct counter {
     int made;
     int good;
@@ -92,8 +92,8 @@ class allocation : public fresh_run {
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, bytes_of("errors"), shared->made};
     }
 
-    // Runs with every allocation failing once, in order, and looks at the ends. A table that was
-    // there is there still, or is replaced by a whole one.
+    // Repeats a run, with the next allocation failing each time, and checks message and status. An
+    // existing table is unchanged or replaced by a complete one.
     static void check(const std::vector<std::string> &arguments, const std::string &typed,
                       const faults &table, int good_status) {
         make("typed", typed);
@@ -120,15 +120,15 @@ class allocation : public fresh_run {
     std::string folder;
 };
 
-// Every run begins with the chart and its seven curves. Without a chart it goes on to the first use
-// of it.
+// Each run first allocates the chart and its seven curves. A run without a chart continues until it
+// needs the chart.
 faults with_chart(const faults &others) {
     faults all = {{1, "    _50-e-calloc, data", 0}, {7, "    _50-e-calloc, curve", 0}};
     all.insert(all.end(), others.begin(), others.end());
     return all;
 }
 
-// The file, two columns, and the block of the first value.
+// Allocations for the file, for two columns, and for the block of the first value.
 const faults request_file = {{reader_allocations, "    _83-f-fopen", 1},
                              {2, "    _83-e-calloc, data", 1},
                              {1, "    _83-f-calloc", 1}};
@@ -192,7 +192,7 @@ TEST_F(allocation, AnyOfPickingOneFileThatFailsIsReported) {
     check({"-r", "0,7"}, "1\n", table, plain_end);
 }
 
-// A listing that cannot be read has no files, and nothing is done.
+// A listing that cannot be opened selects no files; the run then has status 0.
 TEST_F(allocation, AnyOfPickingSeveralFilesThatFailsIsReported) {
     faults table = with_chart({{reader_allocations, "    _34-e-fopen", 0},
                                {1, "    _34-e-first, malloc", 0},
@@ -201,7 +201,7 @@ TEST_F(allocation, AnyOfPickingSeveralFilesThatFailsIsReported) {
                                {1, "    _34-e-calloc", 0}});
     table.insert(table.end(), request_file.begin(), request_file.end());
     table.push_back(
-        {reader_allocations, "    _83-f-fopen", 1}); // the second file finds room for its values
+        {reader_allocations, "    _83-f-fopen", 1}); // the values of the second file need no block
     table.push_back({2, "    _83-e-calloc, data", 1});
     check({"-r", "0,7", "-fa"}, "a\n", table, 0);
 }

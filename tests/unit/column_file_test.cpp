@@ -1,4 +1,4 @@
-// unit/column_file_test.cpp
+// unit/column_file_test.cpp - reading column files: rows, labels, screening, statistics, errors.
 #include "readers/column_file.h"
 
 #include "reader_support.h"
@@ -140,7 +140,7 @@ TEST_F(column_file, ALastRowWithoutItsLineEndIsNotUsed) {
     EXPECT_TRUE(std::isnan(crv_columns[0]->mean));
 }
 
-// Reading to the limit does not meet the end of the file.
+// A read that stops at the limit does not see the end of the file.
 TEST_F(column_file, ALastRowAsLongAsTheLimitIsUsedWithoutItsLineEnd) {
     read("a\n1\n" + std::string(1021, ' ') + "2", "1");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1})) << "1,022 characters";

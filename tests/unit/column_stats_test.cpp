@@ -1,4 +1,4 @@
-// unit/column_stats_test.cpp
+// unit/column_stats_test.cpp - running statistics of a column.
 #include "stats/column_stats.h"
 
 #include "support.h"

@@ -1,4 +1,4 @@
-// unit/conditional_test.cpp
+// unit/conditional_test.cpp - the line of the conditional value report.
 #include "stats/conditional.h"
 
 #include "support.h"
@@ -7,7 +7,7 @@ namespace {
 
 class conditional : public fresh_run {
   protected:
-    // The report on columns a and b.
+    // Returns the report on columns with the values `a` and `b`.
     std::string report(const std::vector<double> &a, const std::vector<double> &b,
                        const char *condition) {
         crv_ClearColumns();

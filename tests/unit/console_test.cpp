@@ -1,4 +1,4 @@
-// unit/console_test.cpp
+// unit/console_test.cpp - answers from standard input, and messages on standard error.
 #include "system/console.h"
 
 #include "support.h"

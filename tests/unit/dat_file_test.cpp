@@ -1,4 +1,4 @@
-// unit/dat_file_test.cpp
+// unit/dat_file_test.cpp - .dat tables: paths, layouts, statistics, errors.
 #include "stats/dat_file.h"
 
 #include "support.h"
@@ -23,7 +23,7 @@ class dat_file : public fresh_run {
         fresh_run::TearDown();
     }
 
-    // The table for columns 0 to count - 1, and what was printed.
+    // Returns the table of columns 0 to count - 1; the printed text is in `out`.
     std::string table(int16_t count, uint16_t layout) {
         out = stdout_of([&] { crv_WriteCols((folder + "/run.req").c_str(), 0, count, layout); });
         return bytes_of(folder + "/run.dat");

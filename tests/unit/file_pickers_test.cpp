@@ -1,4 +1,4 @@
-// unit/file_pickers_test.cpp - what the command line does not reach; the rest are cases.
+// unit/file_pickers_test.cpp - file lists in states that tests/cases/pick does not reach.
 #include "util/file_pickers.h"
 
 #include "support.h"
@@ -60,7 +60,7 @@ TEST_F(file_pickers, AnEmptyAnswerAsksForANameWhereTypingIsAllowed) {
         " \n  1 --> a.req\n\nSelect file to be processed? 1, 2, 3, ...:  Enter desired file: ");
 }
 
-// What the several-files picker says to an answer, with five files.
+// Messages of the list of several files for each kind of answer, with five files.
 TEST_F(file_pickers, EveryWayOfAnswering) {
     for (const char *name : {"a.req", "b.req", "c.req", "d.req", "e.req"}) make(name);
     const std::string leaving = "%crv_34-i-fin, Routine exiting. \n";

@@ -1,4 +1,4 @@
-// unit/file_status_test.cpp
+// unit/file_status_test.cpp - file type and identity queries.
 #include "system/file_status.h"
 
 #include "support.h"
@@ -32,7 +32,7 @@ TEST(same_file, AFileThatIsNotThereIsNoFileNotEvenItself) {
     EXPECT_FALSE(utl_IsSameFile("no-such-file", "no-such-file"));
 }
 
-// The roots of two file systems bear the same number there, each on a device of its own.
+// The roots of the file systems /proc and /sys have the same inode number on different devices.
 TEST(same_file, OneNumberOnTwoDevicesIsTwoFiles) {
     struct stat processes = {};
     struct stat system = {};

@@ -1,4 +1,4 @@
-// unit/frame_file_test.cpp
+// unit/frame_file_test.cpp - reading frame files: directives, data blocks, ranges, errors.
 #include "readers/frame_file.h"
 
 #include "reader_support.h"

@@ -1,4 +1,4 @@
-// unit/identity_test.cpp
+// unit/identity_test.cpp - build information, system text, GMT offset and date texts.
 #include "util/identity.h"
 
 #include "support.h"
@@ -99,8 +99,8 @@ TEST_F(identity, OffsetsAreHoursAndMinutes) {
     EXPECT_EQ(offset(), "-1200");
 }
 
-// In this zone it is summer all year. Whether a time is in summer is for the zone to say, for both
-// of the times compared.
+// In this zone daylight saving time lasts all year: it applies to both times whose difference is
+// the offset.
 TEST_F(identity, TheOffsetInSummerIsThatOfSummer) {
     zone("WIN-1SUM-2,0/0,J365/25");
     EXPECT_EQ(offset(), "+0200");
@@ -127,7 +127,7 @@ TEST_F(identity, TheTracedTimesAreThoseOfTheClock) {
     char buffer[16], gmt[64], local[64];
     std::string shown;
     time_t before = 0;
-    do { // within one minute
+    do { // until both times are in the same minute
         before = time(nullptr);
         shown = stdout_of([&] { utl_GmtOffset(buffer, sizeof buffer, 7); });
     } while (before / 60 != time(nullptr) / 60);

@@ -1,4 +1,4 @@
-// unit/line_reader_test.cpp
+// unit/line_reader_test.cpp - lines, limits and skipping, compared with fgets.
 #include "text/line_reader.h"
 
 #include "support.h"
@@ -32,7 +32,7 @@ std::vector<read_line> lines_of(const std::string &bytes, size_t limit) {
     return lines;
 }
 
-// The same by fgets and feof: the reference. Knows no CR.
+// Reference by fgets and feof, for text without CR.
 std::vector<read_line> lines_by_fgets(const std::string &bytes, size_t limit) {
     const text_file file(bytes);
     FILE *in = fopen(file.path(), "r");

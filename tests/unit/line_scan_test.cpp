@@ -1,5 +1,5 @@
-// unit/line_scan_test.cpp - the vector forms against the plain ones, and the plain ones against
-// what is written.
+// unit/line_scan_test.cpp - compares the vector forms of the line scan with the scalar forms, and
+// the scalar forms with expected results.
 #include "text/line_scan.h"
 
 #include "support.h"
@@ -8,8 +8,8 @@
 
 namespace {
 
-// Random text with line ends, marks and NULs at a rate of one in `rarity`, and something misleading
-// behind it.
+// Returns random text in which one of `rarity` characters is a line end, a mark or a NUL, followed
+// by padding with such characters, which must be ignored.
 std::string random_text(std::mt19937_64 *random, size_t length, size_t rarity) {
     const std::string special("\n\n\n<\0\r", 6);
     std::string text;

@@ -1,4 +1,4 @@
-// unit/madymo_file_test.cpp
+// unit/madymo_file_test.cpp - reading Madymo files: header, steps, screening, labels, errors.
 #include "readers/madymo_file.h"
 
 #include "reader_support.h"
@@ -203,7 +203,7 @@ TEST_F(madymo_file, TheTitleIsLineOneCutAt79) {
     read(std::string(126, 't') + "\n0 0\n7\n", "0");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{7}))
         << "of 126 the line end stands for the second line";
-    // Beyond 125 characters the rest stands for the second line.
+    // The rest of a title line of more than 125 characters is read as the second line.
     read(std::string(130, 't') + "\n0 0\n0\n", "0");
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(79, 't'));
     EXPECT_EQ(crv_columns[0]->numpts, 1);

@@ -1,4 +1,4 @@
-// unit/number_text_test.cpp
+// unit/number_writer_test.cpp - number formatting, compared with printf.
 #include "text/number_writer.h"
 
 #include "support.h"
@@ -18,7 +18,7 @@ std::string exp11(double value) {
 std::string printed(double value) {
 #ifdef _WIN32
     if (std::isnan(value) && std::signbit(value))
-        return "       -nan"; // this printf forgets the sign
+        return "       -nan"; // printf of this runtime omits the sign
 #endif
     char text[64];
     snprintf(text, sizeof text, "%11.4e", value);
@@ -87,7 +87,7 @@ TEST(NumberText, OrdinaryValuesAreWrittenAsByPrintf) {
 }
 
 TEST(NumberText, ValuesInTheMiddleAreWrittenAsByPrintf) {
-    // Halves of the fifth digit, exactly and nearly.
+    // Exact ties at the fifth digit, and the values next to them.
     for (int digits = 10000; digits < 100000; digits += 7) {
         for (const double scale : {1e-3, 1.0, 1e3, 0x1p-10, 0x1p20}) {
             const double middle = (digits + 0.5) * scale;

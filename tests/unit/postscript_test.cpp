@@ -1,4 +1,4 @@
-// unit/postscript_test.cpp - the sections of the chart file, one by one.
+// unit/postscript_test.cpp - each section of the chart file, and the printer command.
 #include "postscript/balance.h"
 #include "postscript/chart_file.h"
 
@@ -19,7 +19,7 @@ class sections : public fresh_run {
         chart->yminmax[1] = 100;
     }
 
-    // The fourth section, and what was printed while it was written.
+    // Returns the fourth section; the printed text is in `out`.
     std::string data_section() {
         std::string text;
         out = stdout_of([&] {
@@ -29,7 +29,7 @@ class sections : public fresh_run {
         return text;
     }
 
-    // Columns 0 to n with names c0 to cn, two points each.
+    // Adds columns 0 to n, named c0 to cn, with two points each.
     void add_curves(int n) {
         for (int k = 0; k <= n; ++k) add_column(k, {0, 10}, ("c" + std::to_string(k)).c_str());
         chart->num_curves = static_cast<uint16_t>(n);
@@ -48,7 +48,7 @@ int count_of(const std::string &text, const std::string &part) {
 const std::string begin_points = "%% --- Begin drawing chart points - (crv_ module [[44]]) ---\n";
 const std::string end_data = "%% --- End Drawing chart Data  ---- (crv_ module [[44]]) ---\n";
 
-// The path of curve n.
+// Returns the path of curve n in the fourth section.
 std::string path_of(const std::string &section, int n) {
     size_t begin = 0;
     for (int k = 0; k < n; ++k) begin = section.find(begin_points, begin) + begin_points.size();
@@ -594,7 +594,7 @@ TEST_F(sections, AMissingUserFileEndsTheProgram) {
 
 class trailer : public sections {
   protected:
-    // Writes the trailer with this answer on standard input, and returns what was printed.
+    // Writes the trailer with `answer` on standard input. Returns the printed text.
     std::string finish(const std::string &answer) {
         const text_file typed(answer, ".txt");
         if (!freopen(typed.path(), "r", stdin)) return "no standard input";

@@ -1,4 +1,4 @@
-// unit/product_log_test.cpp
+// unit/product_log_test.cpp - usage file and product log.
 #include "util/product_log.h"
 
 #include "support.h"

@@ -1,11 +1,11 @@
-// unit/reader_support.h - a test that reads files and keeps what was printed.
+// unit/reader_support.h - fixture that reads a file and stores result and printed text.
 #pragma once
 
 #include "support.h"
 
 class reader_test : public fresh_run {
   protected:
-    // Runs `reader` with the path of a file that holds `bytes`.
+    // Runs `reader` with the path of a file that contains `bytes`.
     template <typename reader_call> int read_with(reader_call reader, const std::string &bytes) {
         const text_file file(bytes);
         path = file.path();

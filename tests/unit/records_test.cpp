@@ -1,4 +1,4 @@
-// unit/records_test.cpp - columns, charts and their dumps.
+// unit/records_test.cpp - column and chart records, and their dumps.
 #include "records/dump.h"
 
 #include "support.h"

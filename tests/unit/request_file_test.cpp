@@ -1,4 +1,4 @@
-// unit/request_file_test.cpp
+// unit/request_file_test.cpp - reading request files: header, steps, items, screening, errors.
 #include "readers/request_file.h"
 
 #include "reader_support.h"
@@ -18,7 +18,8 @@ class request_file : public reader_test {
     }
 };
 
-// Two requests, 10 of type 1 and 20 of type 4 with a name of its own, and a step per time.
+// Returns a file with request 10 of type 1, request 20 of type 4 with an extra header line, and a
+// step per time.
 std::string two_requests(const std::vector<double> &times) {
     std::string text = "anything\nThe title\n2 requests\n10 1 0 0 0\n20 4 0 0 4\nname\n";
     char line[200];
@@ -86,7 +87,7 @@ TEST_F(request_file, ItemsSevenAndEightAreMagnitudes) {
     bool complete = true;
     EXPECT_EQ(crv_ReadItem("2 3 6 1 4 8", 7, &complete), 7.0);
     EXPECT_EQ(crv_ReadItem("2 3 6 1 4 8", 8, &complete), 9.0);
-    // The squares are added second, first, third.
+    // The order of the sum: second square, first, third.
     const double a = 0.1, b = 0.7, c = 0.3;
     EXPECT_EQ(crv_ReadItem("0.1 0.7 0.3", 7, &complete), std::sqrt((b * b + a * a) + c * c));
     EXPECT_EQ(crv_ReadItem("0 0 0 0.1 0.7 0.3", 8, &complete), std::sqrt((b * b + a * a) + c * c));
@@ -235,7 +236,7 @@ TEST_F(request_file, ALastLineWithoutItsEndIsNotRead) {
     EXPECT_THAT(out, testing::HasSubstr("has 1 steps"));
 }
 
-// Reading to the limit does not meet the end of the file.
+// A read that stops at the limit does not see the end of the file.
 TEST_F(request_file, ALastLineAsLongAsTheLimitIsUsedWithoutItsLineEnd) {
     const std::string steps = "\nt\n1\n7 1 0 0 0\n0\n1\n1\n";
     read(steps + std::string(124, ' ') + "2", "7");
@@ -373,7 +374,7 @@ TEST_F(request_file, ATitlePaddedToEightyCharactersLosesItsBlanks) {
 }
 
 TEST_F(request_file, ATitleBeyondTheLineLimitIsCutTo78AndALineEnd) {
-    read("\n" + std::string(126, 't') + "\n", ""); // the rest of the title line stands for line 3
+    read("\n" + std::string(126, 't') + "\n", ""); // the rest of the title is line 3
     const text_file file("\n" + std::string(126, 't') + "0\n1\n");
     stdout_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), crv_ParseSel("0", 0)), 1); });
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(78, 't') + "\n");
@@ -381,7 +382,7 @@ TEST_F(request_file, ATitleBeyondTheLineLimitIsCutTo78AndALineEnd) {
 
 TEST_F(request_file, TheProvisionalLabelLooksAtTheEntryOfTheSlotNumber) {
     crv_DBG = 83;
-    // Slot 1 asks entry 1, which is time, about the first column; entry 2 is not there.
+    // The first column, in slot 1, is labelled by entry 1, which is time; entry 2 does not exist.
     read(two_requests({0}), "10:1,0", 1);
     EXPECT_THAT(out, testing::HasSubstr("name = Time, max = 10.000000, min = 10.000000 \n"));
     EXPECT_THAT(out, testing::HasSubstr("name = R:   0, i:0, max = 0.000000, min = 0.000000 \n"));

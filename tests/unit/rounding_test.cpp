@@ -1,4 +1,4 @@
-// unit/rounding_test.cpp
+// unit/rounding_test.cpp - rounding of ranges to chart limits.
 #include "stats/rounding.h"
 
 #include "support.h"
@@ -74,7 +74,8 @@ TEST_F(rounding, InfiniteAndNanBoundsStay) {
 }
 
 TEST_F(rounding, HugeAndTinyBoundsComeThrough) {
-    // Beyond the range of single precision every bound counts as round.
+    // Outside the range of single precision both sides of the comparison are infinite or 0, so that
+    // a bound is round.
     EXPECT_EQ(rounded(1.5e300, 1.5e300), (bounds{1.5e300, 1.5e300}));
     EXPECT_EQ(rounded(1.5e-300, 1.5e-300), (bounds{1.5e-300, 1.5e-300}));
 }

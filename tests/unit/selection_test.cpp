@@ -1,4 +1,4 @@
-// unit/selection_test.cpp
+// unit/selection_test.cpp - parsing and ordering of the request selection.
 #include "readers/selection.h"
 
 #include "support.h"

@@ -1,4 +1,4 @@
-// unit/setup_test.cpp - runs that the command line of a shell does not reach.
+// unit/setup_test.cpp - runs without memory for the chart, and with very long arguments.
 #include "app/setup.h"
 
 #include "support.h"
@@ -7,7 +7,7 @@ namespace {
 
 class setup : public fresh_run {
   protected:
-    // A run with these arguments. Comes back at the plain end only.
+    // Runs the program with `arguments`. Returns only if the run does not exit.
     static void run(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), "crv");
         std::vector<char *> argv;
@@ -24,7 +24,7 @@ TEST_F(setup, AMissingChartEndsTheRunAtItsFirstUse) {
         run(arguments);
         exit(77);
     };
-    // The scan goes on until something needs the chart.
+    // The scan continues until an option needs the chart.
     for (const std::vector<std::string> &arguments : {std::vector<std::string>{"-w", "x"},
                                                       {"-h"},
                                                       {"-t", "title"},
@@ -35,7 +35,7 @@ TEST_F(setup, AMissingChartEndsTheRunAtItsFirstUse) {
     EXPECT_EXIT(without_chart({"-p"}), testing::ExitedWithCode(0), no_chart + "%crv_05-f-dat");
 }
 
-// More pairs than a command line takes.
+// A selection longer than a shell can pass.
 TEST_F(setup, AHundredThousandPairsAreRefused) {
     std::string selection = "7";
     while (selection.size() < 2 * 100'000 - 1) selection += ",7";

@@ -1,5 +1,5 @@
-// unit/support.h - what several unit tests need: files to read, output to look at, memory that runs
-// out.
+// unit/support.h - fixtures of the unit tests: temporary files, captured output, failing
+// allocations.
 #pragma once
 
 #include "records/chart.h"
@@ -20,7 +20,7 @@
 
 #include <unistd.h>
 
-// A file with the given bytes, removed at the end of the test.
+// A temporary file with the given bytes; the destructor removes it.
 class text_file {
   public:
     explicit text_file(const std::string &bytes, const std::string &suffix = ".req") {
@@ -43,7 +43,7 @@ inline std::string bytes_of(const std::string &path) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// What `action` prints on standard output, and on standard error.
+// Returns the text that `act` prints on standard output; stderr_of does so for standard error.
 template <typename action> std::string stdout_of(action act) {
     testing::internal::CaptureStdout();
     act();
@@ -57,7 +57,7 @@ template <typename action> std::string stderr_of(action act) {
     return testing::internal::GetCapturedStderr();
 }
 
-// What `action` writes to the stream that it is given.
+// Returns the text that `act` writes to the stream it is called with.
 template <typename action> std::string written_by(action act) {
     FILE *stream = tmpfile();
     act(stream);
@@ -68,11 +68,10 @@ template <typename action> std::string written_by(action act) {
     return text;
 }
 
-// Allocations that opening a file to be read line by line takes.
+// Number of allocations of utl_OpenReader.
 constexpr int reader_allocations = 2;
 
-// While it lives, the allocation that comes after `good` good ones fails, and all later ones up to
-// `bad` of them.
+// During its lifetime `good` allocations succeed, the next `bad` ones fail, and later ones succeed.
 class failing_memory {
   public:
     explicit failing_memory(int good, int bad = 1'000'000'000) {
@@ -93,14 +92,14 @@ class failing_memory {
     static inline int bad_;
 };
 
-// Uses up the block that values are given from: the next value needs an allocation.
+// Allocates all values of the current block, so that the next value needs an allocation.
 inline void use_up_values() {
     const failing_memory none(0);
     while (crv_AllocValue()) {
     }
 }
 
-// Settings and tables as at the start of a run.
+// Fixture with settings and tables as at the start of a run.
 class fresh_run : public testing::Test {
   protected:
     void SetUp() override {
@@ -112,7 +111,7 @@ class fresh_run : public testing::Test {
     void TearDown() override { SetUp(); }
 };
 
-// Puts a column with these values into the table.
+// Stores a column with these values in `slot` of the table.
 inline crv_column *add_column(int slot, const std::vector<double> &values, const char *name = "") {
     crv_column *column = crv_AllocColumn(slot);
     snprintf(column->colname, sizeof column->colname, "%s", name);

@@ -1,4 +1,4 @@
-// unit/text_test.cpp
+// unit/text_test.cpp - fields, fixed text and number conversion, compared with strtod and atoi.
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/number_reader.h"
@@ -42,7 +42,7 @@ TEST(Text, FieldsAreSeparatedByRunsOfBlanksAndCommas) {
     EXPECT_TRUE(fields_of("").empty());
 }
 
-// The same bits, or both not a number.
+// Expects the same bits, or NaN for both.
 void expect_same(double value, double wanted, const std::string &text) {
     if (std::isnan(wanted)) {
         EXPECT_TRUE(std::isnan(value)) << text;
