@@ -1,7 +1,7 @@
-// bench/make_files.cpp - makes the large files that the benchmarks read. The same arguments always
-// make the same bytes.
+// bench/make_files.cpp - generates the large input files of the benchmarks. The same arguments
+// always generate the same bytes.
 //
-//   crv_make_files req REQUESTS STEPS > big.req        request file, six numbers a line
+//   crv_make_files req REQUESTS STEPS > big.req        request file, six numbers per line
 //   crv_make_files mad REQUESTS VALUES STEPS > big.mad Madymo file
 //   crv_make_files pos COLUMNS ROWS > big.pos          column file with labels
 //   crv_make_files vdr PAIRS > big.vdr                 frame file
@@ -14,7 +14,8 @@
 
 namespace {
 
-// A plain generator of random bits, seeded the same every time.
+// Random bits by SplitMix64 (G. L. Steele, D. Lea, C. H. Flood, Fast Splittable Pseudorandom Number
+// Generators, 2014) from a fixed seed.
 struct random_bits {
     uint64_t state = 20171220;
     uint64_t next() {
@@ -29,7 +30,7 @@ struct random_bits {
     }
 };
 
-// Text on its way to standard output.
+// Buffered text for standard output.
 struct output {
     std::string text;
     void put(const char *s) { text += s; }
