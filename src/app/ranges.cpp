@@ -20,6 +20,7 @@ static void clear_range(double (&range)[2]) { crv_SetRange(range, 10.0, -10.0); 
 
 void crv_SetTimeWindow(const char *value) {
     if (!value) return;
+    crv_settings.time_window_given = true;
     double(&window)[2] = crv_settings.time_window;
     if (value[0] == '\0') {
         clear_range(window);

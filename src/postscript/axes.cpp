@@ -6,6 +6,7 @@
 #include "postscript/page.h"
 #include "records/column.h"
 #include "records/settings.h"
+#include "system/arithmetic.h"
 
 // The position of the title is fixed: 435 is the centre of the frame that the driver passes.
 static void write_title(FILE *stream, const crv_chart *chart) {
@@ -46,32 +47,37 @@ static void write_number(FILE *stream, int x, int y, int precision, double value
 // on the size of the range.
 static int precision_for(double upper_bound) { return upper_bound <= 0.05 ? 5 : 2; }
 
+// Returns the value at `fraction` of the range that begins with `low`.
+static double value_at(double low, double range, double fraction) {
+    return utl_Add(low, utl_Multiply(fraction, range));
+}
+
 static void write_x_numbers(FILE *stream, int x0, int y0, int w, const double (&xminmax)[2]) {
-    const double range = xminmax[1] - xminmax[0];
+    const double range = utl_Subtract(xminmax[1], xminmax[0]);
     const int precision = precision_for(xminmax[1]);
     const int left = x0 - 8;
     const int y = y0 - 15;
     write_number(stream, left, y, precision, xminmax[0]);
     write_number(stream, left + w, y, precision, xminmax[1]);
-    write_number(stream, left + w / 2, y, precision, xminmax[0] + 0.5 * range);
+    write_number(stream, left + w / 2, y, precision, value_at(xminmax[0], range, 0.5));
     write_number(stream, left + static_cast<int>(0.25 * w), y, precision,
-                 xminmax[0] + 0.25 * range);
+                 value_at(xminmax[0], range, 0.25));
     write_number(stream, left + static_cast<int>(0.75 * w), y, precision,
-                 xminmax[0] + 0.75 * range);
+                 value_at(xminmax[0], range, 0.75));
 }
 
 static void write_y_numbers(FILE *stream, int x0, int y0, int h, const double (&yminmax)[2]) {
-    const double range = yminmax[1] - yminmax[0];
+    const double range = utl_Subtract(yminmax[1], yminmax[0]);
     const int precision = precision_for(yminmax[1]);
     const int x = x0 - 60;
     const int bottom = y0 - 4;
     write_number(stream, x, bottom, precision, yminmax[0]);
     write_number(stream, x, bottom + h, precision, yminmax[1]);
-    write_number(stream, x, bottom + h / 2, precision, yminmax[0] + 0.5 * range);
+    write_number(stream, x, bottom + h / 2, precision, value_at(yminmax[0], range, 0.5));
     write_number(stream, x, bottom + static_cast<int>(0.25 * h), precision,
-                 yminmax[0] + 0.25 * range);
+                 value_at(yminmax[0], range, 0.25));
     write_number(stream, x, bottom + static_cast<int>(0.75 * h), precision,
-                 yminmax[0] + 0.75 * range);
+                 value_at(yminmax[0], range, 0.75));
 }
 
 void crv_PlotTitles(FILE *stream, int x0, int y0, int w, int h, const crv_chart *chart) {

@@ -10,6 +10,7 @@
 #include "text/number_writer.h"
 
 #include <climits>
+#include <cstdint>
 #include <cstring>
 #include <iterator>
 
@@ -38,6 +39,13 @@ struct plot_area {
     int x0, y0, w, h;
     double x_low, x_high;
     double y_low, y_high;
+};
+
+// Points of a curve.
+struct point_counts {
+    uint64_t drawn;
+    uint64_t outside;  // the ranges of the chart
+    uint64_t unpaired; // values of the longer column after the end of the shorter one
 };
 
 static bool is_zero_range(double range) { return range >= -0.0005 && range <= 0.0005; }
@@ -121,8 +129,11 @@ static void draw_to(polyline *path, unsigned x, unsigned y) {
 
 // Draws the pairs of values of both columns that are inside the area, up to the end of the shorter
 // list. Both columns may be the same. Returns false if no pair is inside.
-static bool draw_points(FILE *stream, const plot_area &area, crv_column *x_column,
-                        crv_column *y_column) {
+// Draws the pairs of values of both columns that are inside the area, up to the end of the shorter
+// list. Both columns may be the same.
+static point_counts draw_points(FILE *stream, const plot_area &area, crv_column *x_column,
+                                crv_column *y_column) {
+    point_counts counts = {};
     polyline path;
     path.stream = stream;
     path.begun = false;
@@ -130,12 +141,39 @@ static bool draw_points(FILE *stream, const plot_area &area, crv_column *x_colum
     crv_value *x = x_column->val_list;
     crv_value *y = y_column->val_list;
     for (; x && y; x = x->next, y = y->next)
-        if (is_inside(area, x->val, y->val))
+        if (is_inside(area, x->val, y->val)) {
             draw_to(&path, page_x(area, x->val), page_y(area, y->val));
+            ++counts.drawn;
+        } else {
+            ++counts.outside;
+        }
     flush_path(&path);
     x_column->val_cur = x;
     y_column->val_cur = y;
-    return path.begun;
+    for (const crv_value *rest = x ? x : y; rest; rest = rest->next) ++counts.unpaired;
+    return counts;
+}
+
+// The neighbours of a point that is left out are joined, which can look like data.
+static void warn_left_out(int curve, const point_counts &counts) {
+    if (counts.outside > 0)
+        fprintf(utl_ErrorStream(),
+                "%%crv_44-w-pts, Curve %d: %llu of %llu points are outside the ranges of the chart"
+                " and left out\n",
+                curve, static_cast<unsigned long long>(counts.outside),
+                static_cast<unsigned long long>(counts.outside + counts.drawn));
+    if (counts.unpaired > 0)
+        fprintf(
+            utl_ErrorStream(),
+            "%%crv_44-w-len, Curve %d: the last %llu values of the longer column are left out\n",
+            curve, static_cast<unsigned long long>(counts.unpaired));
+}
+
+static void warn_column_against_itself(int curve, int column) {
+    fprintf(utl_ErrorStream(),
+            "%%crv_44-w-slf, Curve %d shows column %d against itself, not the series of its legend:"
+            " a chart has 5 curves\n",
+            curve, column);
 }
 
 static void write_legend_label(FILE *stream, const plot_area &area, int row, int curve) {
@@ -171,9 +209,13 @@ static void write_curve(FILE *stream, const plot_area &area, int curve, const cr
     if (has_legend) write_legend_sample(stream, area, row);
     if (curve == 1) crv_PlotTitles(stream, area.x0, area.y0, area.w, area.h, chart);
     fputs("%% --- Begin drawing chart points - (crv_ module [[44]]) ---\n", stream);
-    if (!draw_points(stream, area, crv_columns[slot->xcol], crv_columns[slot->ycol]))
+    const point_counts counts =
+        draw_points(stream, area, crv_columns[slot->xcol], crv_columns[slot->ycol]);
+    if (counts.drawn == 0)
         printf("%%crv_44-w-out, Curve \"%u\" is out of Plot range \n",
                static_cast<unsigned>(curve));
+    warn_left_out(curve, counts);
+    if (slot->xcol == slot->ycol) warn_column_against_itself(curve, slot->xcol);
     fputs("stroke \n", stream);
     fputs("crv_line_0\n", stream);
     fputs("%% --- End Drawing chart Data  ---- (crv_ module [[44]]) ---\n", stream);

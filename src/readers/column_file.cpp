@@ -132,18 +132,19 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _94-f-calloc", status_failed);
 }
 
-// Counts the value of entry k in row `row`, counted from 1, and stores it if the row is in the time
-// window.
-static void read_value(const column_file *pos, size_t k, utl_line line, double row, double value) {
-    ++pos->columns[k]->numpts; // also for dropped rows
+// Counts the value of entry k, and stores it if its row is in the time window.
+static void read_value(const column_file *pos, size_t k, utl_line line, bool in_window,
+                       double value) {
+    crv_CountValue(pos->columns[k]); // also for dropped rows
     if (crv_DBG == routine) trace_value(line, pos->selection.table[k].req, value);
-    if (crv_InRange(row, crv_settings.time_window)) keep_value(pos, pos->columns[k], value);
+    if (in_window) keep_value(pos, pos->columns[k], value);
 }
 
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
 // value.
-static void read_row(const column_file *pos, utl_line line) {
-    const double row = pos->rows_done + 1.0;
+static void read_row(column_file *pos, utl_line line) {
+    const double row = pos->rows_done + 1.0; // counted from 1
+    const bool in_window = crv_CountPoint(&pos->in, row);
     std::string_view rest = line.text;
     int32_t at = 0; // field of `value`; field 0 is the row number
     double value = row;
@@ -156,7 +157,7 @@ static void read_row(const column_file *pos, utl_line line) {
                 return;
             at = wanted;
         }
-        read_value(pos, k, line, row, value);
+        read_value(pos, k, line, in_window, value);
     }
 }
 
@@ -180,6 +181,15 @@ static void list_columns(const column_file *pos) {
     }
 }
 
+static void warn_dropped_rows(const column_file *pos) {
+    if (pos->in.points_dropped == 0) return;
+    const uint64_t kept = pos->in.points - pos->in.points_dropped;
+    fprintf(utl_ErrorStream(),
+            "%%crv_94-w-mea, Means of \"%s\" are sums over %llu rows divided by all %llu rows\n",
+            pos->in.path, static_cast<unsigned long long>(kept),
+            static_cast<unsigned long long>(pos->in.points));
+}
+
 // Reads the whole file. Returns the result of crv_ReadPost.
 static int read_file(column_file *pos, int label_line, int first_line) {
     utl_line line = read_header(pos, label_line, first_line);
@@ -191,9 +201,12 @@ static int read_file(column_file *pos, int label_line, int first_line) {
     if (crv_ReadFailed(pos->in)) {
         utl_QuitWithError("    _94-f-fread", status_failed);
     }
+    crv_WarnDefaultWindow(pos->in);
     crv_SetMeans(pos->columns);
     printf("%ccrv_94-i-pts, file %s has %u steps\n", '%', pos->in.path, pos->rows_done);
     if (crv_DBG == routine) list_columns(pos);
+    warn_dropped_rows(pos);
+    crv_WarnWrappedCounts(pos->in, pos->columns);
     return static_cast<int>(pos->selection.count);
 }
 
@@ -202,7 +215,7 @@ int crv_ReadPost(const char *path, const crv_selection &selection, int label_lin
     if (crv_DBG == routine) trace_selection(selection);
 
     column_file pos = {};
-    pos.in = {path, nullptr, routine, false};
+    pos.in = {.path = path, .routine = routine};
     pos.selection = selection;
     pos.columns = crv_SelectedColumns(selection);
     for (crv_reqsel &entry : crv_Entries(&pos.selection))

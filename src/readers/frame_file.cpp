@@ -9,6 +9,7 @@
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "stats/rounding.h"
+#include "system/arithmetic.h"
 #include "system/console.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
@@ -100,8 +101,8 @@ static void trace_record(utl_line line) {
 
 static void keep_value(frame_file *vdr, int k, double value) {
     crv_column *column = vdr->columns[k];
-    ++column->numpts;
-    vdr->totals[k] = column->val_list ? vdr->totals[k] + value : value;
+    crv_CountValue(column);
+    vdr->totals[k] = column->val_list ? utl_Add(vdr->totals[k], value) : value;
     crv_UpdateMinMax(column, value, 0, 0.0, 0.0);
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _85-e-calloc", status_failed);
 }
@@ -216,6 +217,7 @@ static int read_file(frame_file *vdr, int first_slot) {
     use_given_range(vdr->columns[1], vdr->y_range);
     if (crv_DBG == routine) list_columns(vdr);
     set_means(vdr);
+    crv_WarnWrappedCounts(vdr->in, vdr->columns);
     printf("%ccrv_85-i-dat, Vandor CRV_FRM_FILE data loaded, number of points = %u \n", '%',
            static_cast<unsigned>(vdr->num_points));
     return 2;
@@ -227,7 +229,7 @@ int crv_ReadVDR(const char *path, int first_slot) {
         return 0;
     }
     frame_file vdr = {};
-    vdr.in = {path, nullptr, routine, false};
+    vdr.in = {.path = path, .routine = routine};
     vdr.x_range[0] = vdr.y_range[0] = 10.0;
     vdr.x_range[1] = vdr.y_range[1] = -10.0;
     vdr.in.lines = utl_OpenReader(path);

@@ -2,6 +2,7 @@
 #include "readers/input.h"
 
 #include "system/console.h"
+#include "text/fixed_text.h"
 
 #include <cerrno>
 
@@ -11,6 +12,28 @@ void crv_WarnMissingNumbers(crv_input *in) {
     fprintf(utl_ErrorStream(),
             "%%crv_%d-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
             in->routine, in->path, static_cast<unsigned long long>(in->lines->line_number));
+}
+
+void crv_WarnDefaultWindow(const crv_input &in) {
+    if (crv_settings.time_window_given || in.points_dropped == 0) return;
+    fprintf(utl_ErrorStream(),
+            "%%crv_%d-w-win, %llu of %llu points of \"%s\" are outside the default time window"
+            " -100:10000 and left out, see -tm\n",
+            in.routine, static_cast<unsigned long long>(in.points_dropped),
+            static_cast<unsigned long long>(in.points), in.path);
+}
+
+void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> columns) {
+    for (const crv_column *column : columns) {
+        const std::string_view label = utl_TrimEnd(column->colname);
+        if (column->num_values == static_cast<uint64_t>(column->numpts)) continue;
+        fprintf(utl_ErrorStream(),
+                "%%crv_%d-w-cnt, \"%.*s\" of \"%s\" has %llu values, counted as %d:"
+                " its mean is the sum divided by %d\n",
+                in.routine, static_cast<int>(label.size()), label.data(), in.path,
+                static_cast<unsigned long long>(column->num_values), int{column->numpts},
+                int{column->numpts});
+    }
 }
 
 bool crv_ReadFailed(const crv_input &in) {

@@ -1,14 +1,39 @@
 // readers/input.h - an open result file: path, lines, and the warnings that all readers give.
 #pragma once
 
+#include "records/column.h"
+#include "records/range.h"
+#include "records/settings.h"
 #include "text/line_reader.h"
 
+#include <cstdint>
+#include <span>
+
 struct crv_input {
-    const char *path;
-    utl_line_reader *lines;
-    int routine; // number of the reader in its messages
-    bool warned_missing;
+    const char *path = nullptr;
+    utl_line_reader *lines = nullptr;
+    int routine = 0; // number of the reader in its messages
+    bool warned_missing = false;
+    uint64_t points = 0;         // steps or rows read
+    uint64_t points_dropped = 0; // of these, outside the time window
 };
+
+// Counts a step or a row, with `value` compared with the time window of the settings. Returns true
+// if it is in the window.
+inline bool crv_CountPoint(crv_input *in, double value) {
+    const bool in_window = crv_InRange(value, crv_settings.time_window);
+    ++in->points;
+    in->points_dropped += !in_window;
+    return in_window;
+}
+
+// Warns on standard error that the default time window drops points. A window of the user is not
+// warned about.
+void crv_WarnDefaultWindow(const crv_input &in);
+
+// Warns on standard error of each column whose 16-bit count has wrapped, as its mean is the sum
+// divided by that count.
+void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> columns);
 
 // Warns on standard error, once per file, that a line has fewer numbers than are read from it; the
 // missing ones count as 0.0.

@@ -42,6 +42,7 @@ struct madymo_file {
     int num_requests;
     int num_descriptions;
     double time;
+    bool in_window; // the time is in the time window
     uint32_t steps_done;
 };
 
@@ -146,7 +147,7 @@ static void trace_value(const madymo_file *mad, utl_line line, uint32_t item, do
 }
 
 static void keep_value(const madymo_file *mad, crv_column *column, double value) {
-    ++column->numpts;
+    crv_CountValue(column);
     crv_UpdateMinMax(column, value, 0, 0.0, mad->time);
     crv_AccumulateSum(column, value);
     crv_UpdateFirstLast(column, value, 0, 0.0);
@@ -160,7 +161,7 @@ static void read_value(madymo_file *mad, size_t k, utl_line line) {
     const uint32_t item = mad->selection.table[k].item;
     const double value = read_item(mad, line.text, item);
     if (crv_DBG == routine) trace_value(mad, line, item, value);
-    if (crv_InRange(mad->time, crv_settings.time_window)) keep_value(mad, mad->columns[k], value);
+    if (mad->in_window) keep_value(mad, mad->columns[k], value);
 }
 
 // Ends the program if the line is too long. Deliberate: an unterminated last line counts as too
@@ -177,6 +178,11 @@ static int64_t next_needed_block(const madymo_file *mad, size_t next) {
     return crv_NextNeededBlock(mad->selection, next, mad->num_requests);
 }
 
+static void read_time(madymo_file *mad, utl_line line) {
+    if (!utl_ReadNumberAt(line.text, 1, &mad->time)) crv_WarnMissingNumbers(&mad->in);
+    mad->in_window = crv_CountPoint(&mad->in, mad->time);
+}
+
 // Reads one step, skipping lines without an entry. Returns false at the end of the file.
 static bool read_step(madymo_file *mad) {
     size_t next = 0; // index into the order of the entries
@@ -184,8 +190,7 @@ static bool read_step(madymo_file *mad) {
         const utl_line line = utl_ReadLine(mad->in.lines, line_limit);
         if (line.status == utl_line_status::eof) return false;
         require_newline(mad, line);
-        if (block == 0 && !utl_ReadNumberAt(line.text, 1, &mad->time))
-            crv_WarnMissingNumbers(&mad->in);
+        if (block == 0) read_time(mad, line);
         for (; next_needed_block(mad, next) == block; ++next)
             read_value(mad, mad->selection.order[next], line);
         ++block;
@@ -223,11 +228,13 @@ static int read_file(madymo_file *mad) {
     if (crv_ReadFailed(mad->in)) {
         utl_QuitWithError("    _88-f-fread", status_failed);
     }
+    crv_WarnDefaultWindow(mad->in);
     crv_SetMeans(mad->columns);
     printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->in.path,
            static_cast<int>(mad->steps_done));
     if (crv_DBG == routine) crv_ListColumns(mad->columns, routine);
     set_labels(mad);
+    crv_WarnWrappedCounts(mad->in, mad->columns);
     return static_cast<int>(mad->selection.count);
 }
 
@@ -236,7 +243,7 @@ int crv_ReadMad(const char *path, const crv_selection &selection) {
     if (crv_DBG == routine) trace_selection(selection);
 
     madymo_file mad = {};
-    mad.in = {path, nullptr, routine, false};
+    mad.in = {.path = path, .routine = routine};
     mad.selection = selection;
     mad.columns = crv_SelectedColumns(selection);
 

@@ -9,6 +9,7 @@
 #include "records/range.h"
 #include "records/settings.h"
 #include "stats/column_stats.h"
+#include "system/arithmetic.h"
 #include "system/console.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
@@ -39,6 +40,7 @@ struct request_file {
     int num_requests;
     bool screens_x;
     double time;
+    bool in_window; // the time is in the time window
     double x_value; // latest value of entry 0
     uint32_t step;
     uint32_t steps_done;
@@ -127,7 +129,9 @@ static bool make_columns(request_file *req) {
 double crv_ReadItem(std::string_view line, uint32_t item, bool *complete) {
     // The order of the sum decides its last bit: second square plus first, then the third.
     const auto magnitude = [](double x, double y, double z) {
-        return sqrt((y * y + x * x) + z * z);
+        const double sum =
+            utl_Add(utl_Add(utl_Multiply(y, y), utl_Multiply(x, x)), utl_Multiply(z, z));
+        return utl_SignNan(sqrt(sum), sum, sum);
     };
 
     double numbers[6];
@@ -151,7 +155,7 @@ static void trace_value(const request_file *req, utl_line line, uint32_t item, d
     printf("    _83-i-val, item = %u, val1 = %f \n", item, value);
     printf("    _83-i-val, current_time = %f \n", req->time);
     printf("    _83-i-val, current_xval = %f \n", req->x_value);
-    if (crv_InRange(req->time, crv_settings.time_window)) {
+    if (req->in_window) {
         printf("    _83-i-val, Time screening TRUE\n");
     } else {
         printf("    _83-i-val, Time screening FALSE\n");
@@ -159,7 +163,7 @@ static void trace_value(const request_file *req, utl_line line, uint32_t item, d
 }
 
 static bool keep_value(const request_file *req, crv_column *column, double value) {
-    ++column->numpts;
+    crv_CountValue(column);
     crv_UpdateMinMax(column, value, req->step, req->time, req->time);
     crv_AccumulateSum(column, value);
     crv_UpdateFirstLast(column, value, req->step, req->time);
@@ -179,7 +183,7 @@ static bool read_value(request_file *req, size_t k, utl_line line) {
     if (req->screens_x && k == 0) req->x_value = value;
     if (crv_DBG == routine) trace_value(req, line, item, value);
 
-    if (!crv_InRange(req->time, crv_settings.time_window)) return true;
+    if (!req->in_window) return true;
     if (req->screens_x && !crv_InRange(req->x_value, crv_settings.x_filter)) return true;
     return keep_value(req, req->columns[k], value);
 }
@@ -192,6 +196,11 @@ static void reject_multiple_results(const request_file *req) {
 // Returns the line of entry `next` in a step, or the first line after the step.
 static int64_t next_needed_block(const request_file *req, size_t next) {
     return crv_NextNeededBlock(req->selection, next, req->num_requests);
+}
+
+static void read_time(request_file *req, utl_line line) {
+    if (!utl_ReadNumberAt(line.text, 1, &req->time)) crv_WarnMissingNumbers(&req->in);
+    req->in_window = crv_CountPoint(&req->in, req->time);
 }
 
 // Reads one step, skipping lines without an entry. Returns false at the end of the file or after an
@@ -207,8 +216,7 @@ static bool read_step(request_file *req, bool *failed) {
         }
         if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
             return false;
-        if (block == 0 && !utl_ReadNumberAt(line.text, 1, &req->time))
-            crv_WarnMissingNumbers(&req->in);
+        if (block == 0) read_time(req, line);
         for (; next_needed_block(req, next) == block; ++next) {
             if (read_value(req, req->selection.order[next], line)) continue;
             *failed = true;
@@ -264,11 +272,13 @@ static int read_file(request_file *req) {
         utl_ReportError("    _83-f-fread");
         return -1;
     }
+    crv_WarnDefaultWindow(req->in);
     set_means(req);
     printf("%%crv_83-i-pts, file (%s) has %d steps\n", req->in.path,
            static_cast<int>(req->steps_done));
     if (crv_DBG == routine) crv_ListColumns(req->columns, routine);
     set_labels(req);
+    crv_WarnWrappedCounts(req->in, req->columns);
     return static_cast<int>(req->selection.count);
 }
 
@@ -277,7 +287,7 @@ int crv_ReadReq(const char *path, const crv_selection &selection) {
     if (crv_DBG == routine) trace_selection(selection);
 
     request_file req = {};
-    req.in = {path, nullptr, routine, false};
+    req.in = {.path = path, .routine = routine};
     req.selection = selection;
     req.columns = crv_SelectedColumns(selection);
     req.screens_x = crv_settings.x_filter[1] > crv_settings.x_filter[0];

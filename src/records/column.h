@@ -38,9 +38,10 @@ struct crv_column {
     double end_val; // last value
     uint32_t end_step;
     double end_time;
-    double stddev; // Deliberate: never computed, dumped as 0.0.
-    double var1;   // abscissa of the minimum
-    double var2;   // abscissa of the maximum
+    double stddev;       // Deliberate: never computed, dumped as 0.0.
+    double var1;         // abscissa of the minimum
+    double var2;         // abscissa of the maximum
+    uint64_t num_values; // number of values as the reader counts them, without wrapping
 };
 
 constexpr int CRV_MAXCOLS = 31;
@@ -59,6 +60,11 @@ crv_value *crv_AllocValue();
 // Appends `value` to the list of the column and sets val_cur to it. Returns false with errno set if
 // memory runs out. Call it after the routines of column_stats.h, which need the old list.
 bool crv_AppendValue(crv_column *column, double value);
+
+// Counts one value of the column, in both counts.
+inline void crv_CountValue(crv_column *column) {
+    column->numpts = static_cast<int16_t>(++column->num_values);
+}
 
 // Sets all slots of the column table to null. The records are not freed.
 void crv_ClearColumns();

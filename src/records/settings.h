@@ -14,6 +14,7 @@ constexpr uint32_t StatisticsAll = 2; // -all
 // Ranges are pairs {low, high}; low above high means not set.
 struct crv_run_settings {
     double time_window[2] = {-100.0, 10000.0}; // -tm: points outside are dropped; bounds are inside
+    bool time_window_given = false;            // by -tm, valid or not
     double x_filter[2] = {100.0, -100.0};      // a copy of the X range of the last -x
     uint32_t columnize_flags = 0;
     int menu_panes = 0; // -n: stored, not used

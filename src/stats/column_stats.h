@@ -9,6 +9,7 @@
 #pragma once
 
 #include "records/column.h"
+#include "system/arithmetic.h"
 
 #include <cmath>
 #include <cstdint>
@@ -32,7 +33,7 @@ inline void crv_UpdateMinMax(crv_column *column, double value, uint32_t step, do
 }
 
 inline void crv_AccumulateSum(crv_column *column, double value) {
-    column->sum = column->val_list ? column->sum + value : value;
+    column->sum = column->val_list ? utl_Add(column->sum, value) : value;
 }
 
 // Sets the first value once, and the last value, with their steps and times.
@@ -75,4 +76,4 @@ inline void crv_UpdateAbsMinMaxBySign(crv_column *column, double value) {
 
 // Returns the mean. The count is a signed 16-bit number, as in crv_column; without values the
 // result is that of a division by 0.
-inline double crv_MeanOf(double sum, int16_t count) { return sum / count; }
+inline double crv_MeanOf(double sum, int16_t count) { return utl_Divide(sum, count); }

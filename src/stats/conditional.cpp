@@ -3,6 +3,7 @@
 #include "stats/conditional.h"
 
 #include "records/column.h"
+#include "system/arithmetic.h"
 #include "text/number_reader.h"
 
 #include <cstdint>
@@ -67,7 +68,8 @@ static crossing find_crossing(const crv_column *column, double x) {
         const bool rises = before < x && x < at;
         const bool falls = before > x && x > at;
         if (at == x) return {true, number, 0.0};
-        if (rises || falls) return {true, number, (x - before) / (at - before)};
+        if (rises || falls)
+            return {true, number, utl_Divide(utl_Subtract(x, before), utl_Subtract(at, before))};
         before = at;
     }
     return {false, -1, -1.0};
@@ -82,7 +84,8 @@ static void report_number(const char *condition, const crv_column *first,
         report_not_found(first, second, x);
         return;
     }
-    const double value = point.previous + hit.fraction * (point.current - point.previous);
+    const double rise = utl_Subtract(point.current, point.previous);
+    const double value = utl_Add(point.previous, utl_Multiply(hit.fraction, rise));
     printf("%f [%s] when [%s] = %f, (s = %d, %f) \n", value, first->colname, second->colname, x,
            hit.number, hit.fraction);
 }

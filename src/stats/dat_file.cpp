@@ -4,6 +4,7 @@
 
 #include "records/column.h"
 #include "records/settings.h"
+#include "system/arithmetic.h"
 #include "system/console.h"
 #include "system/file_status.h"
 #include "text/number_writer.h"
@@ -110,7 +111,7 @@ static void write_cell(FILE *out, const statistics_row &row, const crv_column *c
     if (row.value) write_number(out, column->*row.value);
     if (row.step) fprintf(out, "s=%9d ", static_cast<int>(column->*row.step));
     if (row.time) fprintf(out, "t=%9.2e ", column->*row.time);
-    if (row.is_range) write_number(out, column->max - column->min);
+    if (row.is_range) write_number(out, utl_Subtract(column->max, column->min));
 }
 
 static void write_statistics(FILE *out, columns_span columns) {

@@ -198,21 +198,34 @@ static double convert_copy(std::string_view text) {
     return end == copy ? 0.0 : value;
 }
 
+#ifdef __cpp_lib_to_chars
+
+// Converts a decimal as strtod does and several times as fast. Returns false for a value outside
+// the range and for a hexadecimal number.
+static bool convert_decimal(std::string_view text, double *value) {
+    const char *const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, *value);
+    return error == std::errc() && (stop == end || (*stop != 'x' && *stop != 'X'));
+}
+
+#else
+
+// A library without from_chars for floating point, such as libc++ 14, leaves all to strtod.
+static bool convert_decimal(std::string_view /*text*/, double * /*value*/) { return false; }
+
+#endif
+
 double utl_ToDouble(std::string_view text) {
     const char *const text_end = text.data() + text.size();
     double short_value = 0.0;
     if (parse_exact_decimal(text.data(), text_end, &short_value) == text_end) return short_value;
 
-    // from_chars reads plain decimals as strtod does, and several times as fast. All else is left
-    // to strtod: a leading plus or white space, hexadecimal, infinite and not-a-number forms, and
-    // what lies outside the range.
+    // Everything but plain decimals is left to strtod: a leading plus or white space, hexadecimal,
+    // infinite and not-a-number forms, and values outside the range.
     const size_t sign = !text.empty() && text.front() == '-' ? 1 : 0;
     if (text.size() > sign && (utl_IsDigit(text[sign]) || text[sign] == '.')) {
         double value = 0.0;
-        const char *const end = text.data() + text.size();
-        const auto [stop, error] = std::from_chars(text.data(), end, value);
-        const bool hexadecimal = stop != end && (*stop == 'x' || *stop == 'X');
-        if (error == std::errc() && !hexadecimal) return value;
+        if (convert_decimal(text, &value)) return value;
     }
     return convert_copy(text);
 }

@@ -91,8 +91,18 @@ static char *write_scaled(char *to, bool negative, scaled_value value) {
         to, static_cast<unsigned>(value.exponent < 0 ? -value.exponent : value.exponent));
 }
 
+// Not left to std::to_chars: libraries write a negative not-a-number in different ways.
+static char *write_non_finite(char *to, double value) {
+    const bool negative = std::signbit(value);
+    const char *text = std::isnan(value) ? (negative ? "       -nan" : "        nan")
+                                         : (negative ? "       -inf" : "        inf");
+    memcpy(to, text, field_width);
+    return to + field_width;
+}
+
 char *utl_WriteE11_4(char *to, double value) {
-    if (std::isfinite(value) && value != 0.0) {
+    if (!std::isfinite(value)) return write_non_finite(to, value);
+    if (value != 0.0) {
         const scaled_value scaled = scale(std::fabs(value));
         if (scaled.digits != 0) return write_scaled(to, value < 0.0, scaled);
     }

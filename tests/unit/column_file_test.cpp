@@ -97,6 +97,16 @@ TEST_F(column_file, RowsOutsideTheTimeWindowAreDroppedButCounted) {
     EXPECT_EQ(crv_columns[1]->mean, 9.0 / 5);
     EXPECT_EQ(crv_columns[1]->var1, 1.0) << "row indices count from 0";
     EXPECT_EQ(crv_columns[1]->var2, 3.0);
+    const auto mean = [&] {
+        return "%crv_94-w-mea, Means of \"" + path +
+               "\" are sums over 3 rows divided by all 5 rows\n";
+    };
+    EXPECT_EQ(err, "%crv_94-w-win, 2 of 5 points of \"" + path +
+                       "\" are outside the default time window -100:10000 and left out, see -tm\n" +
+                       mean());
+    crv_settings.time_window_given = true;
+    read(table, "0,2");
+    EXPECT_EQ(err, mean());
 }
 
 TEST_F(column_file, MagnitudesOfNegativeValuesFollowTheSignedComparison) {

@@ -392,12 +392,18 @@ TEST_F(sections, EachCurveHasItsStyleAndFromTheFifthOnTheSame) {
                     "0 1 1 setrgbcolor \n545 5 moveto 625 5 lineto stroke \n %% ---"));
 }
 
+std::string against_itself(int curve) {
+    return "%crv_44-w-slf, Curve " + std::to_string(curve) +
+           " shows column 0 against itself, not the series of its legend: a chart has 5 curves\n";
+}
+
 TEST_F(sections, CurvesSixAndSevenPairColumnZeroWithItself) {
     add_column(0, {0, 5, 10}, "Time");
     for (int k = 1; k <= 7; ++k) add_column(k, {50, 50, 50}, ("c" + std::to_string(k)).c_str());
     chart->num_curves = 7;
     std::string text;
-    EXPECT_EQ(stderr_of([&] { text = data_section(); }), "") << "seven curves fit";
+    EXPECT_EQ(stderr_of([&] { text = data_section(); }), against_itself(6) + against_itself(7))
+        << "seven curves fit";
     EXPECT_EQ(path_of(text, 5), "135 310 moveto \n435 310 lineto 735 310 lineto stroke \n");
     for (const int n : {6, 7})
         EXPECT_EQ(path_of(text, n), "135 110 moveto \n435 130 lineto 735 150 lineto stroke \n");
@@ -405,11 +411,22 @@ TEST_F(sections, CurvesSixAndSevenPairColumnZeroWithItself) {
     EXPECT_EQ(count_of(text, "(c7) show"), 1);
 }
 
+TEST_F(sections, WarnsOfPointsLeftOut) {
+    add_column(0, {0, 5, 20, 10, 30}, "Time");
+    add_column(1, {1, 2, 3, 500, 5, 6, 7}, "c1");
+    chart->num_curves = 1;
+    EXPECT_EQ(stderr_of([&] { data_section(); }),
+              "%crv_44-w-pts, Curve 1: 3 of 5 points are outside the ranges of the chart and left"
+              " out\n"
+              "%crv_44-w-len, Curve 1: the last 2 values of the longer column are left out\n");
+}
+
 TEST_F(sections, MoreThanSevenCurvesAreWarnedOfAndLeftOut) {
     add_curves(9);
     std::string text;
     EXPECT_EQ(stderr_of([&] { text = data_section(); }),
-              "%crv_44-w-cur, Only the first 7 of 9 curves are drawn\n");
+              against_itself(6) + against_itself(7) +
+                  "%crv_44-w-cur, Only the first 7 of 9 curves are drawn\n");
     EXPECT_EQ(count_of(text, begin_points), 7);
     EXPECT_EQ(chart->num_curves, 9);
 }

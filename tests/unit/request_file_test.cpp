@@ -271,17 +271,33 @@ TEST_F(request_file, AFolderIsReportedLikeAFailedOpen) {
               "    _83-f-fopen: Is a directory\n");
 }
 
-TEST_F(request_file, AColumnWithoutPointsEndsTheProgram) {
-    crv_settings.time_window[1] = -200;
-    EXPECT_EXIT(crv_ReadReq(text_file(two_requests({0})).path(), crv_ParseSel("0,10", 4)),
-                testing::ExitedWithCode(1),
-                "^%crv_83-e-pts, No data points found for item \\(4\\)\n$");
+TEST_F(request_file, WarnsOfStepsOutsideDefaultWindow) {
+    read(two_requests({-101, 0, 1, 10001}), "0,10");
+    EXPECT_EQ(err, "%crv_83-w-win, 2 of 4 points of \"" + path +
+                       "\" are outside the default time window -100:10000 and left out, see -tm\n");
+    crv_settings.time_window_given = true;
+    read(two_requests({-101, 0, 1, 10001}), "0,10");
+    EXPECT_EQ(err, "");
 }
 
 std::string many_steps(int count) {
     std::string text = "\nt\n0\n";
     for (int k = 0; k < count; ++k) text += "1\n";
     return text;
+}
+
+TEST_F(request_file, WarnsOfWrappedCount) {
+    read(many_steps(65536 + 3), "0");
+    EXPECT_EQ(err, "%crv_83-w-cnt, \"Time (sec)\" of \"" + path +
+                       "\" has 65539 values, counted as 3: its mean is the sum divided by 3\n");
+}
+
+TEST_F(request_file, AColumnWithoutPointsEndsTheProgram) {
+    crv_settings.time_window[1] = -200;
+    crv_settings.time_window_given = true;
+    EXPECT_EXIT(crv_ReadReq(text_file(two_requests({0})).path(), crv_ParseSel("0,10", 4)),
+                testing::ExitedWithCode(1),
+                "^%crv_83-e-pts, No data points found for item \\(4\\)\n$");
 }
 
 TEST_F(request_file, ThirtyTwoThousandSevenHundredAndSixtySevenPointsAreTheMost) {

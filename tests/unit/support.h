@@ -120,7 +120,7 @@ inline crv_column *add_column(int slot, const std::vector<double> &values, const
         node->val = value;
         (column->val_list ? column->val_cur->next : column->val_list) = node;
         column->val_cur = node;
-        ++column->numpts;
+        crv_CountValue(column);
     }
     return column;
 }
