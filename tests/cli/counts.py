@@ -9,10 +9,9 @@ STEPS = "%crv_83-i-pts, file (a.txt) has 3 steps\n" + WROTE_NOTHING
 def expect_read(box, what, form, data, *ending, selection=None, option=None):
     """Runs on data of a format; what it prints ends as given, and then come stderr and status."""
     box.write("a.txt", data)
-    selection = selection or form.selection
-    result = box.crv("-r", selection, option or form.option, "a.txt", "-w", "x")
     stdout, *others = ending
-    box.expect_run(what, result, form.opening("a.txt", selection) + stdout, *others)
+    box.expect_run(what, form.run(box, "a.txt", selection, option),
+                   form.opening("a.txt", selection) + stdout, *others)
 
 
 def request_data(count):

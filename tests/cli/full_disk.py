@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
 """Full disks, for everything that the program writes."""
-from harness import (CHART, CHART_DONE, REQ, SELECTED, WROTE_NOTHING, expect_whole_chart, main,
-                     printing, reading)
+from harness import REQ, SELECTED, WROTE_NOTHING, draw, drawing, main, reading
 
 LONG_REQ = b"\nrun\n1\n7 1 0 0 0\n" + b"1\n10\n" * 2000  # makes a table of 50 kB
 LOST = "%crv_01-e-out, Standard output could not be written, messages are lost\n"
@@ -40,8 +39,7 @@ def test_incomplete_chart_is_printed(box):
     box.mount("8k")
     box.write("a.req", REQ)
     box.expect_run("chart", box.crv("-r", "0,7", "-f", "a.req", "-p", CRV_PRINTCHAIN="wc -c"),
-                   reading("a.req") + CHART + printing("wc -c crv.ps") + "4096 crv.ps\n"
-                   + CHART_DONE, status=1)
+                   drawing("wc -c crv.ps", "4096 crv.ps\n"), status=1)
 
 
 def test_lost_usage_line_is_ignored(box):
@@ -74,11 +72,10 @@ def test_lost_listing_is_reported(box):
 def test_lost_standard_output_is_reported(box):
     box.write("a.req", REQ)
     with open("/dev/full", "wb") as full:
-        for what, arguments, status in (
-                ("value", ("-r", "0,7=2", "-f", "a.req"), 0), ("text", ("-h",), 1),
-                ("plain end", ("-w", "x"), 0), ("chart", ("-r", "0,7", "-f", "a.req", "-p"), 1)):
-            box.expect_run(what, box.crv(*arguments, stdout=full), stderr=LOST, status=status)
-    expect_whole_chart(box)
+        box.expect_run("value", box.crv("-r", "0,7=2", "-f", "a.req", stdout=full), stderr=LOST)
+        box.expect_run("text", box.crv("-h", stdout=full), stderr=LOST, status=1)
+        box.expect_run("scan", box.crv("-w", "x", stdout=full), stderr=LOST)
+        box.expect_run("chart", draw(box, stdout=full), stderr=LOST, status=1)
     box.expect("printed", box.read("printed"), b"[crv.ps]\n")
 
 

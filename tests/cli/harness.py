@@ -33,6 +33,11 @@ class Format(NamedTuple):
     first: str   # message, as a format
     last: str
 
+    def run(self, box, path, selection=None, option=None, **options):
+        """Reads a file; no chart is drawn."""
+        return box.crv("-r", selection or self.selection, option or self.option, path, "-w", "x",
+                       **options)
+
     def opening(self, path, selection=None):
         """The messages until the file is open."""
         return selecting(selection or self.selection, path) + self.first.format(path)
@@ -63,6 +68,19 @@ def printing(command):
     return f'%crv_45-i-prt, Printer command = "{command}"\n'
 
 
+def drawing(command, printed=""):
+    """The messages of a run that draws a chart of a.req, with the output of its printer command."""
+    return reading("a.req") + CHART + printing(command) + printed + CHART_DONE
+
+
+def draw(box, name="crv.ps", **options):
+    """Draws a chart of a.req, which is to be complete."""
+    box.write("a.req", REQ)
+    result = box.crv("-r", "0,7", "-f", "a.req", "-p", name, **options)
+    box.expect(name, (box.read(name) or b"")[-10:], b"showpage \n")
+    return result
+
+
 PROGRAM = os.path.abspath(sandbox.given("--crv"))
 IS_SANITIZED = b"__asan_init" in pathlib.Path(PROGRAM).read_bytes()
 
@@ -71,10 +89,6 @@ def expect_small(box, what):
     """No run of this script has used much memory, whatever its input."""
     peak = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss // 1024
     box.assertLessEqual(peak, 400 if IS_SANITIZED else 64, f"MiB that {what} took")
-
-
-def expect_whole_chart(box, name="crv.ps"):
-    box.expect(name, (box.read(name) or b"")[-10:], b"showpage \n")
 
 
 def main():

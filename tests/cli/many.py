@@ -10,7 +10,7 @@ def test_31_pairs_fill_table(box):
     for form in FORMATS[:3]:
         box.write("a.txt", form.data)
         selection = ",".join(["7" if form is REQUEST else "1"] * SLOTS)
-        box.expect_run(form.option, box.crv("-r", selection, form.option, "a.txt", "-w", "x"),
+        box.expect_run(form.option, form.run(box, "a.txt", selection),
                        form.reading("a.txt", 3, selection) + WROTE_NOTHING)
 
 
@@ -57,7 +57,7 @@ def test_row_is_read_in_pieces(box):
         if column == 512:
             end = f"%crv_94-i-pts, file wide.pos has {pieces} steps\n" + WROTE_NOTHING
         selection = f"0,{column}"
-        box.expect_run(column, box.crv("-r", selection, "-fp0", "wide.pos", "-w", "x"),
+        box.expect_run(column, COLUMN.run(box, "wide.pos", selection, "-fp0"),
                        COLUMN.opening("wide.pos", selection)
                        + "%crv_94-i-val, file wide.pos has 512 columns.\n" + end)
     expect_small(box, "ten million columns")

@@ -2,8 +2,7 @@
 """File names with characters that a shell, printf or a terminal treats specially."""
 import os
 
-from harness import (CHART, CHART_DONE, FORMATS, REQ, SELECTED, TABLE, WROTE_NOTHING,
-                     expect_whole_chart, main, printing, reading)
+from harness import FORMATS, REQ, SELECTED, TABLE, WROTE_NOTHING, draw, drawing, main, reading
 
 STEMS = [os.fsdecode(stem) for stem in (
     b"two words", b" blanks ", b"it's", b'"quoted"', b"100%", b"%s%n%d", b"$(touch owned)",
@@ -18,8 +17,7 @@ def test_every_format_reads_any_name(box):
         for form in FORMATS:
             name = stem + ".txt"
             box.write(name, form.data)
-            box.expect_run(f"{form.option} {stem}",
-                           box.crv("-r", form.selection, form.option, name, "-w", "x"),
+            box.expect_run(f"{form.option} {stem}", form.run(box, name),
                            form.reading(name) + WROTE_NOTHING)
             box.path(name).unlink()
     box.expect("files", box.names(), [])
@@ -35,25 +33,18 @@ def test_table_is_beside_its_file(box):
             box.expect(table, box.read(table), TABLE)
 
 
-def draw(box, name, chain, command):
-    box.expect_run(name, box.crv("-r", "0,7", "-f", "a.req", "-p", name, CRV_PRINTCHAIN=chain),
-                   reading("a.req") + CHART + printing(command) + CHART_DONE, status=1)
-    expect_whole_chart(box, name)
-
-
 def test_printer_command_gets_unquoted_name(box):
     """The shell would interpret the name: here it exits before."""
-    box.write("a.req", REQ)
-    for stem in STEMS:
-        draw(box, f"{stem}.ps", "exit 0\n", f"exit 0\n {stem}.ps")
-        box.path(f"{stem}.ps").unlink()
+    for name in (f"{stem}.ps" for stem in STEMS):
+        box.expect_run(name, draw(box, name, CRV_PRINTCHAIN="exit 0\n"),
+                       drawing(f"exit 0\n {name}"), status=1)
+        box.path(name).unlink()
     box.expect("files", box.names(), ["a.req"])
 
 
 def test_chart_name_may_look_like_option(box):
-    box.write("a.req", REQ)
     for name in ("-", "--", "-5:7.ps", "-q"):
-        draw(box, name, ":", f": {name}")
+        box.expect_run(name, draw(box, name, CRV_PRINTCHAIN=":"), drawing(f": {name}"), status=1)
 
 
 def offered(names):

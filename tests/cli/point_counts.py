@@ -49,7 +49,7 @@ def test_request_count_below_one_is_no_data(box):
     header = b"\nrun\n1\n7 1 0 0 0\n"
     for points in COUNTS:
         box.write("a.txt", header + b"1\n1\n" * points)
-        result = box.crv("-r", "0,7", "-f", "a.txt", "-w", "x")
+        result = REQUEST.run(box, "a.txt")
         if stored(points) < 1:
             box.expect_run(points, result, REQUEST.opening("a.txt"),
                            "%crv_83-e-pts, No data points found for item (0)\n", 1)

@@ -74,9 +74,7 @@ def test_unreadable_file_is_reported(box):
     box.write("locked.dat", REQ).chmod(0o000)
     user = drop_permissions(box)
     for form in FORMATS:
-        box.expect_run(form.option, box.crv("-r", form.selection, form.option, "locked.dat", "-w",
-                                            "x", **user),
-                       form.opening("locked.dat"),
+        box.expect_run(form.option, form.run(box, "locked.dat", **user), form.opening("locked.dat"),
                        f"{form.prefix}f-fopen: Permission denied\n", form.status)
 
 

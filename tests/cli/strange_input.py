@@ -4,7 +4,7 @@ import fcntl
 import os
 import threading
 
-from harness import FORMATS, REQ, VOILA, WROTE_NOTHING, expect_small, main, reading
+from harness import FORMATS, REQ, REQUEST, VOILA, WROTE_NOTHING, expect_small, main, reading
 
 # Forty requests of which one is selected: long steps with short traces.
 HEADER = b"\nrun\n40\n" + b"".join(b"%d 1 0 0 0\n" % number for number in range(1, 41))
@@ -14,8 +14,8 @@ STEP = b"1\n" + (b"10" + b" " * 97 + b"\n") * 40
 def expect_rejected(box, path, reason):
     """No format opens the path."""
     for form in FORMATS:
-        box.expect_run(form.option, box.crv("-r", form.selection, form.option, path, "-w", "x"),
-                       form.opening(path), f"{form.prefix}f-fopen: {reason}\n", form.status)
+        box.expect_run(form.option, form.run(box, path), form.opening(path),
+                       f"{form.prefix}f-fopen: {reason}\n", form.status)
 
 
 def test_unbounded_devices_are_rejected(box):
@@ -44,9 +44,8 @@ def test_empty_device_is_empty_file(box):
             '%crv_94-f-nocol, Column "1" does not exist!\n',
             FORMATS[3].last.format("", 0) + WROTE_NOTHING)
     for form, end in zip(FORMATS, ends, strict=True):
-        box.expect_run(form.option, box.crv("-r", form.selection, form.option, "/dev/null", "-w",
-                                            "x"),
-                       form.opening("/dev/null") + end, status=form.status)
+        box.expect_run(form.option, form.run(box, "/dev/null"), form.opening("/dev/null") + end,
+                       status=form.status)
 
 
 def feed(path, pieces):
@@ -62,14 +61,13 @@ def test_pieces_of_pipe_make_whole_file(box):
         for pieces in ([form.data], [bytes([byte]) for byte in form.data]):
             feeder = threading.Thread(target=feed, args=(box.path("pipe"), pieces))
             feeder.start()
-            box.expect_run(form.option,
-                           box.crv("-r", form.selection, form.option, "pipe", "-w", "x"),
+            box.expect_run(form.option, form.run(box, "pipe"),
                            form.reading("pipe") + WROTE_NOTHING)
             feeder.join()
 
 
 def test_standard_input_can_be_file(box):
-    box.expect_run("pipe", box.crv("-r", "0,7", "-f", "/dev/stdin", "-w", "x", typed=REQ),
+    box.expect_run("pipe", REQUEST.run(box, "/dev/stdin", typed=REQ),
                    reading("/dev/stdin") + WROTE_NOTHING)
 
 

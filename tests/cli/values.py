@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Numbers at the limits of a double and beyond, and texts that begin with a number, per format."""
-from harness import CHART_DONE, FORMATS, FRAME, REQ, VOILA, expect_whole_chart, main, reading
+from harness import CHART_DONE, FORMATS, FRAME, REQ, VOILA, main, reading
 
 INF = float("inf")
 NAN = float("nan")
@@ -80,8 +80,7 @@ def test_charts_are_complete(box):
     for what, option, selection, _ in each(box, *(form.option for form in FORMATS)):
         box.expect_ending(what, box.crv("-r", selection, option, "a.txt", "-p"), CHART_DONE,
                           status=1)
-        expect_whole_chart(box)
-        box.path("crv.ps").unlink()
+        box.expect(what, box.take("crv.ps")[-10:], b"showpage \n")
 
 
 def test_ranges_are_read_like_values(box):

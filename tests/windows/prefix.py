@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Makes the folder that Wine needs, and keeps its server ready for the tests that follow.
+"""Makes the prefix of Wine, and keeps its server running for the tests.
 
-    prefix.py PROGRAM WINE start                   makes the folder unless it is there, and starts the server
-    prefix.py PROGRAM WINE run OTHER [ARGUMENT]    runs another program there
+    prefix.py PROGRAM WINE start                   makes a missing prefix, and starts the server
+    prefix.py PROGRAM WINE run OTHER [ARGUMENT]    runs another program with the prefix
     prefix.py PROGRAM WINE stop                    stops the server
 """
 import pathlib
@@ -14,28 +14,26 @@ import wine
 
 
 def main():
-    program, loader, action = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]), sys.argv[3]
-    environment = wine.environment(program, loader)
+    program, loader = (pathlib.Path(path) for path in sys.argv[1:3])
+    environment = wine.environment(program.resolve(), loader)
     beside = [loader.parent / name for name in ("wineserver64", "wineserver")]
     server = next((path for path in beside if path.exists()), shutil.which("wineserver"))
 
-    if action == "run":
-        sys.exit(subprocess.run([loader, *sys.argv[4:]], env=environment, stdin=subprocess.DEVNULL, timeout=240).returncode)
+    def run(*command, output=subprocess.DEVNULL):
+        return subprocess.call(command, env=environment, stdout=output, stderr=output,
+                               stdin=subprocess.DEVNULL, timeout=240)
 
-    def run(*command):
-        return subprocess.run(command, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                              stdin=subprocess.DEVNULL, timeout=240).returncode
-
-    if action == "stop":
+    if sys.argv[3] == "run":
+        sys.exit(run(loader, *sys.argv[4:], output=None))
+    if sys.argv[3] == "stop":
         run(server, "-k")
         sys.exit(0)
     prefix = pathlib.Path(environment["WINEPREFIX"])
     if not (prefix / "system.reg").exists() and run(loader, "wineboot", "-i") != 0:
-        sys.exit("Wine did not make its folder")
-    run(server, "-w")  # nothing of the first start goes on while the tests run
+        sys.exit("Wine did not make its prefix")
+    run(server, "-w")  # the first start must be complete before the tests
     run(server, "-p60")
     sys.exit(run(loader, "cmd", "/c", "ver"))
 
 
-if __name__ == "__main__":
-    main()
+main()

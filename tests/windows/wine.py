@@ -1,9 +1,9 @@
-"""How the cases run the program for Windows.
+"""Runs the program for Windows under Wine.
 
-Wine needs a prefix of its own, made before, in the folder "wine" beside the program, where start_as.exe is too. The program
-is called as it would be by a command interpreter, by "crv"; "lpr" is a batch file for the interpreter under Wine. Line ends
-are compared without their CR, but what the program writes to files must have them. The numbers of the system are those that Wine gives:
-they must be there, whatever they are.
+Wine has a prefix of its own in the directory "wine" beside the program, where start_as.exe is too;
+prefix.py makes it. As from a command interpreter, the name of the program is "crv". "lpr" is a
+batch file for the interpreter under Wine. Output is compared without CR, but each line of a file
+that the program writes must have one. The numbers of the system must be there, whatever they are.
 """
 import pathlib
 import re
@@ -16,14 +16,15 @@ WRITTEN_BY_THE_PROGRAM = {".ps", ".dat", ".use", ".log"}
 
 
 def environment(program, wine):
-    """What Wine needs to know, and nothing else."""
-    return {"WINEPREFIX": str(program.parent / "wine"), "HOME": str(program.parent), "WINEDEBUG": "-all",
-            "WINEDLLOVERRIDES": "mscoree,mshtml,winemenubuilder.exe=", "DISPLAY": "", "TZ": "UTC0", "PATH": "/usr/bin:/bin", "CRV_WINE": str(wine),
+    """The environment of Wine, and the variables of crv.sh and start_as.exe."""
+    return {"WINEPREFIX": str(program.parent / "wine"), "HOME": str(program.parent),
+            "WINEDEBUG": "-all", "WINEDLLOVERRIDES": "mscoree,mshtml,winemenubuilder.exe=",
+            "DISPLAY": "", "TZ": "UTC0", "PATH": "/usr/bin:/bin", "CRV_WINE": str(wine),
             "CRV_START_AS": str(program.parent / "start_as.exe"), "CRV_PROGRAM": str(program)}
 
 
 def differences():
-    """The rows of the page: case, what it has of its own, reason."""
+    """The rows of the page: by case, the files for Windows and the reason."""
     rows = re.findall(r"^\| `(\S+/\S+)` \| (.*?) \| (.*?) \|$", DIFFERENCES.read_text(), re.M)
     return {case: (what, reason) for case, what, reason in rows}
 

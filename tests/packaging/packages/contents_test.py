@@ -57,7 +57,8 @@ def test_deb_fields(box):
     fields = dict(re.findall(r"^(\S+): (.*)$", printed, re.M))
     box.assertRegex(fields["Depends"], r"\Alibc6 \(>= [\d.]+\)\Z")
     for name, value in (("Package", "crv"), ("Version", f"{version}-0crv1"),
-                        ("Recommends", "ghostscript"), ("Suggests", "cups-bsd | lpr, poppler-utils")):
+                        ("Recommends", "ghostscript"),
+                        ("Suggests", "cups-bsd | lpr, poppler-utils")):
         box.expect(name, fields[name], value)
 
 
@@ -67,7 +68,8 @@ def test_deb_contents(box):
     tree = top / "usr"
     box.expect("top directories", listing(top, "*"), ["usr"])
     box.expect("directories below usr", listing(tree, "*"), ["bin", "share"])
-    box.expect("texts of the package", sorted(p.name for p in (tree / DOC).iterdir() if p.is_file()),
+    texts = sorted(path.name for path in (tree / DOC).iterdir() if path.is_file())
+    box.expect("texts", texts,
                ["CONTRIBUTING.md", "README.md", "changelog.Debian.gz", "changelog.gz", "copyright"])
     license = re.sub(r"\s+", " ", (ROOT / "LICENSE").read_text().split("\n\n", 2)[2]).strip()
     shown = re.sub(r"\s+(\. )?", " ", (tree / DOC / "copyright").read_text()).strip()

@@ -63,7 +63,7 @@ class Completion(sandbox.Sandbox):
     def setUp(self):
         super().setUp()
         (self.base / "home.req").write_text("")
-        questions.make_usual(self.dir)
+        questions.make_usual(self)
 
     def tearDown(self):
         self.assertEqual([*self.base.rglob("pwned")], [], "text was run")
@@ -91,7 +91,7 @@ def test_usual_files(box):
 
 
 def test_odd_request_files(box):
-    for number, (sentence, files, expected) in enumerate(questions.ODD_FOLDERS):
+    for number, (sentence, files, expected) in enumerate(questions.ODD_DIRECTORIES):
         directory = box.base / str(number)
         directory.mkdir()
         questions.make_odd(directory, files)
