@@ -1,8 +1,9 @@
-// fuzz/chart_target.cpp - a chart file has its sections in order and its points in its frame, whatever the texts and the
-// values are.
+// fuzz/chart_target.cpp - a chart file has its sections in order and its points in its frame,
+// whatever the texts and the values are.
 //
-// Input: number of curves, ranges of X and Y and debug level on a line, with ' ' between them; then texts that end with
-// the character 1: two titles, subtitle, four stories, names of the columns; then numbers, given to the columns in turn.
+// Input: number of curves, ranges of X and Y and debug level on a line, with ' ' between them; then
+// texts that end with the character 1: two titles, subtitle, four stories, names of the columns;
+// then numbers, given to the columns in turn.
 #include "harness.h"
 
 #include "postscript/chart_file.h"
@@ -76,7 +77,9 @@ static void write_chart(const chart_input &input) {
     crv_PlotEnd("crv.ps", stream);
 }
 
-static bool is_zero_range(const double (&range)[2]) { return std::fabs(range[1] - range[0]) <= 0.0005; }
+static bool is_zero_range(const double (&range)[2]) {
+    return std::fabs(range[1] - range[0]) <= 0.0005;
+}
 
 static void check_sections(const chart_input &input, const std::string &text) {
     const bool appends = !input.texts[3].empty();
@@ -128,7 +131,8 @@ static size_t points_inside(const chart_input &input, size_t curve) {
     const std::vector<double> &y = input.values[curve <= 5 ? curve : 0];
     size_t count = 0;
     for (size_t k = 0; k < std::min(x.size(), y.size()); ++k)
-        count += input.x[0] <= x[k] && x[k] <= input.x[1] && input.y[0] <= y[k] && y[k] <= input.y[1];
+        count +=
+            input.x[0] <= x[k] && x[k] <= input.x[1] && input.y[0] <= y[k] && y[k] <= input.y[1];
     return count;
 }
 
@@ -160,10 +164,12 @@ static size_t check_path(const std::string &text, bool finite) {
 }
 
 static void check_curves(const chart_input &input, const std::string &text) {
-    static const std::string begin = "%% --- Begin drawing chart points - (crv_ module [[44]]) ---\n";
+    static const std::string begin =
+        "%% --- Begin drawing chart points - (crv_ module [[44]]) ---\n";
     static const std::string end =
         "crv_line_0\n%% --- End Drawing chart Data  ---- (crv_ module [[44]]) ---\n";
-    const bool finite = std::isfinite(input.x[1] - input.x[0]) && std::isfinite(input.y[1] - input.y[0]);
+    const bool finite =
+        std::isfinite(input.x[1] - input.x[0]) && std::isfinite(input.y[1] - input.y[0]);
     size_t curve = 0;
     for (size_t at = text.find(begin); at != text.npos; at = text.find(begin, at)) {
         at += begin.size();
@@ -177,7 +183,7 @@ static void check_curves(const chart_input &input, const std::string &text) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const chart_input input = take_input({reinterpret_cast<const char *>(data), size});
     const std::map<std::string, std::string> files = {{"user.ps", user_file}};
-    const outcome result = run_in_room({}, files, [&] { write_chart(input); });
+    const outcome result = run_sandboxed({}, files, [&] { write_chart(input); });
     require(!result.quit, "a chart is written to its end");
     require(result.commands == std::vector<std::string>{"lpr  crv.ps"}, "and printed");
     const std::string &text = result.files.at("crv.ps");
@@ -185,8 +191,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (is_plain(input)) {
         check_balance(text);
         check_curves(input, text);
-        require(result.err.find("-e-bal") == result.err.npos, "texts that balance are not complained of");
+        require(result.err.find("-e-bal") == result.err.npos,
+                "texts that balance are not complained of");
     }
-    require(run_in_room({}, files, [&] { write_chart(input); }) == result, "a second chart is the same");
+    require(run_sandboxed({}, files, [&] { write_chart(input); }) == result,
+            "a second chart is the same");
     return 0;
 }

@@ -29,7 +29,8 @@ reader_input take_reader_input(const uint8_t *data, size_t size) {
     input.time_window[1] = take_bound(&fields, '|', 10000.0);
     input.x_filter[0] = take_bound(&fields, ':', 100.0);
     input.x_filter[1] = take_bound(&fields, '|', -100.0);
-    input.first_slot = static_cast<int>(static_cast<unsigned>(take_integer(&fields, '|')) % CRV_MAXCOLS);
+    input.first_slot =
+        static_cast<int>(static_cast<unsigned>(take_integer(&fields, '|')) % CRV_MAXCOLS);
     input.debug_level = take_integer(&fields, '|');
     input.read_piece = static_cast<unsigned>(take_integer(&fields, '|')) % 5000;
     input.bytes = rest;
@@ -56,7 +57,8 @@ static bool same_columns(const reading &one, const reading &other) {
     for (size_t k = 0; k < one.columns.size(); ++k) {
         const column_copy &a = one.columns[k];
         const column_copy &b = other.columns[k];
-        if (memcmp(&a.fields, &b.fields, sizeof a.fields) != 0 || a.values.size() != b.values.size())
+        if (memcmp(&a.fields, &b.fields, sizeof a.fields) != 0 ||
+            a.values.size() != b.values.size())
             return false;
         for (size_t v = 0; v < a.values.size(); ++v)
             if (!same(a.values[v], b.values[v])) return false;
@@ -64,10 +66,10 @@ static bool same_columns(const reading &one, const reading &other) {
     return true;
 }
 
-static reading read_in_room(const reader_input &input, const std::string &bytes, const room &room,
-                            file_reader reader, outcome *result) {
+static reading read_sandboxed(const reader_input &input, const std::string &bytes,
+                              const sandbox &box, file_reader reader, outcome *result) {
     reading read;
-    *result = run_in_room(room, {{"a.file", bytes}}, [&] {
+    *result = run_sandboxed(box, {{"a.file", bytes}}, [&] {
         crv_DBG = input.debug_level;
         for (int k = 0; k < 2; ++k) {
             crv_settings.time_window[k] = input.time_window[k];
@@ -92,11 +94,11 @@ static std::string with_cr(const std::string &bytes) {
 
 // A file that cannot be read to its end is reported as that, unless the reader had stopped before.
 static void check_bad_read(const reader_input &input, const outcome &good, file_reader reader) {
-    room room;
-    room.read_piece = input.read_piece;
-    room.bad_read = 1 + static_cast<int64_t>(input.bytes.size() % 7);
+    sandbox box;
+    box.read_piece = input.read_piece;
+    box.bad_read = 1 + static_cast<int64_t>(input.bytes.size() % 7);
     outcome result;
-    const reading read = read_in_room(input, input.bytes, room, reader, &result);
+    const reading read = read_sandboxed(input, input.bytes, box, reader, &result);
     const bool told = result.err.find("-f-fopen: Input/output error\n") != result.err.npos ||
                       result.err.find("-f-fread: Input/output error\n") != result.err.npos;
     const bool gave_up = result.quit || read.count < 1;
@@ -105,15 +107,15 @@ static void check_bad_read(const reader_input &input, const outcome &good, file_
 }
 
 reading check_reading(const reader_input &input, file_reader reader, outcome *result) {
-    const reading whole = read_in_room(input, input.bytes, {}, reader, result);
+    const reading whole = read_sandboxed(input, input.bytes, {}, reader, result);
     outcome again;
-    room in_pieces;
+    sandbox in_pieces;
     in_pieces.read_piece = input.read_piece;
-    const reading pieces = read_in_room(input, input.bytes, in_pieces, reader, &again);
+    const reading pieces = read_sandboxed(input, input.bytes, in_pieces, reader, &again);
     require(same_columns(whole, pieces), "a file that arrives in pieces gives the same columns");
     require(again == *result, "and the same messages");
     const std::string longer = with_cr(input.bytes);
-    const reading ends = read_in_room(input, longer, {}, reader, &again);
+    const reading ends = read_sandboxed(input, longer, {}, reader, &again);
     require(same_columns(whole, ends), "a file with CR LF gives the same columns");
     require(again.out == result->out && again.err == result->err, "and the same messages");
     check_bad_read(input, *result, reader);
@@ -121,7 +123,8 @@ reading check_reading(const reader_input &input, file_reader reader, outcome *re
 }
 
 void check_count(const column_copy &column) {
-    require(static_cast<int16_t>(static_cast<uint16_t>(column.values.size())) == column.fields.numpts,
+    require(static_cast<int16_t>(static_cast<uint16_t>(column.values.size())) ==
+                column.fields.numpts,
             "numpts counts the values");
 }
 
@@ -132,7 +135,8 @@ static bool holds(const column_copy &column, double wanted) {
 }
 
 void check_extremes(const column_copy &column) {
-    if (column.values.empty() || std::isnan(column.values[0])) return; // a NaN that comes first stays
+    if (column.values.empty() || std::isnan(column.values[0]))
+        return; // a NaN that comes first stays
     for (const double value : column.values)
         require(std::isnan(value) || (column.fields.min <= value && value <= column.fields.max),
                 "every value lies between the extremes");
@@ -142,15 +146,16 @@ void check_extremes(const column_copy &column) {
 
 static void check_ends(const column_copy &column) {
     if (column.values.empty()) return;
-    require(same(column.fields.begin_val, column.values.front()), "the first value is the first value");
+    require(same(column.fields.begin_val, column.values.front()),
+            "the first value is the first value");
     require(same(column.fields.end_val, column.values.back()), "the last value is the last value");
 }
 
 static void check_magnitudes(const column_copy &column) {
     if (column.values.empty() || std::isnan(column.values[0])) return;
     for (const double value : column.values)
-        require(std::isnan(value) ||
-                    (column.fields.absmin <= std::fabs(value) && std::fabs(value) <= column.fields.absmax),
+        require(std::isnan(value) || (column.fields.absmin <= std::fabs(value) &&
+                                      std::fabs(value) <= column.fields.absmax),
                 "every magnitude lies between the extremes");
     require(holds(column, column.fields.absmax) || holds(column, -column.fields.absmax),
             "the largest magnitude is that of a value");
@@ -165,7 +170,8 @@ double sum_of(const column_copy &column) {
 }
 
 void check_sum(const column_copy &column) {
-    require(same(column.fields.sum, sum_of(column)), "the sum is that of the values in their order");
+    require(same(column.fields.sum, sum_of(column)),
+            "the sum is that of the values in their order");
 }
 
 void check_mean(const column_copy &column, double sum) {

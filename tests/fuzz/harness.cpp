@@ -1,4 +1,5 @@
-// fuzz/harness.cpp - see harness.h. The wrapped routines are put in the way of the program's calls by the linker.
+// fuzz/harness.cpp - replaces library calls of the program, with the help of the linker, and runs
+// parts of it in a temporary directory.
 #include "harness.h"
 
 #include "records/chart.h"
@@ -28,20 +29,20 @@ struct run_ended {
 struct open_things {
     std::set<utl_line_reader *> lines;
     std::set<FILE *> streams;
-    std::set<void *> memory; // but for blocks of values
+    std::set<void *> memory; // except blocks of values
 };
 
 } // namespace
 
 static bool inside;
-static room here;
+static sandbox current;
 static outcome result;
 static open_things left_open;
 static int64_t reads;
-static int64_t allocations;              // but for blocks of values
-static std::vector<void *> value_blocks; // nodes are given from the last one, in later runs too
+static int64_t allocations;              // except blocks of values
+static std::vector<void *> value_blocks; // nodes come from the last one, in later runs too
 
-// ----- what the linker puts in the way
+// ----- replaced by the linker
 
 extern "C" {
 FILE *__real_fopen(const char *path, const char *mode);
@@ -52,8 +53,8 @@ void __real_free(void *block);
 utl_line_reader *__real__Z14utl_OpenReaderPKc(const char *path);
 void __real__Z15utl_CloseReaderP15utl_line_reader(utl_line_reader *in);
 
-// The fuzzer has files of its own, which it opens outside the room.
-static bool leads_out(const char *path) {
+// The fuzzer has files of its own, which it opens outside the sandbox.
+static bool escapes_sandbox(const char *path) {
     if (!inside) return false;
     if (strncmp(path, "./", 2) == 0) path += 2;
     if (!strchr(path, '/')) return false;
@@ -62,7 +63,7 @@ static bool leads_out(const char *path) {
 }
 
 FILE *__wrap_fopen(const char *path, const char *mode) {
-    if (leads_out(path)) return nullptr;
+    if (escapes_sandbox(path)) return nullptr;
     FILE *stream = __real_fopen(path, mode);
     if (stream && inside) left_open.streams.insert(stream);
     return stream;
@@ -73,15 +74,18 @@ int __wrap_fclose(FILE *stream) {
     return __real_fclose(stream);
 }
 
-int __wrap_open(const char *path, int flags, ...) { return leads_out(path) ? -1 : __real_open(path, flags); }
+int __wrap_open(const char *path, int flags, ...) {
+    return escapes_sandbox(path) ? -1 : __real_open(path, flags);
+}
 
 ssize_t __wrap_read(int file, void *to, size_t size) {
     if (!inside) return __real_read(file, to, size);
-    if (here.bad_read > 0 && ++reads >= here.bad_read) {
+    if (current.bad_read > 0 && ++reads >= current.bad_read) {
         errno = EIO;
         return -1;
     }
-    return __real_read(file, to, here.read_piece > 0 && here.read_piece < size ? here.read_piece : size);
+    return __real_read(
+        file, to, current.read_piece > 0 && current.read_piece < size ? current.read_piece : size);
 }
 
 void __wrap_free(void *block) {
@@ -109,7 +113,7 @@ void __wrap__Z15utl_CloseReaderP15utl_line_reader(utl_line_reader *in) {
 }
 }
 
-// ----- what the program's own doors lead to
+// ----- replacements of system/console
 
 void utl_Quit(int status) { throw run_ended{status}; }
 
@@ -117,7 +121,7 @@ bool utl_RunCommand(const char *command) {
     const std::string_view text = command;
     if (text.starts_with("/bin/ls > crv_temp.tmp ")) {
         FILE *out = __real_fopen("crv_temp.tmp", "w");
-        fwrite(here.listing.data(), 1, here.listing.size(), out);
+        fwrite(current.listing.data(), 1, current.listing.size(), out);
         __real_fclose(out);
     } else if (text == "rm crv_temp.tmp") {
         unlink("crv_temp.tmp");
@@ -132,7 +136,7 @@ static void *give_memory(size_t count, size_t size) {
     void *block = calloc(count, size);
     if (count > 1 && size == sizeof(crv_value)) {
         value_blocks.push_back(block);
-    } else if (++allocations == here.bad_allocation) {
+    } else if (++allocations == current.bad_allocation) {
         __real_free(block);
         errno = ENOMEM;
         return nullptr;
@@ -142,26 +146,26 @@ static void *give_memory(size_t count, size_t size) {
     return block;
 }
 
-// ----- the scratch folder
+// ----- the temporary directory
 
-static std::string folder;
+static std::string directory;
 
-static void remove_folder() {
-    if (chdir("/") == 0) rmdir(folder.c_str());
+static void remove_directory() {
+    if (chdir("/") == 0) rmdir(directory.c_str());
 }
 
-static void enter_folder() {
-    if (!folder.empty()) return;
-    const char *places[] = {"/dev/shm", getenv("TMPDIR"), "/tmp"};
-    for (const char *place : places) {
-        if (!place) continue;
-        folder = std::string(place) + "/crv_fuzz_XXXXXX";
-        if (mkdtemp(folder.data()) && chdir(folder.c_str()) == 0) {
-            atexit(remove_folder);
+static void enter_directory() {
+    if (!directory.empty()) return;
+    const char *parents[] = {"/dev/shm", getenv("TMPDIR"), "/tmp"};
+    for (const char *parent : parents) {
+        if (!parent) continue;
+        directory = std::string(parent) + "/crv_fuzz_XXXXXX";
+        if (mkdtemp(directory.data()) && chdir(directory.c_str()) == 0) {
+            atexit(remove_directory);
             return;
         }
     }
-    require(false, "there is a scratch folder");
+    require(false, "there is a temporary directory");
 }
 
 static void write_file(const std::string &name, const std::string &bytes) {
@@ -181,7 +185,7 @@ static std::string file_bytes(const std::string &name) {
     return bytes;
 }
 
-// Takes all files out of the folder.
+// Moves all files of the directory to the results.
 static void collect_files() {
     DIR *all = opendir(".");
     while (const dirent *entry = readdir(all)) {
@@ -193,10 +197,11 @@ static void collect_files() {
     closedir(all);
 }
 
-// ----- the room
+// ----- the sandbox
 
-static void take_back() {
-    while (!left_open.lines.empty()) __wrap__Z15utl_CloseReaderP15utl_line_reader(*left_open.lines.begin());
+static void release_resources() {
+    while (!left_open.lines.empty())
+        __wrap__Z15utl_CloseReaderP15utl_line_reader(*left_open.lines.begin());
     while (!left_open.streams.empty()) __wrap_fclose(*left_open.streams.begin());
     for (void *block : left_open.memory) __real_free(block);
     left_open.memory.clear();
@@ -213,11 +218,11 @@ static void set_up_tables() {
     for (crv_chart *&chart : crv_charts) chart = nullptr;
 }
 
-outcome run_in_room(const room &room, const std::map<std::string, std::string> &files,
-                    const std::function<void()> &piece) {
-    enter_folder();
+outcome run_sandboxed(const sandbox &box, const std::map<std::string, std::string> &files,
+                      const std::function<void()> &part) {
+    enter_directory();
     set_up_tables();
-    here = room;
+    current = box;
     result = {};
     allocations = 0;
     reads = 0;
@@ -226,13 +231,13 @@ outcome run_in_room(const room &room, const std::map<std::string, std::string> &
     FILE *const streams[] = {stdin, stdout, stderr};
     char *texts[2] = {};
     size_t sizes[2] = {};
-    stdin = fmemopen(here.input.data(), here.input.size(), "r");
+    stdin = fmemopen(current.input.data(), current.input.size(), "r");
     stdout = open_memstream(&texts[0], &sizes[0]);
     stderr = open_memstream(&texts[1], &sizes[1]);
     crv_Calloc = give_memory;
     inside = true;
     try {
-        piece();
+        part();
     } catch (const run_ended &end) {
         result.quit = true;
         result.status = end.status;
@@ -246,7 +251,7 @@ outcome run_in_room(const room &room, const std::map<std::string, std::string> &
     result.out.assign(texts[0], sizes[0]);
     result.err.assign(texts[1], sizes[1]);
     for (char *text : texts) __real_free(text);
-    take_back();
+    release_resources();
     collect_files();
     return result;
 }
@@ -261,7 +266,9 @@ std::string take_text(std::string_view *rest, char separator) {
     return text;
 }
 
-int take_integer(std::string_view *rest, char separator) { return atoi(take_text(rest, separator).c_str()); }
+int take_integer(std::string_view *rest, char separator) {
+    return atoi(take_text(rest, separator).c_str());
+}
 
 double take_number(std::string_view *rest, char separator) {
     return atof(take_text(rest, separator).c_str());

@@ -1,4 +1,5 @@
-// fuzz/lines_target.cpp - lines are those of fgets, in whatever pieces the file arrives, read or passed over.
+// fuzz/lines_target.cpp - lines are those of fgets, in whatever pieces the file arrives, read or
+// passed over.
 //
 // Input: limit, lines to pass between two reads and size of a piece, a line each; then the file.
 #include "harness.h"
@@ -44,13 +45,15 @@ static std::vector<read_line> lines_by_rule(const std::string &bytes, size_t lim
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     std::string_view rest(reinterpret_cast<const char *>(data), size);
-    const auto limit = static_cast<size_t>(1 + static_cast<unsigned>(take_integer(&rest, '\n')) % 2000);
-    const auto passing = static_cast<int64_t>(static_cast<unsigned>(take_integer(&rest, '\n')) % 64);
-    room room;
-    room.read_piece = static_cast<unsigned>(take_integer(&rest, '\n')) % 70000;
+    const auto limit =
+        static_cast<size_t>(1 + static_cast<unsigned>(take_integer(&rest, '\n')) % 2000);
+    const auto passing =
+        static_cast<int64_t>(static_cast<unsigned>(take_integer(&rest, '\n')) % 64);
+    sandbox box;
+    box.read_piece = static_cast<unsigned>(take_integer(&rest, '\n')) % 70000;
     const std::string bytes(rest);
 
-    run_in_room(room, {{"file", bytes}}, [&] {
+    run_sandboxed(box, {{"file", bytes}}, [&] {
         const std::vector<read_line> wanted = lines_by_rule(bytes, limit);
         utl_line_reader *in = utl_OpenReader("file");
         require(in, "a file opens");
@@ -64,7 +67,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
             }
             require(k < wanted.size(), "no line is passed that is not there");
             const utl_line line = utl_ReadLine(in, limit);
-            require(read_line{std::string(line.text), line.status} == wanted[k], "a line is that of fgets");
+            require(read_line{std::string(line.text), line.status} == wanted[k],
+                    "a line is that of fgets");
             require(line.has_lt_or_nul || line.text.find('<') == line.text.npos,
                     "an unmarked line has no mark");
         }

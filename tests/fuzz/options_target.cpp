@@ -1,8 +1,9 @@
-// fuzz/options_target.cpp - whole runs: command line, files, standard input and environment from the fuzzer.
+// fuzz/options_target.cpp - whole runs: command line, files, standard input and environment from
+// the fuzzer.
 //
-// Input, each part up to the character 1: the arguments, a line each; standard input; the printer command, "-" for none;
-// what the host's listing command finds; the allocation that fails, 0 for none; then the request, Madymo, column and
-// frame file a.req, a.mad, a.pos and a.vdr.
+// Input, each part up to the character 1: the arguments, a line each; standard input; the printer
+// command, "-" for none; what the host's listing command finds; the allocation that fails, 0 for
+// none; then the request, Madymo, column and frame file a.req, a.mad, a.pos and a.vdr.
 #include "harness.h"
 
 #include "app/setup.h"
@@ -14,7 +15,7 @@ namespace {
 
 struct run_input {
     std::vector<std::string> arguments;
-    room surroundings;
+    sandbox box;
     std::string printer;
     std::map<std::string, std::string> files;
 };
@@ -33,11 +34,12 @@ static run_input take_input(std::string_view rest) {
     const std::string arguments = take_text(&rest, '\1');
     std::string_view lines = arguments;
     while (!lines.empty()) input.arguments.push_back(take_text(&lines, '\n'));
-    input.surroundings.input = take_bytes(&rest, '\1');
+    input.box.input = take_bytes(&rest, '\1');
     input.printer = take_text(&rest, '\1');
-    input.surroundings.listing = take_bytes(&rest, '\1');
-    input.surroundings.bad_allocation = take_integer(&rest, '\1');
-    for (const char *name : {"a.req", "a.mad", "a.pos", "a.vdr"}) input.files[name] = take_bytes(&rest, '\1');
+    input.box.listing = take_bytes(&rest, '\1');
+    input.box.bad_allocation = take_integer(&rest, '\1');
+    for (const char *name : {"a.req", "a.mad", "a.pos", "a.vdr"})
+        input.files[name] = take_bytes(&rest, '\1');
     return input;
 }
 
@@ -56,10 +58,11 @@ static void run(const run_input &input) {
 }
 
 static bool mentions(const run_input &input, const char *text) {
-    return std::any_of(input.arguments.begin(), input.arguments.end(),
-                       [&](const std::string &argument) { return argument.find(text) != argument.npos; }) ||
-           input.surroundings.listing.find(text) != std::string::npos ||
-           input.surroundings.input.find(text) != std::string::npos ||
+    return std::any_of(
+               input.arguments.begin(), input.arguments.end(),
+               [&](const std::string &argument) { return argument.find(text) != argument.npos; }) ||
+           input.box.listing.find(text) != std::string::npos ||
+           input.box.input.find(text) != std::string::npos ||
            input.printer.find(text) != std::string::npos;
 }
 
@@ -73,7 +76,8 @@ static void check_files_read(const run_input &input, const outcome &result) {
     }
 }
 
-// What was there and not read can only have been replaced by the chart, which was asked for by name.
+// What was there and not read can only have been replaced by the chart, which was asked for by
+// name.
 static void check_other_files(const run_input &input, const outcome &result) {
     for (const auto &[name, bytes] : input.files) {
         const auto file = result.files.find(name);
@@ -93,7 +97,8 @@ static void check_chart(const run_input &input, const outcome &result) {
                     "what is printed is a whole chart");
     }
     require(result.commands.size() <= 1, "a chart is printed once");
-    require(result.commands.empty() || (result.quit && result.status == 1), "a finished chart ends with 1");
+    require(result.commands.empty() || (result.quit && result.status == 1),
+            "a finished chart ends with 1");
 }
 
 // The dump of a chart shows where the record lies.
@@ -109,15 +114,15 @@ static outcome without_address(outcome result) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const run_input input = take_input({reinterpret_cast<const char *>(data), size});
     if (mentions(input, "_temp.tmp")) return 0; // the program's own files
-    const outcome result = run_in_room(input.surroundings, input.files, [&] { run(input); });
+    const outcome result = run_sandboxed(input.box, input.files, [&] { run(input); });
     require(!result.quit || result.status == 0 || result.status == 1, "a run ends with 0 or 1");
     check_files_read(input, result);
     check_other_files(input, result);
     check_chart(input, result);
-    if (input.surroundings.bad_allocation == 0)
+    if (input.box.bad_allocation == 0)
         for (const char *name : {"crv_temp.tmp", "utl_temp.tmp"})
             require(!result.files.contains(name), "no listing is left behind");
-    const outcome again = run_in_room(input.surroundings, input.files, [&] { run(input); });
+    const outcome again = run_sandboxed(input.box, input.files, [&] { run(input); });
     require(without_address(again) == without_address(result), "a second run does the same");
     return 0;
 }

@@ -1,7 +1,7 @@
 // fuzz/table_target.cpp - a table is, byte for byte, what printf would have written.
 //
-// Input: layout, columnize flags and number of columns on a line; title and names of the columns, one a line; then numbers,
-// given to the columns in turn.
+// Input: layout, columnize flags and number of columns on a line; title and names of the columns,
+// one a line; then numbers, given to the columns in turn.
 #include "harness.h"
 
 #include "readers/column_builder.h"
@@ -38,7 +38,8 @@ static table_input take_input(std::string_view rest) {
     input.values.resize(input.columns);
     for (size_t k = 0; !rest.empty(); ++k) {
         const std::string text = take_text(&rest, ' ');
-        if (text != "-") input.values[k % input.columns].push_back(atof(text.c_str())); // "-" is no value
+        if (text != "-")
+            input.values[k % input.columns].push_back(atof(text.c_str())); // "-" is no value
     }
     return input;
 }
@@ -102,24 +103,25 @@ static void print_extreme(std::string *to, size_t columns, double crv_column::*v
 
 static void print_statistics(std::string *to, size_t columns, bool absolute, bool all) {
     print_label(to, columns, "----------- ");
-    print_row(to, columns, [&](const crv_column *column) { print(to, "%-11.11s ", column->colname); });
-    print_extreme(to, columns, &crv_column::min, all ? &crv_column::min_step : nullptr, &crv_column::var1,
-                  "Minimum ^^^ ");
-    print_extreme(to, columns, &crv_column::max, all ? &crv_column::max_step : nullptr, &crv_column::var2,
-                  "Maximum ^^^ ");
+    print_row(to, columns,
+              [&](const crv_column *column) { print(to, "%-11.11s ", column->colname); });
+    print_extreme(to, columns, &crv_column::min, all ? &crv_column::min_step : nullptr,
+                  &crv_column::var1, "Minimum ^^^ ");
+    print_extreme(to, columns, &crv_column::max, all ? &crv_column::max_step : nullptr,
+                  &crv_column::var2, "Maximum ^^^ ");
     if (absolute || all) {
         print_label(to, columns, "----------- ");
-        print_extreme(to, columns, &crv_column::absmin, &crv_column::absmin_step, &crv_column::absmin_time,
-                      "ABSMIN  ^^^ ");
-        print_extreme(to, columns, &crv_column::absmax, &crv_column::absmax_step, &crv_column::absmax_time,
-                      "ABSMAX  ^^^ ");
+        print_extreme(to, columns, &crv_column::absmin, &crv_column::absmin_step,
+                      &crv_column::absmin_time, "ABSMIN  ^^^ ");
+        print_extreme(to, columns, &crv_column::absmax, &crv_column::absmax_step,
+                      &crv_column::absmax_time, "ABSMAX  ^^^ ");
     }
     if (all) {
         print_label(to, columns, "----------- ");
-        print_extreme(to, columns, &crv_column::begin_val, &crv_column::begin_step, &crv_column::begin_time,
-                      "BEGINVal^^^ ");
-        print_extreme(to, columns, &crv_column::end_val, &crv_column::end_step, &crv_column::end_time,
-                      "ENDVal  ^^^ ");
+        print_extreme(to, columns, &crv_column::begin_val, &crv_column::begin_step,
+                      &crv_column::begin_time, "BEGINVal^^^ ");
+        print_extreme(to, columns, &crv_column::end_val, &crv_column::end_step,
+                      &crv_column::end_time, "ENDVal  ^^^ ");
     }
     print_label(to, columns, "----------- ");
     print_row(to, columns,
@@ -152,7 +154,7 @@ static std::string table_by_printf(const table_input &input) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const table_input input = take_input({reinterpret_cast<const char *>(data), size});
     std::string wanted;
-    const outcome result = run_in_room({}, {}, [&] {
+    const outcome result = run_sandboxed({}, {}, [&] {
         fill_columns(input);
         wanted = table_by_printf(input);
         crv_settings.columnize_flags = input.flags;
