@@ -73,11 +73,12 @@ def drawing(command, printed=""):
     return reading("a.req") + CHART + printing(command) + printed + CHART_DONE
 
 
-def draw(box, name="crv.ps", **options):
-    """Draws a chart of a.req, which is to be complete."""
+def draw(box, *name, **options):
+    """Draws a chart of a.req under a name or the default name; it must be complete."""
     box.write("a.req", REQ)
-    result = box.crv("-r", "0,7", "-f", "a.req", "-p", name, **options)
-    box.expect(name, (box.read(name) or b"")[-10:], b"showpage \n")
+    result = box.crv("-r", "0,7", "-f", "a.req", "-p", *name, **options)
+    chart = name[0] if name else "crv.ps"
+    box.expect(chart, (box.read(chart) or b"")[-10:], b"showpage \n")
     return result
 
 
