@@ -29,14 +29,13 @@ import subprocess
 import sys
 import tempfile
 
+from support.sandbox import LPR, SKIPPED
 from windows import wine
 
 HERE = pathlib.Path(__file__).resolve().parent
 CASES = HERE / "cases"
-SHELVES = [HERE / "data", HERE.parent / "examples"]
-LPR = '#!/bin/sh\nfor word in "$@"; do echo "[$word]"; done > printed\n'
+INPUT_DIRS = [HERE / "data", HERE.parent / "examples"]
 TIME_LIMIT = 60
-STATUS_SKIPPED = 77
 
 
 def read(path):
@@ -45,7 +44,7 @@ def read(path):
 
 def fetch_inputs(case, folder):
     for name in read(case / "inputs").decode().split():
-        source = next((shelf / name for shelf in SHELVES if (shelf / name).exists()), None)
+        source = next((directory / name for directory in INPUT_DIRS if (directory / name).exists()), None)
         if not source:
             sys.exit(f"{case}: no input {name}")
         shutil.copyfile(source, folder / name)
@@ -66,21 +65,21 @@ class Native:
     def make_tools(self, folder):
         """Puts crv and lpr into the folder, and returns the environment in which they are found."""
         (folder / "crv").symlink_to(self.program)
-        (folder / "lpr").write_text(LPR)
+        (folder / "lpr").write_text("#!/bin/sh\n" + LPR)
         (folder / "lpr").chmod(0o755)
         return {"PATH": f"{folder}:/usr/bin:/bin", "TZ": "UTC0",
                 "LSAN_OPTIONS": f"suppressions={HERE}/unit/leaks.supp:print_suppressions=0"}
 
     def file_of(self, case, name):
-        """Where the case has what must come out, or its command."""
+        """The file with the command or the expected output of the case."""
         return case / name
 
-    def place_for(self, case, name, data):
-        """Where the case is to have what came out."""
+    def golden_path(self, case, name, data):
+        """The file of the case that --accept writes."""
         return case / name
 
-    def as_text(self, name, data):
-        """Gives what came out as the cases have it."""
+    def normalize(self, name, data):
+        """Output in the form of the expected files."""
         return data
 
     def reason_to_skip(self, name):
@@ -101,8 +100,8 @@ def run(case, system):
                               input=read(case / "stdin"), capture_output=True, timeout=TIME_LIMIT)
         after = snapshot(folder)
         lost = [name for name in before if name not in after]
-        files = {name: system.as_text(name, data) for name, data in after.items() if before.get(name) != data}
-        return (system.as_text("stdout", done.stdout), system.as_text("stderr", done.stderr), done.returncode, files,
+        files = {name: system.normalize(name, data) for name, data in after.items() if before.get(name) != data}
+        return (system.normalize("stdout", done.stdout), system.normalize("stderr", done.stderr), done.returncode, files,
                 lost)
 
 
@@ -137,17 +136,17 @@ def check(case, system):
 def accept(case, system):
     stdout, stderr, status, files, _ = run(case, system)
     for name, data in (("stdout", stdout), ("stderr", stderr), ("status", f"{status}\n".encode() if status else b"")):
-        place = system.place_for(case, name, data)
-        if place and (data or place.name != name):
-            place.write_bytes(data)
-        elif place:
-            place.unlink(missing_ok=True)
-    place = system.place_for(case, "out", files)
-    if not place:
+        path = system.golden_path(case, name, data)
+        if path and (data or path.name != name):
+            path.write_bytes(data)
+        elif path:
+            path.unlink(missing_ok=True)
+    path = system.golden_path(case, "out", files)
+    if not path:
         return
-    shutil.rmtree(place, ignore_errors=True)
+    shutil.rmtree(path, ignore_errors=True)
     for name, data in files.items():
-        target = place / name
+        target = path / name
         target.parent.mkdir(parents=True, exist_ok=True)
         target.write_bytes(data)
 
@@ -179,7 +178,7 @@ def main():
     if not given.accept:
         print(f"{len(names) - failed - skipped} cases passed, {failed} failed" +
               (f", {skipped} skipped" if skipped else ""))
-    sys.exit(1 if failed else STATUS_SKIPPED if skipped == len(names) else 0)
+    sys.exit(1 if failed else SKIPPED if skipped == len(names) else 0)
 
 
 if __name__ == "__main__":

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that a directory of src includes only those below it, and that files begin with their path."""
+"""Each directory of src includes only those of lower layers, and files begin with their path."""
 import pathlib
 import re
 import sys
@@ -7,22 +7,23 @@ import sys
 # The layers, lowest first; directories of one row do not see each other.
 LAYERS = [{"system"}, {"text"}, {"records"}, {"util", "stats"}, {"readers", "postscript"}, {"app"}]
 ALLOWED = {
-    directory: {directory}.union(*LAYERS[:row]) for row, layer in enumerate(LAYERS) for directory in layer
+    directory: {directory}.union(*LAYERS[:row])
+    for row, layer in enumerate(LAYERS) for directory in layer
 }
 
 
 def faults_of(path, src):
     name = path.relative_to(src).as_posix()
-    folder = name.split("/")[0]
+    directory = name.split("/")[0]
     lines = path.read_text().splitlines()
     if not lines[0].startswith(f"// {name} - "):
         yield f"{name}: the first line is not its path and purpose"
     for number, line in enumerate(lines, 1):
         include = re.match(r'#include "([^"/]+)/[^"]+"', line)
         if line.startswith('#include "') and not include:
-            yield f"{name}:{number}: an include without its folder"
-        if include and include.group(1) not in ALLOWED[folder]:
-            yield f"{name}:{number}: {folder} may not include {include.group(1)}"
+            yield f"{name}:{number}: an include without its directory"
+        if include and include.group(1) not in ALLOWED[directory]:
+            yield f"{name}:{number}: {directory} may not include {include.group(1)}"
 
 
 def main():

@@ -202,6 +202,7 @@ def main(program=None, kind=Sandbox, tests=None):
     word = given("-k") or ""
     suite = unittest.TestSuite(kind(test) for test in tests if word in test.__name__)
     result = unittest.TextTestRunner(stream=sys.stdout).run(suite)
-    print(*(f"skipped {test}: {reason}" for test, reason in result.skipped), sep="\n")
+    for test, reason in result.skipped:
+        print(f"skipped {test}: {reason}")
     failed = not result.wasSuccessful() or not result.testsRun
     sys.exit(1 if failed else SKIPPED if result.skipped else 0)

@@ -36,20 +36,22 @@ class Wine:
         self.environment = environment(pathlib.Path(program), wine)
         self.differences = differences()
 
-    def make_tools(self, folder):
-        (folder / "crv").symlink_to(HERE / "crv.sh")
-        (folder / "lpr.bat").write_text(LPR)
-        return {**self.environment, "PATH": f"{folder}:/usr/bin:/bin", "WINEPATH": f"Z:{folder}".replace("/", "\\")}
+    def make_tools(self, directory):
+        (directory / "crv").symlink_to(HERE / "crv.sh")
+        (directory / "lpr.bat").write_text(LPR)
+        return {**self.environment, "PATH": f"{directory}:/usr/bin:/bin",
+                "WINEPATH": f"Z:{directory}".replace("/", "\\")}
 
     def file_of(self, case, name):
         own = case / f"{name}.windows"
         return own if own.exists() else case / name
 
-    def place_for(self, case, name, data):
-        """A file of its own only where it differs."""
+    def golden_path(self, case, name, data):
+        """A file *.windows only where the output differs."""
         own = case / f"{name}.windows"
         if name == "out":
-            usual = {str(p.relative_to(case / name)): p.read_bytes() for p in (case / name).rglob("*") if p.is_file()}
+            usual = {str(p.relative_to(case / name)): p.read_bytes()
+                     for p in (case / name).rglob("*") if p.is_file()}
         else:
             usual = (case / name).read_bytes() if (case / name).exists() else b""
         if data != usual:
@@ -58,9 +60,10 @@ class Wine:
             own.unlink()
         return None
 
-    def as_text(self, name, data):
+    def normalize(self, name, data):
         text = SYSTEM.sub(b"Windows_NT MAJOR.MINOR os-BUILD.wi-BOTH", data.replace(b"\r\n", b"\n"))
-        if pathlib.Path(name).suffix in WRITTEN_BY_THE_PROGRAM and data.count(b"\r\n") != data.count(b"\n"):
+        lines = data.count(b"\n")
+        if pathlib.Path(name).suffix in WRITTEN_BY_THE_PROGRAM and data.count(b"\r\n") != lines:
             return b"Not all line ends are CR LF.\n" + text
         return text
 

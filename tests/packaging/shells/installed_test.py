@@ -7,8 +7,8 @@ import pathlib
 import subprocess
 import sys
 
-import questions
-from shell_on_terminal import sandbox
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2]))
+from support import sandbox  # noqa: E402  (found by the path above)
 
 PATH = sandbox.SYSTEM_PATH
 LOADER = pathlib.Path("/usr/share/bash-completion/bash_completion")
@@ -47,7 +47,7 @@ def test_installed_files_are_found(box):
     share = prefix / "share"
     box.assertEqual([*faults_of(share, box.dir, zsh_directory)], [])
     installed = {path.read_bytes() for path in share.rglob("*") if path.is_file()}
-    for path in (questions.ROOT / "man/crv.1", *(questions.ROOT / "completions").iterdir()):
+    for path in (sandbox.ROOT / "man/crv.1", *(sandbox.ROOT / "completions").iterdir()):
         box.assertIn(path.read_bytes(), installed, path.name)
 
 
