@@ -136,15 +136,15 @@ const faults madymo_file = {{reader_allocations, "    _88-f-fopen", 0},
                             {2, "    _88-e-calloc, data", 0},
                             {1, "    _88-f-calloc", 0}};
 
-TEST_F(allocation, AnyOfARequestRunThatFailsIsReported) {
+TEST_F(allocation, ReportsEachFailureOfRequestRun) {
     check({"-r", "0,7", "-f", "a.req", "-w", "x"}, "", with_chart(request_file), plain_end);
 }
 
-TEST_F(allocation, AnyOfAMadymoRunThatFailsIsReported) {
+TEST_F(allocation, ReportsEachFailureOfMadymoRun) {
     check({"-r", "0,1", "-fm", "a.mad", "-w", "x"}, "", with_chart(madymo_file), plain_end);
 }
 
-TEST_F(allocation, AnyOfAColumnFileRunThatFailsIsReported) {
+TEST_F(allocation, ReportsEachFailureOfColumnRun) {
     check({"-r", "1,2", "-fp", "a.pos", "-w", "x"}, "",
           with_chart({{reader_allocations, "    _94-f-fopen", 0},
                       {2, "    _94-e-calloc, data", 0},
@@ -152,7 +152,7 @@ TEST_F(allocation, AnyOfAColumnFileRunThatFailsIsReported) {
           plain_end);
 }
 
-TEST_F(allocation, AnyOfAFrameFileRunThatFailsIsReported) {
+TEST_F(allocation, ReportsEachFailureOfFrameRun) {
     check({"-r", "0", "-fg", "a.vdr", "-w", "x"}, "",
           with_chart({{reader_allocations, "    _85-f-fopen", 0},
                       {2, "    _85-e-calloc, data", 0},
@@ -160,17 +160,17 @@ TEST_F(allocation, AnyOfAFrameFileRunThatFailsIsReported) {
           plain_end);
 }
 
-TEST_F(allocation, AnyOfAChartThatFailsIsReported) {
+TEST_F(allocation, ReportsEachFailureOfChart) {
     faults table = with_chart(request_file);
     table.push_back({reader_allocations, "    _46-f-fopen read, ", 0});
     check({"-s0", "user.ps", "-r", "0,7", "-f", "a.req", "-p", "c.ps"}, "", table, 1);
 }
 
-TEST_F(allocation, AnyOfAConditionalReportThatFailsIsReported) {
+TEST_F(allocation, ReportsEachFailureOfConditionalReport) {
     check({"-r", "0,7=1", "-f", "a.req"}, "", with_chart(request_file), 0);
 }
 
-TEST_F(allocation, AnyOfAColumnizingRunThatFailsIsReported) {
+TEST_F(allocation, ReportsEachFailureOfColumnizingRun) {
     faults requests = with_chart({{1, "    _35-e-malloc", 0}, {1, "    _35-e-calloc", 0}});
     faults madymo = requests;
     requests.insert(requests.end(), request_file.begin(), request_file.end());
@@ -181,7 +181,7 @@ TEST_F(allocation, AnyOfAColumnizingRunThatFailsIsReported) {
         check({"-r", "0,1", option, "a.mad"}, "", madymo, 0);
 }
 
-TEST_F(allocation, AnyOfPickingOneFileThatFailsIsReported) {
+TEST_F(allocation, ReportsEachFailureOfPickingFile) {
     faults table = with_chart({{reader_allocations, "    _33-e-fopen, utl_lstfile()", 1},
                                {1, "    _33-e-first, malloc", 1},
                                {1, "    _33-e-calloc", 1},
@@ -193,7 +193,7 @@ TEST_F(allocation, AnyOfPickingOneFileThatFailsIsReported) {
 }
 
 // A listing that cannot be opened selects no files; the run then has status 0.
-TEST_F(allocation, AnyOfPickingSeveralFilesThatFailsIsReported) {
+TEST_F(allocation, ReportsEachFailureOfPickingFiles) {
     faults table = with_chart({{reader_allocations, "    _34-e-fopen", 0},
                                {1, "    _34-e-first, malloc", 0},
                                {1, "    _34-e-calloc", 0},
@@ -206,7 +206,7 @@ TEST_F(allocation, AnyOfPickingSeveralFilesThatFailsIsReported) {
     check({"-r", "0,7", "-fa"}, "a\n", table, 0);
 }
 
-TEST_F(allocation, AnyOfATextOrTheLogThatFailsIsReported) {
+TEST_F(allocation, ReportsEachFailureOfOtherRuns) {
     check({"-h"}, "", with_chart({}), 1);
     check({"-u", "-w", "x"}, "", with_chart({}), plain_end);
 }

@@ -22,7 +22,7 @@ class column_file : public reader_test {
 
 const std::string table = "time disp vel\n0.0 1 10\n0.1,2,20\n0.2 3 , 30\n0.3 4 40\n0.4 5 50\n";
 
-TEST_F(column_file, ColumnZeroIsTheRowCountAndOthersAreFields) {
+TEST_F(column_file, ColumnZeroIsRowCount) {
     EXPECT_EQ(read(table, "0,3"), 2);
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 2, 3, 4, 5}));
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{10, 20, 30, 40, 50}));
@@ -38,7 +38,7 @@ TEST_F(column_file, ColumnZeroIsTheRowCountAndOthersAreFields) {
     EXPECT_EQ(err, "");
 }
 
-TEST_F(column_file, LabelsNameTheColumnsAndColumnZeroKeepsRowCount) {
+TEST_F(column_file, LabelsDoNotNameColumnZero) {
     read(table, "3,0,1,2");
     EXPECT_STREQ(crv_columns[0]->colname, "vel");
     EXPECT_STREQ(crv_columns[1]->colname, "Row Count");
@@ -47,20 +47,20 @@ TEST_F(column_file, LabelsNameTheColumnsAndColumnZeroKeepsRowCount) {
     EXPECT_STREQ(crv_columns[0]->coltitle, "");
 }
 
-TEST_F(column_file, WithoutALabelLineDataBeginOnLineOne) {
+TEST_F(column_file, UnlabelledDataBeginOnLineOne) {
     read("1 2\n3 4\n", "0,2", 0);
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{2, 4}));
     EXPECT_STREQ(crv_columns[1]->colname, "Column    2");
     EXPECT_STREQ(crv_columns[0]->colname, "Row Count");
 }
 
-TEST_F(column_file, LinesBeforeTheLabelLineAreSkipped) {
+TEST_F(column_file, LinesBeforeLabelLineAreSkipped) {
     read("one\ntwo\na b\n1 2\n", "2", 3);
     EXPECT_STREQ(crv_columns[0]->colname, "b");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{2}));
 }
 
-TEST_F(column_file, ANegativeLabelLineReadsNoLineAndFindsNoColumns) {
+TEST_F(column_file, NegativeLabelLineFindsNoColumns) {
     EXPECT_EQ(read("1 2\n3 4\n", "1", -3), 0);
     EXPECT_THAT(out, testing::HasSubstr(
                          "has  0 columns.\n%crv_94-f-nocol, Column \"1\" does not exist!\n"));
@@ -68,12 +68,12 @@ TEST_F(column_file, ANegativeLabelLineReadsNoLineAndFindsNoColumns) {
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 2}));
 }
 
-TEST_F(column_file, ALabelLineOfMinusOneLosesNoRow) {
+TEST_F(column_file, LabelLineMinusOneKeepsRows) {
     EXPECT_EQ(read("1 2\n3 4\n", "0", -1), 1);
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 2}));
 }
 
-TEST_F(column_file, TheLastColumnExistsAndTheNextDoesNot) {
+TEST_F(column_file, ColumnAfterLastDoesNotExist) {
     const std::string bytes = "a b c d\n1 2 3 4\n";
     EXPECT_EQ(read(bytes, "4"), 1);
     EXPECT_EQ(read(bytes, "4,5"), 0);
@@ -87,7 +87,7 @@ TEST_F(column_file, TheLastColumnExistsAndTheNextDoesNot) {
     EXPECT_THAT(out, testing::HasSubstr("Column \"4294967295\" does not exist!\n"));
 }
 
-TEST_F(column_file, RowsOutsideTheTimeWindowAreDroppedButCounted) {
+TEST_F(column_file, RowsOutsideTimeWindowAreCounted) {
     crv_settings.time_window[0] = 2;
     crv_settings.time_window[1] = 4;
     read(table, "0,2");
@@ -109,7 +109,7 @@ TEST_F(column_file, RowsOutsideTheTimeWindowAreDroppedButCounted) {
     EXPECT_EQ(err, mean());
 }
 
-TEST_F(column_file, MagnitudesOfNegativeValuesFollowTheSignedComparison) {
+TEST_F(column_file, MagnitudesFollowSignedComparison) {
     read("a\n-5\n-7\n-6\n-9\n-1\n", "1");
     EXPECT_EQ(crv_columns[0]->absmax, 5.0) << "the magnitude of the first value";
     EXPECT_EQ(crv_columns[0]->absmin, 1.0)
@@ -118,7 +118,7 @@ TEST_F(column_file, MagnitudesOfNegativeValuesFollowTheSignedComparison) {
     EXPECT_EQ(crv_columns[0]->max, -1.0);
 }
 
-TEST_F(column_file, StepsTimesBeginAndEndStayZero) {
+TEST_F(column_file, OtherStatisticsStayZero) {
     read(table, "2");
     const crv_column *c = crv_columns[0];
     for (const uint32_t step :
@@ -132,7 +132,7 @@ TEST_F(column_file, StepsTimesBeginAndEndStayZero) {
     EXPECT_EQ(c->absmin, 1.0);
 }
 
-TEST_F(column_file, AShorterRowLeavesAColumnWithoutAValueAndUncounted) {
+TEST_F(column_file, ShortRowAddsNoValue) {
     read("a b\n1 2\n3\n\n5 6\n", "0,1,2");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 2, 3, 4}));
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{1, 3, 5}));
@@ -141,7 +141,7 @@ TEST_F(column_file, AShorterRowLeavesAColumnWithoutAValueAndUncounted) {
     EXPECT_EQ(crv_columns[2]->var2, 3.0);
 }
 
-TEST_F(column_file, ALastRowWithoutItsLineEndIsNotUsed) {
+TEST_F(column_file, UnterminatedLastRowIsIgnored) {
     read("a\n1\n2", "1");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1}));
     EXPECT_THAT(out, testing::HasSubstr("has 1 steps"));
@@ -151,7 +151,7 @@ TEST_F(column_file, ALastRowWithoutItsLineEndIsNotUsed) {
 }
 
 // A read that stops at the limit does not see the end of the file.
-TEST_F(column_file, ALastRowAsLongAsTheLimitIsUsedWithoutItsLineEnd) {
+TEST_F(column_file, UnterminatedRowAtLimitIsUsed) {
     read("a\n1\n" + std::string(1021, ' ') + "2", "1");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1})) << "1,022 characters";
     read("a\n1\n" + std::string(1022, ' ') + "2", "1");
@@ -165,7 +165,7 @@ TEST_F(column_file, AColumnMayBeNamedTwice) {
     EXPECT_EQ(values_of(crv_columns[2]), (numbers{0, 0.1, 0.2, 0.3, 0.4}));
 }
 
-TEST_F(column_file, LabelsAreCutAndADoublePercentIsOne) {
+TEST_F(column_file, LabelsAreCutAndPercentsUnescaped) {
     read("%% 50%% a%b %s%n " + std::string(40, 'l') + "\n1 2 3 4 5\n", "1,2,3,4,5");
     EXPECT_STREQ(crv_columns[0]->colname, "%");
     EXPECT_STREQ(crv_columns[1]->colname, "50%");
@@ -174,13 +174,13 @@ TEST_F(column_file, LabelsAreCutAndADoublePercentIsOne) {
     EXPECT_EQ(crv_columns[4]->colname, std::string(31, 'l'));
 }
 
-TEST_F(column_file, ARowOfMoreThan1022CharactersIsReadAsTwo) {
+TEST_F(column_file, RowOver1022CharactersIsTwo) {
     read("a\n1" + std::string(1021, ' ') + "\n2" + std::string(1100, ' ') + "3\n", "0,1");
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{1, 2, 3}));
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 2, 3}));
 }
 
-TEST_F(column_file, AFileThatEndsBeforeItsFirstRowHasNoColumns) {
+TEST_F(column_file, FileWithoutRowsHasNoColumns) {
     EXPECT_EQ(read("a b c\n", "1"), 0);
     EXPECT_THAT(out, testing::HasSubstr("has  0 columns.\n"));
 }
@@ -205,7 +205,7 @@ TEST_F(column_file, FailuresEndTheProgramWithZero) {
         testing::ExitedWithCode(0), "^    _94-f-calloc: Cannot allocate memory\n$");
 }
 
-TEST_F(column_file, TheRowCountLabelLooksAtTheEntryOfTheSlotNumber) {
+TEST_F(column_file, RowCountLabelReadsSlotEntry) {
     read("1 2\n", "2,0", 0, 1);
     EXPECT_STREQ(crv_columns[1]->colname, "Row Count") << "slot 1 asks entry 1";
     EXPECT_STREQ(crv_columns[2]->colname, "Column    0")

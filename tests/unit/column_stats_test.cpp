@@ -9,7 +9,7 @@ namespace {
 
 using column_stats = fresh_run;
 
-TEST_F(column_stats, OfEqualValuesTheEarliestKeepsTheExtreme) {
+TEST_F(column_stats, FirstOfEqualValuesIsExtreme) {
     crv_column column = {};
     crv_value first = {};
     crv_UpdateMinMax(&column, 3, 1, 0.1, 0.1);
@@ -25,7 +25,7 @@ TEST_F(column_stats, OfEqualValuesTheEarliestKeepsTheExtreme) {
     EXPECT_EQ(column.var2, 0.1);
 }
 
-TEST_F(column_stats, AFirstValueThatIsNoNumberKeepsTheExtremes) {
+TEST_F(column_stats, FirstNanStaysTheExtreme) {
     crv_column column = {};
     crv_value first = {};
     crv_UpdateMinMax(&column, NAN, 1, 0.1, 0.1);
@@ -35,7 +35,7 @@ TEST_F(column_stats, AFirstValueThatIsNoNumberKeepsTheExtremes) {
     EXPECT_TRUE(std::isnan(column.max));
 }
 
-TEST_F(column_stats, TheMeanDividesByTheSignedCount) {
+TEST_F(column_stats, MeanDividesBySignedCount) {
     EXPECT_EQ(crv_MeanOf(6.0, 3), 2.0);
     EXPECT_EQ(crv_MeanOf(6.0, -3), -2.0);
     EXPECT_TRUE(std::isinf(crv_MeanOf(6.0, 0)));

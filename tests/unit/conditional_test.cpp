@@ -39,11 +39,11 @@ TEST_F(conditional, AFallingCrossingIsInterpolated) {
               "27.500000 [a] when [b] = 0.500000, (s = 3, 0.750000) \n");
 }
 
-TEST_F(conditional, AnExactHitGivesTheSecondColumnsValueAtThePointBefore) {
+TEST_F(conditional, ExactHitPrintsPreviousPoint) {
     EXPECT_EQ(report(up, tens, "2"), "10.000000 [a] when [b] = 2.000000, (s = 2, 0.000000) \n");
 }
 
-TEST_F(conditional, AHitAtTheFirstPointGivesItsOwnValue) {
+TEST_F(conditional, HitAtFirstPointPrintsIt) {
     EXPECT_EQ(report(up, tens, "0"), "10.000000 [a] when [b] = 0.000000, (s = 1, 0.000000) \n");
 }
 
@@ -52,20 +52,20 @@ TEST_F(conditional, TheFirstCrossingCounts) {
               "1.250000 [a] when [b] = 1.000000, (s = 2, 0.250000) \n");
 }
 
-TEST_F(conditional, AValueThatIsNotReachedGivesTheNotLine) {
+TEST_F(conditional, UnreachedValuePrintsNot) {
     EXPECT_EQ(report(up, tens, "9"), "NOT! [a] when [b] = 9.000000, (s = -1, -1.000000) \n");
     EXPECT_EQ(report({}, tens, "9"), "NOT! [a] when [b] = 9.000000, (s = -1, -1.000000) \n");
 }
 
-TEST_F(conditional, ACrossingBeyondTheSecondColumnGivesTheNotLine) {
+TEST_F(conditional, CrossingAfterSecondColumnPrintsNot) {
     EXPECT_EQ(report(up, {10}, "3"), "NOT! [a] when [b] = 3.000000, (s = -1, -1.000000) \n");
 }
 
-TEST_F(conditional, TextThatIsNoNumberIsZero) {
+TEST_F(conditional, NonNumericTextIsZero) {
     EXPECT_EQ(report(up, tens, "zero"), "10.000000 [a] when [b] = 0.000000, (s = 1, 0.000000) \n");
 }
 
-TEST_F(conditional, ExtremesOfTheSecondColumnGiveTheFirstColumnsValue) {
+TEST_F(conditional, ExtremesPrintValueOfFirstColumn) {
     const numbers first = {5, 6, 7, 8};
     EXPECT_EQ(report(first, tens, "max"), "7.000000 [a] when [b] = max, (s = 3, t = 0.300000)\n");
     EXPECT_EQ(report(first, tens, "maximum"),
@@ -77,12 +77,12 @@ TEST_F(conditional, ExtremesOfTheSecondColumnGiveTheFirstColumnsValue) {
     EXPECT_EQ(report(first, tens, "amin"), "8.000000 [a] when [b] = amin, (s = 4, t = 0.400000)\n");
 }
 
-TEST_F(conditional, AnUnknownWordPrintsAnEmptyLine) {
+TEST_F(conditional, UnknownWordPrintsEmptyLine) {
     for (const char *word : {"mean", "m", "a", "abs", "am", "mx"})
         EXPECT_EQ(report(up, tens, word), "\n") << word;
 }
 
-TEST_F(conditional, AnExtremeWithoutItsPointGivesTheNotLine) {
+TEST_F(conditional, ExtremeWithoutPointPrintsNot) {
     EXPECT_EQ(report({5, 6}, tens, "max"), "NOT! [a] when [b] = 0.000000, (s = -1, -1.000000) \n");
     crv_ClearColumns();
     add_column(0, {1, 2}, "a");

@@ -13,16 +13,16 @@ std::string answer_to(const std::string &typed, size_t size) {
     return answer;
 }
 
-TEST(Console, AnAnswerIsOneLineWithoutItsEnd) {
+TEST(Console, AnswerIsLineWithoutNewline) {
     EXPECT_EQ(answer_to("yes\nno\n", 64), "yes");
     EXPECT_EQ(answer_to("yes\r\n", 64), "yes");
     EXPECT_EQ(answer_to("a\rb", 64), "a\rb");
     EXPECT_EQ(answer_to("a\r", 64), "a\r");
 }
 
-TEST(Console, TheEndOfInputIsAnEmptyAnswer) { EXPECT_EQ(answer_to("", 64), ""); }
+TEST(Console, EofIsEmptyAnswer) { EXPECT_EQ(answer_to("", 64), ""); }
 
-TEST(Console, TheRestOfALongAnswerIsConsumed) {
+TEST(Console, RestOfLongAnswerIsConsumed) {
     const text_file file("abcdefgh\nnext\n");
     ASSERT_TRUE(freopen(file.path(), "r", stdin));
     char answer[4];
@@ -32,14 +32,14 @@ TEST(Console, TheRestOfALongAnswerIsConsumed) {
     EXPECT_STREQ(answer, "nex");
 }
 
-TEST(Console, ALineWithoutAnEndEndsAfterAMillionCharacters) {
+TEST(Console, UnterminatedAnswerEndsAfterMillionCharacters) {
     ASSERT_TRUE(freopen("/dev/zero", "r", stdin));
     char answer[4] = "new";
     utl_ReadAnswer(answer, sizeof answer);
     EXPECT_STREQ(answer, "");
 }
 
-TEST(Console, WhatWasPrintedIsOutBeforeAnErrorIsReported) {
+TEST(Console, OutputIsFlushedBeforeErrorReport) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     printf("no line end");
@@ -57,6 +57,6 @@ TEST(Console, QuittingEndsWithTheStatus) {
     EXPECT_EXIT(utl_Quit(3), testing::ExitedWithCode(3), "");
 }
 
-TEST(Console, ACommandThatFailsIsNoFault) { EXPECT_TRUE(utl_RunCommand("exit 7")); }
+TEST(Console, FailedCommandIsIgnored) { EXPECT_TRUE(utl_RunCommand("exit 7")); }
 
 } // namespace

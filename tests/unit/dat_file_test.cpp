@@ -83,7 +83,7 @@ const std::string always_last = "----------- \n"
                                 "Mean    ^^^ \n"
                                 "=========== \n";
 
-TEST_F(dat_file, WithoutFlagsTheBlockHasFourteenRowsAndNoSteps) {
+TEST_F(dat_file, DefaultBlockHasFourteenRows) {
     with_statistics(0, "Name");
     EXPECT_EQ(table(1, 2), title + always_first + always_last);
     EXPECT_EQ(out, "%crv_84-i-wri, Writing \"" + folder + "/run.dat\" ...\n\n");
@@ -124,7 +124,7 @@ TEST_F(dat_file, AllWritesAll34Rows) {
     }
 }
 
-TEST_F(dat_file, EveryRowHasACellPerColumn) {
+TEST_F(dat_file, EveryRowHasCellPerColumn) {
     with_statistics(0, "Time (sec) ");
     with_statistics(1, "Displ 1052, X  ");
     const std::string text = table(2, 3);
@@ -146,24 +146,24 @@ TEST_F(dat_file, RowsEndWithTheShortestColumn) {
     EXPECT_EQ(shorter->val_cur->val, 1e100);
 }
 
-TEST_F(dat_file, ColumnsHaveTitleAndValuesButNoStatistics) {
+TEST_F(dat_file, ColumnsLayoutHasNoStatistics) {
     with_statistics(0, "Name");
     EXPECT_EQ(table(1, 1), title + " 1.0000e+00 \n 2.0000e+00 \n");
 }
 
-TEST_F(dat_file, AColumnWithoutValuesGivesNoRows) {
+TEST_F(dat_file, EmptyColumnWritesNoRows) {
     add_column(0, {1, 2});
     add_column(1, {});
     EXPECT_EQ(table(2, 4), "");
 }
 
-TEST_F(dat_file, OnlyTheColumnsAskedForAreWritten) {
+TEST_F(dat_file, OnlySelectedColumnsAreWritten) {
     for (int k = 0; k < 4; ++k) add_column(k, {1.0 * k});
     stdout_of([&] { crv_WriteCols((folder + "/run.req").c_str(), 1, 3, 4); });
     EXPECT_EQ(bytes_of(folder + "/run.dat"), " 1.0000e+00  2.0000e+00 \n");
 }
 
-TEST_F(dat_file, TitlesAreCutAt78AndAtTheirLineEnd) {
+TEST_F(dat_file, TitlesEndAt78OrNewline) {
     crv_column *column = add_column(0, {});
     memset(column->coltitle, 't', 100);
     EXPECT_EQ(table(1, 1), "\n" + std::string(78, 't') + "\n\n\n");
@@ -173,7 +173,7 @@ TEST_F(dat_file, TitlesAreCutAt78AndAtTheirLineEnd) {
     EXPECT_THAT(table(1, 1), testing::StartsWith("\n%s%n "));
 }
 
-TEST_F(dat_file, AnUnknownLayoutMakesAnEmptyFile) {
+TEST_F(dat_file, UnknownLayoutMakesEmptyFile) {
     add_column(0, {1});
     EXPECT_EQ(table(1, 5), "");
     EXPECT_EQ(out, "%crv_84-i-wri, Writing \"" + folder + "/run.dat\" ...\n\n");
@@ -181,7 +181,7 @@ TEST_F(dat_file, AnUnknownLayoutMakesAnEmptyFile) {
     EXPECT_EQ(table(1, 0), "");
 }
 
-TEST_F(dat_file, AnEndNotAboveTheStartMakesNoFile) {
+TEST_F(dat_file, InvalidColumnRangeMakesNoFile) {
     EXPECT_EQ(table(0, 4), "");
     EXPECT_EQ(out, "%crv_84-e-wri, Incorrect startcolum and end column specified!\n");
     EXPECT_NE(access((folder + "/run.dat").c_str(), F_OK), 0);
@@ -213,15 +213,15 @@ TEST_F(dat_file, TheExtensionIsReplaced) {
     EXPECT_EQ(crv_DatPath(std::string(300, 'a') + ".req"), std::string(300, 'a') + ".dat");
 }
 
-TEST_F(dat_file, ABackslashIsNoFolderSeparator) { EXPECT_EQ(crv_DatPath("res.1\\run"), "res.dat"); }
+TEST_F(dat_file, BackslashDoesNotSeparateDirectories) { EXPECT_EQ(crv_DatPath("res.1\\run"), "res.dat"); }
 
-TEST_F(dat_file, AFolderThatDoesNotExistEndsTheProgram) {
+TEST_F(dat_file, MissingDirectoryEndsProgram) {
     add_column(0, {1});
     EXPECT_EXIT(crv_WriteCols("/nowhere/run.req", 0, 1, 4), testing::ExitedWithCode(0),
                 "^ crv_84-f-fopen, in crv_writecols\\(\\) : No such file or directory\n$");
 }
 
-TEST_F(dat_file, TheFileThatIsReadIsNotWrittenOver) {
+TEST_F(dat_file, InputFileIsNotOverwritten) {
     add_column(0, {1});
     const std::string input = folder + "/run.req";
     std::ofstream(input) << "precious";
@@ -236,7 +236,7 @@ TEST_F(dat_file, TheFileThatIsReadIsNotWrittenOver) {
     EXPECT_EQ(bytes_of(input), "precious");
 }
 
-TEST_F(dat_file, AFullDiskIsReportedAndTheDeviceStays) {
+TEST_F(dat_file, FullDiskReportKeepsDevice) {
     add_column(0, std::vector<double>(5000, 1.0));
     ASSERT_EQ(symlink("/dev/full", (folder + "/run.dat").c_str()), 0);
     EXPECT_EXIT(crv_WriteCols((folder + "/run.req").c_str(), 0, 1, 4), testing::ExitedWithCode(0),

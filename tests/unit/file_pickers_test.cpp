@@ -35,7 +35,7 @@ class file_pickers : public fresh_run {
     std::vector<std::string> made;
 };
 
-TEST_F(file_pickers, ANamedFileIsAListOfOne) {
+TEST_F(file_pickers, NamedFileIsListOfOne) {
     crv_file *file = crv_AllocFile("run1.req");
     EXPECT_STREQ(file->name, "run1.req");
     EXPECT_EQ(file->next, nullptr);
@@ -49,7 +49,7 @@ TEST_F(file_pickers, ALongNameIsNotCut) {
     crv_FreeFile(file);
 }
 
-TEST_F(file_pickers, AnEmptyAnswerAsksForANameWhereTypingIsAllowed) {
+TEST_F(file_pickers, EmptyAnswerPromptsForName) {
     make("a.req");
     type("\ntyped name.req\n");
     std::string name;
@@ -100,7 +100,7 @@ TEST_F(file_pickers, EveryWayOfAnswering) {
     }
 }
 
-TEST_F(file_pickers, OneFileIsLeftWithALetterE) {
+TEST_F(file_pickers, LetterESelectsNoFile) {
     make("a.req");
     std::string name;
     for (const char *answer : {"e\n", "E\n", "exit\n"}) {
@@ -118,7 +118,7 @@ TEST_F(file_pickers, OneFileIsLeftWithALetterE) {
     remove("utl_temp.tmp");
 }
 
-TEST_F(file_pickers, AListingDoesNotWriteToWhatStandsInItsPlace) {
+TEST_F(file_pickers, ListingReplacesLinksAndPipes) {
     make("a.req");
     make("precious");
     std::string name;
@@ -140,7 +140,7 @@ TEST_F(file_pickers, AListingDoesNotWriteToWhatStandsInItsPlace) {
     }
 }
 
-TEST_F(file_pickers, ANumberThatWrapsBelowZeroCountsAsZero) {
+TEST_F(file_pickers, NumberWrappingBelowZeroIsZero) {
     make("a.req");
     type("2147483648\n2147483648\n");
     const std::string out = stdout_of([] { EXPECT_EQ(crv_ListFiles("*.req"), nullptr); });
@@ -152,7 +152,7 @@ TEST_F(file_pickers, ANumberThatWrapsBelowZeroCountsAsZero) {
     remove("utl_temp.tmp");
 }
 
-TEST_F(file_pickers, ANameOfMoreThan78CharactersShowsAsSeveral) {
+TEST_F(file_pickers, NameOver78CharactersIsSplit) {
     make(std::string(100, 'n') + ".req");
     type("a\n");
     crv_file *list = nullptr;
@@ -165,7 +165,7 @@ TEST_F(file_pickers, ANameOfMoreThan78CharactersShowsAsSeveral) {
     while (list) list = crv_FreeFile(list);
 }
 
-TEST_F(file_pickers, FoldersAreListedAndHiddenNamesAreNot) {
+TEST_F(file_pickers, DirectoriesAreListedHiddenNamesNot) {
     make("b.req");
     make(".hidden.req");
     mkdir("a.req", 0700);

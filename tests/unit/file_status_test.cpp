@@ -5,7 +5,7 @@
 
 #include <sys/stat.h>
 
-TEST(same_file, AFileIsItselfByEveryNameThatItHas) {
+TEST(same_file, AllNamesAreTheSameFile) {
     const text_file file("one");
     const std::string path = file.path();
     const std::string hard_link = path + ".hard";
@@ -19,13 +19,13 @@ TEST(same_file, AFileIsItselfByEveryNameThatItHas) {
     remove(soft_link.c_str());
 }
 
-TEST(same_file, TwoFilesWithTheSameBytesAreTwo) {
+TEST(same_file, EqualBytesAreDifferentFiles) {
     const text_file one("same");
     const text_file other("same");
     EXPECT_FALSE(utl_IsSameFile(one.path(), other.path()));
 }
 
-TEST(same_file, AFileThatIsNotThereIsNoFileNotEvenItself) {
+TEST(same_file, MissingFileDiffersFromItself) {
     const text_file file("one");
     EXPECT_FALSE(utl_IsSameFile(file.path(), "no-such-file"));
     EXPECT_FALSE(utl_IsSameFile("no-such-file", file.path()));
@@ -33,7 +33,7 @@ TEST(same_file, AFileThatIsNotThereIsNoFileNotEvenItself) {
 }
 
 // The roots of the file systems /proc and /sys have the same inode number on different devices.
-TEST(same_file, OneNumberOnTwoDevicesIsTwoFiles) {
+TEST(same_file, SameInodeOnTwoDevicesDiffers) {
     struct stat processes = {};
     struct stat system = {};
     const bool comparable = stat("/proc", &processes) == 0 && stat("/sys", &system) == 0 &&

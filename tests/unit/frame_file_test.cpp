@@ -21,7 +21,7 @@ class frame_file : public reader_test {
 
 const std::string five = "%D\n1 10\n2,20\n3 , 33\n4 -40\n5.5 50   \n";
 
-TEST_F(frame_file, APointBlockMakesTwoColumnsWithRoundedExtremes) {
+TEST_F(frame_file, PointBlockHasRoundedExtremes) {
     EXPECT_EQ(read("%N\n5\n" + five), 2);
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 2, 3, 4, 5.5}));
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{10, 20, 33, -40, 50}));
@@ -47,7 +47,7 @@ TEST_F(frame_file, BothColumnsAreRounded) {
     EXPECT_EQ(crv_columns[1]->max, 50.0);
 }
 
-TEST_F(frame_file, ARangeOfOneValueIsNeitherReportedNorUsed) {
+TEST_F(frame_file, RangeOfOneValueIsIgnored) {
     read("%N\n5\n%XR\n3\n3\n%YR\n3\n3\n" + five);
     EXPECT_THAT(out, testing::StartsWith("%crv_85-i-dat"));
     EXPECT_EQ(crv_columns[0]->max, 6.0);
@@ -66,12 +66,12 @@ TEST_F(frame_file, TheStyleIsSixteenBitsWide) {
     EXPECT_EQ(chart->style, 300);
 }
 
-TEST_F(frame_file, ALineOf126CharactersIsWhole) {
+TEST_F(frame_file, LineOf126CharactersIsComplete) {
     read("%N\n3\n%D\n1 2" + std::string(120, ' ') + "999\n3 4\n5 6\n");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 3, 5}));
 }
 
-TEST_F(frame_file, AGivenRangeReplacesTheRoundedOne) {
+TEST_F(frame_file, GivenRangeReplacesRoundedRange) {
     read("%N\n5\n%XR\n0\n100\n" + five + "%YR\n-0.5\n7.25\n");
     EXPECT_EQ(crv_columns[0]->min, 0.0);
     EXPECT_EQ(crv_columns[0]->max, 100.0);
@@ -79,14 +79,14 @@ TEST_F(frame_file, AGivenRangeReplacesTheRoundedOne) {
     EXPECT_EQ(crv_columns[1]->max, 7.25);
 }
 
-TEST_F(frame_file, AnImproperRangeIsReportedAndNotUsed) {
+TEST_F(frame_file, ImproperRangeIsReportedAndIgnored) {
     read("%N\n5\n%XR\n5\n1\n%YR\n5\n1\n" + five);
     EXPECT_THAT(out, testing::StartsWith("%crv_85-e-ran, X axis range incorectly specified\n"
                                          "%crv_85-e-ran, Y axis range incorrectly specified\n"));
     EXPECT_EQ(crv_columns[0]->max, 6.0);
 }
 
-TEST_F(frame_file, SetsStyleAndNumberOfPointsAtOnce) {
+TEST_F(frame_file, SSetsStyleAndPointCount) {
     EXPECT_EQ(read("%N\n10\n%S\n3\n" + five), 2);
     EXPECT_EQ(chart->style, 3);
     EXPECT_EQ(crv_columns[0]->numpts, 3);
@@ -105,14 +105,14 @@ TEST_F(frame_file, TextsGoToColumnsAndChart) {
     EXPECT_STREQ(chart->yaxis_ts[1], "");
 }
 
-TEST_F(frame_file, YAFollowedByAnythingElseLabelsTheYColumn) {
+TEST_F(frame_file, OtherYALabelsYColumn) {
     for (const char *directive : {"%YA", "%YAx", "%YA0", "%YA7", "%YA "}) {
         read(std::string(directive) + "\nForce " + directive + "\n");
         EXPECT_EQ(crv_columns[1]->colname, "Force " + std::string(directive) + "\n");
     }
 }
 
-TEST_F(frame_file, TextsAreCutAndNumberedOnesOneCharacterLater) {
+TEST_F(frame_file, NumberedTextsAreOneCharacterLonger) {
     const std::string text(100, 't');
     read("%T\n" + text + "\n%XA\n" + text + "\n%YA\n" + text + "\n%YA1\n" + text + "\n");
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(80, 't'));
@@ -140,7 +140,7 @@ TEST_F(frame_file, FewerThanThreePointsAreRefused) {
     }
 }
 
-TEST_F(frame_file, WithoutABlockTheColumnsStayEmpty) {
+TEST_F(frame_file, MissingBlockLeavesColumnsEmpty) {
     EXPECT_EQ(read("%N\n-5\n"), 2);
     EXPECT_EQ(crv_columns[0]->min, 10.0);
     EXPECT_EQ(crv_columns[0]->max, -10.0);
@@ -149,7 +149,7 @@ TEST_F(frame_file, WithoutABlockTheColumnsStayEmpty) {
               "%crv_85-i-dat, Vandor CRV_FRM_FILE data loaded, number of points = 4294967291 \n");
 }
 
-TEST_F(frame_file, SeveralBlocksAppendAndExtremesGoOnFromTheRoundedOnes) {
+TEST_F(frame_file, LaterBlocksExtendRoundedExtremes) {
     read("%N\n3\n%D\n1.5 1\n2.5 2\n2.5 3\n%D\n2.9 4\n1.2 5\n2 6\n");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1.5, 2.5, 2.5, 2.9, 1.2, 2}));
     EXPECT_EQ(crv_columns[0]->min, 1.0);
@@ -157,20 +157,20 @@ TEST_F(frame_file, SeveralBlocksAppendAndExtremesGoOnFromTheRoundedOnes) {
     EXPECT_EQ(crv_columns[0]->mean, (1.5 + 2.5 + 2.5 + 2.9 + 1.2 + 2) / 6);
 }
 
-TEST_F(frame_file, ABlockThatTheFileCutsShortEndsThere) {
+TEST_F(frame_file, EofEndsIncompleteBlock) {
     EXPECT_EQ(read("%N\n9\n" + five), 2);
     EXPECT_EQ(crv_columns[0]->numpts, 5);
     EXPECT_EQ(err, "%crv_85-w-cut, \"" + path + "\" ends after 5 of 9 data points\n");
     EXPECT_EQ(crv_columns[0]->max, 6.0);
 }
 
-TEST_F(frame_file, ALastLineWithoutItsEndIsUsed) {
+TEST_F(frame_file, UnterminatedLastLineIsUsed) {
     EXPECT_EQ(read("%N\n3\n%D\n1 2\n3 4\n5 6"), 2);
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{2, 4, 6}));
     EXPECT_EQ(err, "");
 }
 
-TEST_F(frame_file, MissingNumbersReadAsZeroWithOneWarning) {
+TEST_F(frame_file, MissingNumbersAreZeroWithWarning) {
     read("%N\n3\n%D\n1 2\n3\n\n");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 3, 0}));
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{2, 0, 0}));
@@ -178,12 +178,12 @@ TEST_F(frame_file, MissingNumbersReadAsZeroWithOneWarning) {
               "%crv_85-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 5\n");
 }
 
-TEST_F(frame_file, ALineOfMoreThan126CharactersIsReadInPieces) {
+TEST_F(frame_file, LineOver126CharactersIsSplit) {
     read("%N\n3\n%D\n1 2" + std::string(124, ' ') + "8 9\n3 4\n");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{1, 8, 3}));
 }
 
-TEST_F(frame_file, ColumnsBeginAtTheFirstFreeSlotAndNothingIsScreened) {
+TEST_F(frame_file, ColumnsBeginAtFirstFreeSlot) {
     crv_settings.time_window[1] = -100;
     read("%N\n5\n" + five, 4);
     EXPECT_EQ(crv_columns[0], nullptr);

@@ -43,16 +43,16 @@ std::string date_text(int kind, size_t size = 64) {
     return buffer;
 }
 
-TEST_F(identity, KindZeroCountsItsYearFrom1900) { EXPECT_EQ(date_text(0), "12-10-107"); }
+TEST_F(identity, KindZeroCountsYearsFrom1900) { EXPECT_EQ(date_text(0), "12-10-107"); }
 
-TEST_F(identity, KindsOneToFourJoinDateAndTime) {
+TEST_F(identity, OtherKindsJoinDateAndTime) {
     EXPECT_EQ(date_text(1), "12-10-107 10:05");
     EXPECT_EQ(date_text(2), "12-10-2007 10:05");
     EXPECT_EQ(date_text(3), "2007-12-10 10:05");
     EXPECT_EQ(date_text(4), "2007-12-10 10:05:7");
 }
 
-TEST_F(identity, KindFiveHasSecondsWithoutAZeroAndTheOffset) {
+TEST_F(identity, KindFiveHasSecondsAndOffset) {
     zone("ABC-1");
     EXPECT_EQ(date_text(5), "2007-12-10 10:05:7 +0100");
 }
@@ -61,12 +61,12 @@ TEST_F(identity, OtherKindsAreTheLongDate) {
     for (const int kind : {-1, 6, 99}) EXPECT_EQ(date_text(kind), "12-10-2007 10:05");
 }
 
-TEST_F(identity, ABufferOfNKeepsNMinusOneCharacters) {
+TEST_F(identity, BufferIsFilledButOneCharacter) {
     EXPECT_EQ(date_text(4, 5), "2007");
     EXPECT_EQ(date_text(4, 1), "");
 }
 
-TEST_F(identity, WithoutATimeTheCurrentOneIsUsed) {
+TEST_F(identity, MissingTimeIsCurrentTime) {
     const time_t before = time(nullptr);
     char text[64], wanted_before[64], wanted_after[64];
     utl_DateText(nullptr, 4, text, sizeof text, 0);
@@ -78,7 +78,7 @@ TEST_F(identity, WithoutATimeTheCurrentOneIsUsed) {
     EXPECT_TRUE(strcmp(text, wanted_before) == 0 || strcmp(text, wanted_after) == 0) << text;
 }
 
-TEST_F(identity, Level23TracesThePiecesAndTheResult) {
+TEST_F(identity, Level23TracesPartsAndResult) {
     const struct tm when = december();
     char buffer[64];
     EXPECT_EQ(stdout_of([&] { utl_DateText(&when, 4, buffer, sizeof buffer, 23); }),
@@ -101,12 +101,12 @@ TEST_F(identity, OffsetsAreHoursAndMinutes) {
 
 // In this zone daylight saving time lasts all year: it applies to both times whose difference is
 // the offset.
-TEST_F(identity, TheOffsetInSummerIsThatOfSummer) {
+TEST_F(identity, SummerDateHasSummerOffset) {
     zone("WIN-1SUM-2,0/0,J365/25");
     EXPECT_EQ(offset(), "+0200");
 }
 
-TEST_F(identity, AnOffsetBetweenMinusOneHourAndZeroHasNoMinus) {
+TEST_F(identity, OffsetOfMinutesHasNoMinus) {
     zone("ABC0:30");
     EXPECT_EQ(offset(), "+0030");
 }
@@ -122,7 +122,7 @@ TEST_F(identity, TheOffsetTracesBothTimes) {
             "%utl_23-i-val, Loc = [0-9]{4}-[0-9][0-9]-[0-9][0-9] [0-9][0-9]:[0-9][0-9] \\+0200\n"));
 }
 
-TEST_F(identity, TheTracedTimesAreThoseOfTheClock) {
+TEST_F(identity, TracedTimesComeFromClock) {
     zone("ABC-2");
     char buffer[16], gmt[64], local[64];
     std::string shown;
@@ -137,7 +137,7 @@ TEST_F(identity, TheTracedTimesAreThoseOfTheClock) {
     EXPECT_EQ(shown, std::string(gmt) + local);
 }
 
-TEST_F(identity, TheDateTracesItsOffsetAtAnyLevelButZero) {
+TEST_F(identity, AnyLevelTracesOffsetOfDate) {
     const struct tm when = december();
     char buffer[64];
     EXPECT_THAT(stdout_of([&] { utl_DateText(&when, 5, buffer, sizeof buffer, 5); }),

@@ -56,7 +56,7 @@ std::vector<read_line> lines_by_fgets(const std::string &bytes, size_t limit) {
 
 using lines = std::vector<read_line>;
 
-TEST(LineReader, ALineEndIsNotPartOfTheText) {
+TEST(LineReader, NewlineIsNotPartOfText) {
     EXPECT_EQ(lines_of("ab\n\nc\n", 126), (lines{{"ab", utl_line_status::newline},
                                                  {"", utl_line_status::newline},
                                                  {"c", utl_line_status::newline},
@@ -67,13 +67,13 @@ TEST(LineReader, AnEmptyFileHasNothing) {
     EXPECT_EQ(lines_of("", 126), (lines{{"", utl_line_status::eof}}));
 }
 
-TEST(LineReader, ALastLineWithoutItsEndMeetsTheFileEnd) {
+TEST(LineReader, UnterminatedLastLineIsReported) {
     EXPECT_EQ(lines_of("ab\ncd", 126), (lines{{"ab", utl_line_status::newline},
                                               {"cd", utl_line_status::unterminated},
                                               {"", utl_line_status::eof}}));
 }
 
-TEST(LineReader, ALineLongerThanTheLimitComesInPieces) {
+TEST(LineReader, LongLineIsReturnedInParts) {
     EXPECT_EQ(lines_of("abcdefg\n", 4), (lines{{"abcd", utl_line_status::partial},
                                                {"efg", utl_line_status::newline},
                                                {"", utl_line_status::eof}}));
@@ -87,12 +87,12 @@ TEST(LineReader, TheLimitCountsTheLineEnd) {
                                             {"", utl_line_status::eof}}));
 }
 
-TEST(LineReader, ALineOfExactlyTheLimitAtTheVeryEndIsNotTheFileEnd) {
+TEST(LineReader, UnterminatedLineAtLimitIsPartial) {
     EXPECT_EQ(lines_of("abcd", 4),
               (lines{{"abcd", utl_line_status::partial}, {"", utl_line_status::eof}}));
 }
 
-TEST(LineReader, ACrBeforeTheLineEndIsDroppedAndDoesNotCount) {
+TEST(LineReader, CrBeforeNewlineDoesNotCount) {
     EXPECT_EQ(lines_of("abc\r\nde\r\n", 4), (lines{{"abc", utl_line_status::newline},
                                                    {"de", utl_line_status::newline},
                                                    {"", utl_line_status::eof}}));
@@ -110,7 +110,7 @@ TEST(LineReader, ACrElsewhereIsText) {
               (lines{{"ab\r", utl_line_status::unterminated}, {"", utl_line_status::eof}}));
 }
 
-TEST(LineReader, ANulEndsTheTextButNotTheLine) {
+TEST(LineReader, NulEndsTextNotLine) {
     EXPECT_EQ(lines_of(std::string("ab\0cd\ne\n", 8), 126), (lines{{"ab", utl_line_status::newline},
                                                                    {"e", utl_line_status::newline},
                                                                    {"", utl_line_status::eof}}));
@@ -202,19 +202,19 @@ TEST(LineReader, AFolderDoesNotOpen) {
 }
 
 #ifndef _WIN32
-TEST(LineReader, ADeviceThatMayNeverEndDoesNotOpen) {
+TEST(LineReader, UnboundedDeviceDoesNotOpen) {
     EXPECT_EQ(utl_OpenReader("/dev/zero"), nullptr);
     EXPECT_EQ(errno, ENOTSUP);
 }
 
-TEST(LineReader, AnEmptyDeviceIsAnEmptyFile) {
+TEST(LineReader, EmptyDeviceIsEmptyFile) {
     utl_line_reader *in = utl_OpenReader("/dev/null");
     ASSERT_NE(in, nullptr);
     EXPECT_EQ(utl_ReadLine(in, 126).status, utl_line_status::eof);
     utl_CloseReader(in);
 }
 
-TEST(LineReader, APipeIsReadToItsEnd) {
+TEST(LineReader, PipeIsReadToEof) {
     const std::string path = testing::TempDir() + "crv_unit_pipe_" + std::to_string(getpid());
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     std::thread writer([&] {

@@ -19,7 +19,7 @@ std::string random_text(std::mt19937_64 *random, size_t length, size_t rarity) {
     return text + std::string("<\n\0<\n\0<\n\0<\n\0<\n\0<\n", utl_scan_padding);
 }
 
-TEST(LineScan, FindsTheLineEndAndWhetherAMarkStandsBeforeIt) {
+TEST(LineScan, FindsNewlineAndMarks) {
     const std::string text =
         "plain\nwith < mark\n" + std::string(1, '\0') + "\nrest" + std::string(16, 'x');
     utl_line_scan line = utl_ScanLineScalar(text.data(), 24);
@@ -37,7 +37,7 @@ TEST(LineScan, FindsTheLineEndAndWhetherAMarkStandsBeforeIt) {
     EXPECT_FALSE(line.ended);
 }
 
-TEST(LineScan, SkipsWholeLinesUpToOneThatNeedsALook) {
+TEST(LineScan, SkipsLinesWithoutMarks) {
     const std::string text = "one\ntwo\na<b\nfour\n" + std::string(16, 'x');
     EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 100, 1).lines, 1U);
     EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 100, 1).length, 4U);
@@ -49,7 +49,7 @@ TEST(LineScan, SkipsWholeLinesUpToOneThatNeedsALook) {
         << "stops before a line of the limit";
 }
 
-TEST(LineScan, TheVectorFormScansAsThePlainOne) {
+TEST(LineScan, VectorFormScansLikeScalarForm) {
     std::mt19937_64 random(16);
     for (int round = 0; round < 30000; ++round) {
         const size_t most = random() % 80;
@@ -62,7 +62,7 @@ TEST(LineScan, TheVectorFormScansAsThePlainOne) {
     }
 }
 
-TEST(LineScan, TheVectorFormSkipsAsThePlainOne) {
+TEST(LineScan, VectorFormSkipsLikeScalarForm) {
     std::mt19937_64 random(17);
     for (int round = 0; round < 30000; ++round) {
         const size_t length = random() % 300;

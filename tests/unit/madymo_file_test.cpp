@@ -32,7 +32,7 @@ std::string steps(const numbers &times) {
     return text;
 }
 
-TEST_F(madymo_file, ARequestIsNamedByItsPlaceAndItemsByTheirs) {
+TEST_F(madymo_file, PositionNamesRequestsAndItems) {
     EXPECT_EQ(read(head + steps({0, 0.5}), "0,2:3,1"), 3);
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{0, 0.5}));
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{30, 30}));
@@ -46,18 +46,18 @@ TEST_F(madymo_file, ARequestIsNamedByItsPlaceAndItemsByTheirs) {
     EXPECT_EQ(err, "");
 }
 
-TEST_F(madymo_file, ColumnsBeginAtTheFirstFreeSlot) {
+TEST_F(madymo_file, ColumnsBeginAtFirstFreeSlot) {
     EXPECT_EQ(read(head + steps({0}), "0,2", 7), 2);
     EXPECT_EQ(crv_columns[6], nullptr);
     EXPECT_EQ(values_of(crv_columns[8]), (numbers{-10}));
 }
 
-TEST_F(madymo_file, AShortNameEndsWithItsLine) {
+TEST_F(madymo_file, ShortNameEndsWithLine) {
     read(head + steps({0}), "3:2");
     EXPECT_STREQ(crv_columns[0]->colname, "PELVIS, R 3, C 2 ");
 }
 
-TEST_F(madymo_file, ItemsFrom14OnAreLabelledWithQuestionMarks) {
+TEST_F(madymo_file, ItemsFrom14HaveQuestionMarks) {
     read(head + steps({0}), "3:13,3:14");
     EXPECT_STREQ(crv_columns[0]->colname, "PELVIS, R 3, C 13");
     EXPECT_STREQ(crv_columns[1]->colname, "PELVIS, R 3, C ??");
@@ -70,7 +70,7 @@ TEST_F(madymo_file, ItemZeroIsTheTime) {
     EXPECT_STREQ(crv_columns[0]->colname, "PELVIS, R 3, C T ");
 }
 
-TEST_F(madymo_file, Item31IsTheLastAndItem32EndsTheProgram) {
+TEST_F(madymo_file, Item32EndsProgram) {
     std::string line;
     for (int k = 1; k <= 32; ++k) line += std::to_string(k) + " ";
     const std::string bytes = "t\n\n1 0\nname\n0\n" + line + "\n";
@@ -103,7 +103,7 @@ TEST_F(madymo_file, StatisticsComeWithoutStepsAndTimes) {
         EXPECT_EQ(time, 0.0);
 }
 
-TEST_F(madymo_file, OnlyKeptValuesCountAndXIsNotScreened) {
+TEST_F(madymo_file, OnlyStoredValuesCount) {
     crv_settings.time_window[0] = 0.5;
     crv_settings.x_filter[0] = 0;
     crv_settings.x_filter[1] = 1;
@@ -113,19 +113,19 @@ TEST_F(madymo_file, OnlyKeptValuesCountAndXIsNotScreened) {
     EXPECT_THAT(out, testing::HasSubstr("has 3 steps"));
 }
 
-TEST_F(madymo_file, AMeanOfNoValuesDividesByZero) {
+TEST_F(madymo_file, MeanWithoutValuesDividesByZero) {
     EXPECT_EQ(read(head, "1"), 1);
     EXPECT_TRUE(std::isnan(crv_columns[0]->mean));
 }
 
-TEST_F(madymo_file, ARequestThatIsNotThereReturnsZero) {
+TEST_F(madymo_file, MissingRequestReturnsZero) {
     EXPECT_EQ(read(head + steps({0}), "0,4"), 0);
     EXPECT_EQ(out, "%crv_88-i-wor, Reading \"" + path +
                        "\" ...\n%crv_88-e-mis, Request \"4\" not found! \n");
     EXPECT_EQ(crv_columns[0], nullptr);
 }
 
-TEST_F(madymo_file, AThirdLineWithoutTwoNumbersIsComplainedOfAndReadingGoesOn) {
+TEST_F(madymo_file, WrongCountsDoNotStopReading) {
     EXPECT_EQ(read("t\n\n1\nname\n0\n5\n", "1"), 1);
     EXPECT_EQ(out, "%crv_88-i-wor, Reading \"" + path +
                        "\" ...\n"
@@ -141,13 +141,13 @@ TEST_F(madymo_file, AThirdLineWithoutTwoNumbersIsComplainedOfAndReadingGoesOn) {
     EXPECT_THAT(out, testing::HasSubstr("%crv_xx-e-num")) << "a comma does not separate these two";
 }
 
-TEST_F(madymo_file, ANegativeNumberOfRequestsEndsTheProgram) {
+TEST_F(madymo_file, NegativeRequestCountEndsProgram) {
     EXPECT_EXIT(crv_ReadMad(text_file("t\n\n-1 0\n").path(), crv_ParseSel("0", 0)),
                 testing::ExitedWithCode(0),
                 "^%crv_88-f-num, Number of requests \\(-1\\) on line 3 of \".*\" is below 0\n$");
 }
 
-TEST_F(madymo_file, ANegativeNumberOfDescriptionsSkipsNothing) {
+TEST_F(madymo_file, NegativeDescriptionCountSkipsNothing) {
     EXPECT_EQ(read("t\n\n1 -3\nname\n0\n5\n", "1"), 1);
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{5}));
 }
@@ -158,7 +158,7 @@ TEST_F(madymo_file, HugeCountsAreNotWaitedFor) {
     EXPECT_STREQ(crv_columns[0]->colname, ", R 2147483647, C 1 ");
 }
 
-TEST_F(madymo_file, ALastLineWithoutItsEndEndsTheProgramAsTooLong) {
+TEST_F(madymo_file, UnterminatedLastLineIsTooLong) {
     std::string bytes = head + steps({0});
     bytes.pop_back();
     EXPECT_EXIT(crv_ReadMad(text_file(bytes).path(), crv_ParseSel("1", 0)),
@@ -166,7 +166,7 @@ TEST_F(madymo_file, ALastLineWithoutItsEndEndsTheProgramAsTooLong) {
                 "^\n%crv_88-f-lon, Current records are too long in \".*\"\n$");
 }
 
-TEST_F(madymo_file, ADataLineOfMoreThan509CharactersEndsTheProgram) {
+TEST_F(madymo_file, LineOver509CharactersEndsProgram) {
     const std::string start = "t\n\n1 0\nname\n0\n";
     EXPECT_EQ(read(start + "5" + std::string(508, ' ') + "\n", "1"), 1);
     EXPECT_EXIT(crv_ReadMad(text_file(start + "5" + std::string(509, ' ') + "\n").path(),
@@ -174,26 +174,26 @@ TEST_F(madymo_file, ADataLineOfMoreThan509CharactersEndsTheProgram) {
                 testing::ExitedWithCode(0), "Current records are too long");
 }
 
-TEST_F(madymo_file, AFileThatEndsWithinAStepGivesWhatItHas) {
+TEST_F(madymo_file, IncompleteStepKeepsItsValues) {
     EXPECT_EQ(read(head + steps({0}) + "1\n11 2 3\n", "1,2"), 2);
     EXPECT_EQ(crv_columns[0]->numpts, 2);
     EXPECT_EQ(crv_columns[1]->numpts, 1);
     EXPECT_THAT(out, testing::HasSubstr("has 1 steps"));
 }
 
-TEST_F(madymo_file, MissingNumbersReadAsZeroWithOneWarning) {
+TEST_F(madymo_file, MissingNumbersAreZeroWithWarning) {
     read("t\n\n1 0\nname\n0\n5\n1\n6\n", "1:2");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{0, 0}));
     EXPECT_EQ(err,
               "%crv_88-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 6\n");
 }
 
-TEST_F(madymo_file, SeveralResultSetsAreNotLookedFor) {
+TEST_F(madymo_file, SeveralResultSetsAreAccepted) {
     EXPECT_EQ(read("t\n\n1 0\nname\n0\n5 <++>\n", "1"), 1);
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{5}));
 }
 
-TEST_F(madymo_file, TheTitleIsLineOneCutAt79) {
+TEST_F(madymo_file, TitleIsCutAt79) {
     read(std::string(100, 't') + "\n\n0 0\n0\n", "0");
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(79, 't'));
     read("Padded" + std::string(90, ' ') + "\n\n0 0\n0\n", "0");
@@ -229,7 +229,7 @@ TEST_F(madymo_file, FailuresEndTheProgramWithZero) {
         testing::ExitedWithCode(0), "^    _88-f-calloc: Cannot allocate memory\n$");
 }
 
-TEST_F(madymo_file, TheProvisionalLabelLooksAtTheEntryOfTheSlotNumber) {
+TEST_F(madymo_file, ProvisionalLabelReadsSlotEntry) {
     crv_DBG = 88;
     read(head + steps({0}), "1:2,0", 1);
     EXPECT_THAT(out, testing::HasSubstr("name = Time, max = 2.000000, min = 2.000000 \n"));

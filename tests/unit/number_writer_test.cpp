@@ -25,7 +25,7 @@ std::string printed(double value) {
     return text;
 }
 
-TEST(NumberText, SpecialValuesAreWrittenAsByPrintf) {
+TEST(NumberText, WritesSpecialValuesLikePrintf) {
     for (const double value : {0.0,
                                -0.0,
                                1.0,
@@ -68,7 +68,7 @@ TEST(NumberText, SpecialValuesAreWrittenAsByPrintf) {
             EXPECT_EQ(exp11(near), printed(near));
 }
 
-TEST(NumberText, RandomBitsAreWrittenAsByPrintf) {
+TEST(NumberText, WritesRandomBitsLikePrintf) {
     std::mt19937_64 random(11);
     for (int round = 0; round < 200000; ++round) {
         const auto value = std::bit_cast<double>(static_cast<uint64_t>(random()));
@@ -76,7 +76,7 @@ TEST(NumberText, RandomBitsAreWrittenAsByPrintf) {
     }
 }
 
-TEST(NumberText, OrdinaryValuesAreWrittenAsByPrintf) {
+TEST(NumberText, WritesOrdinaryValuesLikePrintf) {
     std::mt19937_64 random(12);
     std::uniform_real_distribution<double> mantissa(-10.0, 10.0);
     for (int round = 0; round < 200000; ++round) {
@@ -86,7 +86,7 @@ TEST(NumberText, OrdinaryValuesAreWrittenAsByPrintf) {
     }
 }
 
-TEST(NumberText, ValuesInTheMiddleAreWrittenAsByPrintf) {
+TEST(NumberText, WritesTiesLikePrintf) {
     // Exact ties at the fifth digit, and the values next to them.
     for (int digits = 10000; digits < 100000; digits += 7) {
         for (const double scale : {1e-3, 1.0, 1e3, 0x1p-10, 0x1p20}) {
@@ -98,7 +98,7 @@ TEST(NumberText, ValuesInTheMiddleAreWrittenAsByPrintf) {
     }
 }
 
-TEST(NumberText, UnsignedNumbersAreWrittenAsByPrintf) {
+TEST(NumberText, WritesUnsignedNumbersLikePrintf) {
     for (const unsigned value :
          {0U, 9U, 10U, 99U, 100U, 735U, 999U, 1000U, 4294967295U, 2147483648U}) {
         char text[utl_max_number_chars];

@@ -75,7 +75,7 @@ TEST(Balance, ABackslashDoesNotExempt) {
     EXPECT_EQ(stderr_of([] { crv_ChkBal("\\("); }), parens + "    _47-e-bal,  \"\\(\"\n");
 }
 
-TEST(Balance, OneUnmatchedBraceGivesOnlyTheBraceMessages) {
+TEST(Balance, UnmatchedBraceGivesBraceMessagesOnly) {
     EXPECT_EQ(stderr_of([] { crv_ChkBal("a}"); }), braces + "    _47-e-bal,  \"a}\"\n");
 }
 
@@ -86,7 +86,7 @@ TEST(Balance, BothGiveBothParensFirst) {
 
 // ----- preamble
 
-TEST_F(sections, StoriesStandInThePreambleAsTheyAre) {
+TEST_F(sections, PreambleHasStoriesUnchanged) {
     strcpy(chart->story_ts[1], "a(b");
     strcpy(chart->story_ts[2], "50%s");
     const std::string path =
@@ -103,7 +103,7 @@ TEST_F(sections, StoriesStandInThePreambleAsTheyAre) {
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 126);
 }
 
-TEST_F(sections, EveryStoryOfThePreambleIsCheckedForBalance) {
+TEST_F(sections, EveryStoryIsCheckedForBalance) {
     for (const int number : {1, 2, 3}) {
         for (auto &story : chart->story_ts) strcpy(story, "");
         strcpy(chart->story_ts[number], "({");
@@ -115,14 +115,14 @@ TEST_F(sections, EveryStoryOfThePreambleIsCheckedForBalance) {
     }
 }
 
-TEST_F(sections, AChartThatCannotBeOpenedEndsTheProgram) {
+TEST_F(sections, UnwritableChartEndsProgram) {
     EXPECT_EXIT(crv_PlotHead("/nowhere/at/all/crv.ps", chart), testing::ExitedWithCode(0),
                 "^    _41-e-fopen: No such file or directory\n$");
 }
 
 // ----- line styles
 
-TEST_F(sections, TheLegendProcedureHasARowPerCurveAndTheFontSizeGiven) {
+TEST_F(sections, LegendProcedureHasRowPerCurve) {
     add_curves(6);
     const std::string text =
         written_by([&](FILE *stream) { crv_PlotTxt(stream, 1, 2, 3, 4, 10, chart); });
@@ -167,7 +167,7 @@ TEST_F(sections, TheLegendProcedureHasARowPerCurveAndTheFontSizeGiven) {
               "\n");
 }
 
-TEST_F(sections, WithoutCurvesTheLegendProcedureDrawsNothing) {
+TEST_F(sections, LegendProcedureWithoutCurvesIsEmpty) {
     const std::string text =
         written_by([&](FILE *stream) { crv_PlotTxt(stream, 1, 2, 3, 4, 12, chart); });
     EXPECT_THAT(text, testing::HasSubstr("/Helvetica findfont 12 scalefont setfont \n"));
@@ -175,7 +175,7 @@ TEST_F(sections, WithoutCurvesTheLegendProcedureDrawsNothing) {
                           "  /y_cur y_loc charsize sub def\n  0 0 0 setrgbcolor \n} def \n"));
 }
 
-TEST_F(sections, AnUnbalancedNameIsReportedAndWrittenAllTheSame) {
+TEST_F(sections, UnbalancedNameIsReportedAndWritten) {
     add_column(0, {1});
     add_column(1, {1}, "a(b");
     chart->num_curves = 1;
@@ -189,7 +189,7 @@ TEST_F(sections, AnUnbalancedNameIsReportedAndWrittenAllTheSame) {
 
 // ----- curves
 
-TEST_F(sections, ARangeOfExactly0_0005CountsAsZero) {
+TEST_F(sections, RangeOf0_0005IsZero) {
     add_curves(1);
     chart->xminmax[1] = 0.0005;
     EXPECT_EQ(data_section(), "");
@@ -206,7 +206,7 @@ TEST_F(sections, ARangeOfExactly0_0005CountsAsZero) {
     EXPECT_NE(data_section(), "");
 }
 
-TEST_F(sections, WithoutCurvesOnlyTheHeadIsWritten) {
+TEST_F(sections, MissingCurvesLeaveOnlyHead) {
     add_curves(0);
     EXPECT_EQ(data_section(), "%% --- Begin drawing chart data  -- (crv_ module [[44]]) ---\n"
                               "/Helvetica findfont 10 scalefont setfont \n");
@@ -252,7 +252,7 @@ TEST_F(sections, OneCurveWritesTheWholeSection) {
     EXPECT_EQ(out, "");
 }
 
-TEST_F(sections, FiveDecimalsWhenTheUpperBoundIsAtMost0_05) {
+TEST_F(sections, FiveDecimalsUpTo0_05) {
     add_curves(1);
     chart->xminmax[0] = -1;
     chart->xminmax[1] = 0.05;
@@ -266,20 +266,20 @@ TEST_F(sections, FiveDecimalsWhenTheUpperBoundIsAtMost0_05) {
         testing::HasSubstr("75 106 moveto (-1.00000) show \n75 506 moveto (0.05000) show \n"));
 }
 
-TEST_F(sections, AnUpperBoundThatIsNoNumberHasTwoDecimals) {
+TEST_F(sections, NanUpperBoundHasTwoDecimals) {
     add_curves(1);
     chart->xminmax[1] = NAN;
     EXPECT_THAT(data_section(), testing::HasSubstr("127 95 moveto (   0.00) show \n"));
 }
 
-TEST_F(sections, APointOnARangeBoundIsKept) {
+TEST_F(sections, PointOnRangeBoundIsDrawn) {
     add_column(0, {0, 10, 10.001, -0.001, 5, 5, NAN, 5});
     add_column(1, {100, 0, 50, 50, 100.001, -0.001, 50, NAN});
     chart->num_curves = 1;
     EXPECT_EQ(path_of(data_section(), 1), "135 510 moveto \n735 110 lineto stroke \n");
 }
 
-TEST_F(sections, ListsOfDifferentLengthsArePairedUpToTheShorter) {
+TEST_F(sections, ShorterListLimitsPairs) {
     add_column(0, {0, 5, 10});
     add_column(1, {0, 0});
     add_column(2, {0, 0, 0, 0});
@@ -296,7 +296,7 @@ TEST_F(sections, PositionsAreTruncated) {
     EXPECT_EQ(path_of(data_section(), 1), "135 110 moveto \n334 243 lineto stroke \n");
 }
 
-TEST_F(sections, WithAnAppendedFileThereIsNoLegendAndNoXLabel) {
+TEST_F(sections, AppendedFileReplacesLegend) {
     add_curves(2);
     strcpy(chart->story_ts[0], "user.ps");
     strcpy(chart->minor_t[0], "Run");
@@ -309,7 +309,7 @@ TEST_F(sections, WithAnAppendedFileThereIsNoLegendAndNoXLabel) {
     EXPECT_THAT(data_section(), testing::HasSubstr("435 530 (Second) CenterHorText \n"));
 }
 
-TEST_F(sections, TheSecondMajorTitleReplacesTheSubtitle) {
+TEST_F(sections, SecondMajorTitleReplacesSubtitle) {
     add_curves(1);
     strcpy(chart->minor_t[0], "Run");
     strcpy(chart->major_t[1], "Second");
@@ -326,7 +326,7 @@ TEST_F(sections, BothSubtitlesAreCheckedForBalance) {
     EXPECT_EQ(stderr_of([&] { data_section(); }), braces + "    _47-e-bal,  \"b}\"\n");
 }
 
-TEST_F(sections, EverythingButTheTitleFollowsTheFrame) {
+TEST_F(sections, OnlyTitleIgnoresFrame) {
     add_curves(1);
     strcpy(chart->major_t[1], "Second");
     const std::string text =
@@ -370,7 +370,7 @@ TEST_F(sections, Level44TracesTitleAndRanges) {
                    "    _44-i-val, ymin = 0.000000, ymax = 100.000000 \n");
 }
 
-TEST_F(sections, EachCurveHasItsStyleAndFromTheFifthOnTheSame) {
+TEST_F(sections, CurvesFromFifthShareStyle) {
     add_curves(6);
     const std::string text = data_section();
     EXPECT_THAT(text, testing::HasSubstr(
@@ -397,7 +397,7 @@ std::string against_itself(int curve) {
            " shows column 0 against itself, not the series of its legend: a chart has 5 curves\n";
 }
 
-TEST_F(sections, CurvesSixAndSevenPairColumnZeroWithItself) {
+TEST_F(sections, LastCurvesRepeatColumnZero) {
     add_column(0, {0, 5, 10}, "Time");
     for (int k = 1; k <= 7; ++k) add_column(k, {50, 50, 50}, ("c" + std::to_string(k)).c_str());
     chart->num_curves = 7;
@@ -421,7 +421,7 @@ TEST_F(sections, WarnsOfPointsLeftOut) {
               "%crv_44-w-len, Curve 1: the last 2 values of the longer column are left out\n");
 }
 
-TEST_F(sections, MoreThanSevenCurvesAreWarnedOfAndLeftOut) {
+TEST_F(sections, CurvesAfterSeventhAreOmitted) {
     add_curves(9);
     std::string text;
     EXPECT_EQ(stderr_of([&] { text = data_section(); }),
@@ -431,7 +431,7 @@ TEST_F(sections, MoreThanSevenCurvesAreWarnedOfAndLeftOut) {
     EXPECT_EQ(chart->num_curves, 9);
 }
 
-TEST_F(sections, ACurveOutsideTheRangesIsWarnedOfAndItsFrameStillWritten) {
+TEST_F(sections, CurveOutsideRangesKeepsFrame) {
     add_column(0, {20, 30}, "x");
     add_column(1, {20, 30}, "y");
     chart->num_curves = 1;
@@ -439,7 +439,7 @@ TEST_F(sections, ACurveOutsideTheRangesIsWarnedOfAndItsFrameStillWritten) {
     EXPECT_EQ(out, "%crv_44-w-out, Curve \"1\" is out of Plot range \n");
 }
 
-TEST_F(sections, ACurveOfOnePointIsAMovetoAndAStroke) {
+TEST_F(sections, SinglePointIsMovetoAndStroke) {
     add_column(0, {5});
     add_column(1, {50});
     chart->num_curves = 1;
@@ -456,7 +456,7 @@ TEST_F(sections, FiveLinetosFillALine) {
               "135 110 lineto 135 110 lineto stroke \n");
 }
 
-TEST_F(sections, ACurveOf902PointsBreaksAfterThe901st) {
+TEST_F(sections, CurveBreaksAfter901Points) {
     add_column(0, std::vector<double>(902, 0.0));
     add_column(1, std::vector<double>(902, 0.0));
     chart->num_curves = 1;
@@ -468,7 +468,7 @@ TEST_F(sections, ACurveOf902PointsBreaksAfterThe901st) {
     EXPECT_EQ(count_of(path, "stroke"), 2);
 }
 
-TEST_F(sections, EveryPieceOfALongCurveHasAtMost900FurtherPoints) {
+TEST_F(sections, LaterPartsHave900Points) {
     add_column(0, std::vector<double>(2705, 0.0));
     add_column(1, std::vector<double>(2705, 0.0));
     chart->num_curves = 1;
@@ -481,7 +481,7 @@ TEST_F(sections, EveryPieceOfALongCurveHasAtMost900FurtherPoints) {
     EXPECT_EQ(count_of(path, "stroke \n135 110 moveto \n"), 3);
 }
 
-TEST_F(sections, PointsThatNoWholeNumberHoldsBecomeTheSmallest) {
+TEST_F(sections, UnrepresentablePointsBecomeSmallestInteger) {
     chart->xminmax[0] = -INFINITY;
     add_column(0, {5});
     add_column(1, {50});
@@ -491,7 +491,7 @@ TEST_F(sections, PointsThatNoWholeNumberHoldsBecomeTheSmallest) {
 
 // ----- grid
 
-TEST_F(sections, TheGridDividesTheFrameInFourByFour) {
+TEST_F(sections, GridHasFourByFourCells) {
     EXPECT_EQ(written_by([](FILE *stream) { crv_PlotGrid(stream, 135, 110, 600, 400); }),
               "%%  --- Begin drawing Major ticks  \n"
               "[] 0 setdash 0 setlinewidth .3 setgray\n"
@@ -523,23 +523,23 @@ TEST_F(sections, TheGridDividesTheFrameInFourByFour) {
               "%%  --- End Drawing Grid  (crv_ module [[42]]) \n");
 }
 
-TEST_F(sections, TheBlankBeforeTheYMinorLoopBelongsToIt) {
+TEST_F(sections, BlankPrecedesYMinorLoop) {
     EXPECT_THAT(written_by([](FILE *stream) { crv_PlotGrid(stream, 135, 110, 600, 400); }),
                 testing::HasSubstr("} for\n 110 20 510 { \n"));
 }
 
-TEST_F(sections, RightEdgeTicksAreCommentedAsLeft) {
+TEST_F(sections, RightTicksAreCommentedAsLeft) {
     EXPECT_THAT(written_by([](FILE *stream) { crv_PlotGrid(stream, 135, 110, 600, 400); }),
                 testing::HasSubstr(
                     "  731 y_pos moveto 735 y_pos lineto stroke  %% --- Y minor ticks (left)\n"));
 }
 
-TEST_F(sections, AFrameBelowFourPointsWideHasAMajorStepOfZero) {
+TEST_F(sections, TinyFrameHasZeroMajorStep) {
     EXPECT_THAT(written_by([](FILE *stream) { crv_PlotGrid(stream, 7, 0, 3, 400); }),
                 testing::HasSubstr(".3 setgray\n7 0 10 { \n"));
 }
 
-TEST_F(sections, AFrameBelowTwentyPointsWideHasAMinorStepOfZero) {
+TEST_F(sections, SmallFrameHasZeroMinorStep) {
     EXPECT_THAT(written_by([](FILE *stream) { crv_PlotGrid(stream, 7, 0, 19, 19); }),
                 testing::AllOf(testing::HasSubstr("0 setlinewidth\n7 0 26 { \n"),
                                testing::HasSubstr("\n 0 0 19 { \n")));
@@ -570,24 +570,24 @@ std::string appended(const std::string &bytes) {
     return text.substr(head.size(), text.size() - head.size() - tail.size());
 }
 
-TEST_F(sections, AUserFileIsPastedLineByLine) {
+TEST_F(sections, UserFileIsPastedByLines) {
     EXPECT_EQ(appended("a %d\n\nb\r\n"), "a %d\n\nb\n");
 }
 
-TEST_F(sections, ALastLineWithoutItsEndIsNotPasted) {
+TEST_F(sections, UnterminatedLastLineIsNotPasted) {
     EXPECT_EQ(appended("a\nlast"), "a\n");
     EXPECT_EQ(appended("last"), "");
 }
 
 TEST_F(sections, AnEmptyUserFileAddsNothing) { EXPECT_EQ(appended(""), ""); }
 
-TEST_F(sections, AUserLineOfAHundredCharactersIsCutTo81) {
+TEST_F(sections, UserLineIsCutTo81) {
     EXPECT_EQ(appended(std::string(100, 'u') + "\n"), std::string(81, 'u') + "\n");
     EXPECT_EQ(appended(std::string(81, 'u') + "\n"), std::string(81, 'u') + "\n");
     EXPECT_EQ(appended(std::string(80, 'u') + "\n"), std::string(80, 'u') + "\n");
 }
 
-TEST_F(sections, AUserLineOfMoreThan1023CharactersIsPastedInPieces) {
+TEST_F(sections, LongUserLineIsSplit) {
     EXPECT_EQ(appended(std::string(1023, 'a') + std::string(90, 'b') + "\n"),
               std::string(81, 'a') + "\n" + std::string(81, 'b') + "\n");
     EXPECT_EQ(appended(std::string(1023, 'a') + "\n"), std::string(81, 'a') + "\n\n");
@@ -602,7 +602,7 @@ TEST_F(sections, Level46TracesThePaste) {
               "    _46-i-val, Paste \"" + std::string(file.path()) + "\" to \"out.ps\" \n");
 }
 
-TEST_F(sections, AMissingUserFileEndsTheProgram) {
+TEST_F(sections, MissingUserFileEndsProgram) {
     EXPECT_EXIT(crv_PlotAppen(stdout, "/nowhere/user.ps", "crv.ps"), testing::ExitedWithCode(0),
                 "^    _46-f-fopen read, : No such file or directory\n$");
 }
@@ -642,13 +642,13 @@ TEST_F(trailer, TheTrailerEndsThePage) {
                     "showpage \n");
 }
 
-TEST_F(trailer, TheCommandRunsWithThePathAndTheFileIsClosed) {
+TEST_F(trailer, CommandRunsAfterFileIsClosed) {
     setenv("CRV_PRINTCHAIN", "wc -c <", 1);
     crv_settings.print_flag = 1;
     EXPECT_THAT(finish(""), testing::EndsWith("87\n"));
 }
 
-TEST_F(trailer, YesPrintsAndAnythingElseDoesNot) {
+TEST_F(trailer, OnlyYesPrints) {
     setenv("CRV_PRINTCHAIN", "echo printed", 1);
     for (const char *answer : {"yes\n", "Y\n", "y"})
         EXPECT_EQ(finish(answer), question + "%crv_45-i-prt, Printer command = \"echo printed " +
@@ -657,7 +657,7 @@ TEST_F(trailer, YesPrintsAndAnythingElseDoesNot) {
         EXPECT_EQ(finish(answer), question) << answer;
 }
 
-TEST_F(trailer, ALongPrinterCommandIsNotCut) {
+TEST_F(trailer, LongPrinterCommandIsNotCut) {
     const std::string chain = "true " + std::string(500, 'x');
     setenv("CRV_PRINTCHAIN", chain.c_str(), 1);
     crv_settings.print_flag = 1;

@@ -68,30 +68,30 @@ TEST_F(product_log, PathIsCutTo255Characters) {
     EXPECT_EQ(bytes_of(folder + "/crv.use"), head() + "-u, )\n");
 }
 
-TEST_F(product_log, EveryArgumentOfAUsageLineHasACommaBehindIt) {
+TEST_F(product_log, CommaFollowsEveryArgument) {
     EXPECT_EQ(report({"-u", "-r", "1,2"}, nullptr, 100), 1);
     EXPECT_EQ(bytes_of(folder + "/crv.use"), head() + "-u, -r, 1,2, )\n");
     EXPECT_EQ(out, "");
 }
 
-TEST_F(product_log, WithoutArgumentsNothingStandsBetweenTheParentheses) {
+TEST_F(product_log, MissingArgumentsLeaveEmptyParentheses) {
     EXPECT_EQ(report({}, nullptr, 100), 1);
     EXPECT_EQ(bytes_of(folder + "/crv.use"), head() + ")\n");
 }
 
-TEST_F(product_log, ACommentStandsBehindTheUsageLine) {
+TEST_F(product_log, CommentFollowsUsageLine) {
     EXPECT_EQ(report({"%s"}, "100%n", 100), 1);
     EXPECT_EQ(report({}, "", 100), 1);
     EXPECT_EQ(bytes_of(folder + "/crv.use"), head() + "%s, ) 100%n\n" + head() + ") \n");
 }
 
-TEST_F(product_log, AUsageFileThatCannotBeWrittenIsSilent) {
+TEST_F(product_log, UnwritableUsageFileIsSilent) {
     program = "/nowhere/crv";
     EXPECT_EQ(stderr_of([&] { EXPECT_EQ(report({}, nullptr, 100), 0); }), "");
     EXPECT_EQ(out, "");
 }
 
-TEST_F(product_log, CommentLinesGoToTheLogWithTheEmptyOne) {
+TEST_F(product_log, LogIncludesEmptyCommentLine) {
     type("first line\nsecond %s\n\nnot read\n");
     EXPECT_EQ(report({}, nullptr, 1), 1);
     EXPECT_EQ(bytes_of(folder + "/crv.log"),
@@ -101,13 +101,13 @@ TEST_F(product_log, CommentLinesGoToTheLogWithTheEmptyOne) {
                        folder + "/crv.log\n");
 }
 
-TEST_F(product_log, TheEndOfInputEndsAComment) {
+TEST_F(product_log, EofEndsComment) {
     type("only line");
     EXPECT_EQ(report({}, nullptr, 1), 1);
     EXPECT_EQ(bytes_of(folder + "/crv.log"), "\n" + head() + "Log Entry)\n > only line\n > \n");
 }
 
-TEST_F(product_log, ACommentLineIsReadIn127CharactersAtATime) {
+TEST_F(product_log, CommentIsReadIn127Characters) {
     const std::string begin = "\n" + head() + "Log Entry)\n > ";
     const auto c = [](size_t count) { return std::string(count, 'c'); };
     const std::string wanted[][2] = {{c(125), c(125) + "\n > \n"},
@@ -126,7 +126,7 @@ TEST_F(product_log, ACommentLineIsReadIn127CharactersAtATime) {
     EXPECT_THAT(out, testing::HasSubstr("finished:\n  crv >   crv >   crv >   crv > %utl_501"));
 }
 
-TEST_F(product_log, ASecondEntryStandsBehindTheFirst) {
+TEST_F(product_log, SecondEntryFollowsFirst) {
     type("one\n\n");
     report({}, nullptr, 1);
     type("two\n\n");
@@ -135,7 +135,7 @@ TEST_F(product_log, ASecondEntryStandsBehindTheFirst) {
     EXPECT_EQ(bytes_of(folder + "/crv.log"), begin + "one\n > \n" + begin + "two\n > \n");
 }
 
-TEST_F(product_log, AUsageFileThatIsAPipeIsNotWaitedFor) {
+TEST_F(product_log, UsagePipeDoesNotBlock) {
     ASSERT_EQ(mkfifo((folder + "/crv.use").c_str(), 0600), 0);
     EXPECT_EQ(report({}, nullptr, 100), 0);
 }
@@ -145,13 +145,13 @@ TEST_F(product_log, AMissingLogIsReported) {
               " utl_501-e-fopen read, .log: No such file or directory\n");
 }
 
-TEST_F(product_log, ALogThatCannotBeWrittenIsReported) {
+TEST_F(product_log, UnwritableLogIsReported) {
     program = "/nowhere/crv";
     EXPECT_EQ(stderr_of([&] { EXPECT_EQ(report({}, nullptr, 1), 0); }),
               " utl_501-e-fopen append, .log: No such file or directory\n");
 }
 
-TEST_F(product_log, ACommentThatFindsAFullDiskIsReported) {
+TEST_F(product_log, FullDiskLosesCommentWithReport) {
     ASSERT_EQ(symlink("/dev/full", (folder + "/crv.log").c_str()), 0);
     for (const size_t length : {size_t{1}, size_t{10'000}}) {
         type(std::string(length, 'c') + "\n\n");

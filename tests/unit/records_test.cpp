@@ -17,7 +17,7 @@ TEST_F(records, ANewColumnIsZeroFilled) {
     EXPECT_EQ(memcmp(column, &zero, sizeof zero), 0);
 }
 
-TEST_F(records, AColumnWithoutMemoryLeavesItsSlot) {
+TEST_F(records, FailedColumnKeepsOldColumn) {
     const crv_column *before = crv_AllocColumn(3);
     const failing_memory memory(0);
     EXPECT_EQ(crv_AllocColumn(3), nullptr);
@@ -64,7 +64,7 @@ TEST_F(records, ANewChartHasItsDefaults) {
     EXPECT_THAT(chart->zoomyminmax, testing::ElementsAre(22.0, -22.0));
 }
 
-TEST_F(records, ASecondAllocChtWarnsAndReinitialisesButKeepsAxisTitlesLegendsAndFigure) {
+TEST_F(records, SecondAllocChtKeepsSomeTexts) {
     crv_chart *chart = crv_AllocCht(0);
     for (auto &title : chart->major_t) strcpy(title, "t");
     for (auto &title : chart->minor_t) strcpy(title, "t");
@@ -111,7 +111,7 @@ TEST_F(records, ACurveWithoutMemoryIsReported) {
     }
 }
 
-TEST_F(records, TheChartDumpShowsEveryLineInOrder) {
+TEST_F(records, ChartDumpShowsLinesInOrder) {
     crv_chart *chart = crv_AllocCht(0);
     strcpy(chart->major_t[0], "first");
     strcpy(chart->minor_t[1], "fourth");
@@ -143,12 +143,12 @@ TEST_F(records, TheChartDumpShowsEveryLineInOrder) {
                   "    _82-i-val, num_curves  = 3   \n");
 }
 
-TEST_F(records, DumpingAnEmptyColumnTablePrintsOnlyItsHeading) {
+TEST_F(records, EmptyTableDumpsHeadingOnly) {
     EXPECT_EQ(stdout_of([] { crv_DumpCols(0, 0, 3); }),
               "%crv_86-i-dmp, Dumping column data ...\n\n");
 }
 
-TEST_F(records, SeventeenValuesMakeTwoFullLinesAndOneOfOneValue) {
+TEST_F(records, DumpedLinesHaveEightValues) {
     crv_column *column = add_column(0, std::vector<double>(17, 1.5));
     const std::string eight = " 1.5000e+00  1.5000e+00  1.5000e+00  1.5000e+00 "
                               " 1.5000e+00  1.5000e+00  1.5000e+00  1.5000e+00 \n";
@@ -157,7 +157,7 @@ TEST_F(records, SeventeenValuesMakeTwoFullLinesAndOneOfOneValue) {
     EXPECT_EQ(column->val_cur, nullptr);
 }
 
-TEST_F(records, DumpedHeadersShowTheSignedCountAndAStddevOfZero) {
+TEST_F(records, DumpedHeadersShowSignedCount) {
     crv_column *column = add_column(0, {});
     strcpy(column->coltitle, "run");
     strcpy(column->colname, "Time");
@@ -182,13 +182,13 @@ TEST_F(records, DumpedHeadersShowTheSignedCountAndAStddevOfZero) {
                 testing::HasSubstr("numpts   = \"0\""));
 }
 
-TEST_F(records, EveryDumpModeEndsAColumnWithABlankLine) {
+TEST_F(records, DumpModesEndWithBlankLine) {
     add_column(0, {});
     EXPECT_EQ(stdout_of([] { crv_DumpCols(0, 0, 0); }),
               "%crv_86-i-dmp, Dumping column data ...\n\n \n");
 }
 
-TEST_F(records, AFullTableIsDumpedToItsEnd) {
+TEST_F(records, FullTableIsDumpedCompletely) {
     for (int slot = 0; slot < CRV_MAXCOLS; ++slot) add_column(slot, {1.0});
     const std::string shown = stdout_of([] { crv_DumpCols(0, 0, 2); });
     EXPECT_EQ(std::count(shown.begin(), shown.end(), '\n'), 2 + 31);

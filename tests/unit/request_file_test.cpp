@@ -41,7 +41,7 @@ TEST_F(request_file, EachPairMakesItsColumn) {
     EXPECT_EQ(err, "");
 }
 
-TEST_F(request_file, ColumnsBeginAtTheFirstFreeSlot) {
+TEST_F(request_file, ColumnsBeginAtFirstFreeSlot) {
     EXPECT_EQ(read(two_requests({0, 1}), "10,20", 5), 2);
     EXPECT_EQ(crv_columns[4], nullptr);
     EXPECT_EQ(values_of(crv_columns[5]), (std::vector<double>{10, 11}));
@@ -94,7 +94,7 @@ TEST_F(request_file, ItemsSevenAndEightAreMagnitudes) {
     EXPECT_TRUE(complete);
 }
 
-TEST_F(request_file, ItemNineGivesMinus999_999AtEveryStep) {
+TEST_F(request_file, ItemNineIsMinus999_999) {
     read(two_requests({0, 1}), "10:9");
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{-999.999, -999.999}));
     EXPECT_EQ(err, "");
@@ -133,7 +133,7 @@ TEST_F(request_file, StatisticsComeWithStepAndTime) {
     EXPECT_EQ(c->val_cur->next, nullptr);
 }
 
-TEST_F(request_file, PointsOutsideTheTimeWindowAreDroppedAndNotCounted) {
+TEST_F(request_file, PointsOutsideWindowAreNotCounted) {
     read(two_requests({-100.5, -100, 3, 10000, 10000.5}), "0,10");
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{-100, 3, 10000}));
     EXPECT_EQ(crv_columns[1]->numpts, 3);
@@ -141,7 +141,7 @@ TEST_F(request_file, PointsOutsideTheTimeWindowAreDroppedAndNotCounted) {
     EXPECT_THAT(out, testing::HasSubstr("has 5 steps"));
 }
 
-TEST_F(request_file, WithAnXRangeEntryZeroIsScreenedAgainstItsOwnValue) {
+TEST_F(request_file, EntryZeroIsFilteredByItself) {
     crv_settings.x_filter[0] = 11;
     crv_settings.x_filter[1] = 12;
     read(two_requests({0, 1, 2, 3}), "10,20");
@@ -149,7 +149,7 @@ TEST_F(request_file, WithAnXRangeEntryZeroIsScreenedAgainstItsOwnValue) {
     EXPECT_EQ(values_of(crv_columns[1]), (std::vector<double>{-11, -12}));
 }
 
-TEST_F(request_file, LinesBeforeEntryZeroAreScreenedByItsPreviousValue) {
+TEST_F(request_file, EarlierLinesUsePreviousX) {
     crv_settings.x_filter[0] = -11;
     crv_settings.x_filter[1] = -9;
     read(two_requests({0, 1, 2, 3}), "20,10");
@@ -164,19 +164,19 @@ TEST_F(request_file, EqualXBoundsScreenNothing) {
     EXPECT_EQ(crv_columns[0]->numpts, 3);
 }
 
-TEST_F(request_file, ARequestNamedTwiceTakesTypeAndPlaceOfTheLaterLine) {
+TEST_F(request_file, DuplicateRequestUsesLaterLine) {
     read("\nt\n2\n7 1 0 0 0\n7 2 0 0 0\n0\n1\n2\n", "7");
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{2}));
     EXPECT_STREQ(crv_columns[0]->colname, "Veloc 7, X  ");
 }
 
-TEST_F(request_file, HeaderLineOfRequestZeroKeepsTime) {
+TEST_F(request_file, RequestZeroInHeaderKeepsTime) {
     read("\nt\n2\n7 1 0 0 0\n0 2 0 0 0\n0.5\n1\n2\n", "0");
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{0.5}));
     EXPECT_STREQ(crv_columns[0]->colname, "Time (sec) ");
 }
 
-TEST_F(request_file, AHeaderLineWithoutFieldsMatchesNothing) {
+TEST_F(request_file, HeaderWithoutFieldsMatchesNothing) {
     read("\nt\n2\n   \n7 1 0 0 0\n0.5\n1\n2\n", "0,7");
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{0.5}));
     EXPECT_EQ(values_of(crv_columns[1]), (std::vector<double>{2}));
@@ -187,7 +187,7 @@ TEST_F(request_file, MissingHeaderFieldsReadAsZero) {
     EXPECT_STREQ(crv_columns[0]->colname, "Time  7, X  ");
 }
 
-TEST_F(request_file, ARequestThatIsNotThereStopsTheRead) {
+TEST_F(request_file, MissingRequestStopsReading) {
     EXPECT_EQ(read(two_requests({0}), "10,30,40"), 0);
     EXPECT_EQ(out, "%crv_83-i-wor, Reading \"" + path +
                        "\" ...\n%crv_83-e-mis, Request \"30\" not found! \n");
@@ -196,30 +196,30 @@ TEST_F(request_file, ARequestThatIsNotThereStopsTheRead) {
     EXPECT_THAT(out, testing::HasSubstr("Request \"4294967291\" not found! \n"));
 }
 
-TEST_F(request_file, MoreRequestsThanTheFileHasLinesAreNotWaitedFor) {
+TEST_F(request_file, EofEndsHighRequestCount) {
     EXPECT_EQ(read("\nt\n2147483647\n7 1 0 0 0\n", "8"), 0);
     EXPECT_EXIT(crv_ReadReq(text_file("\nt\n2147483647\n7 1 0 0 0\n").path(), crv_ParseSel("7", 0)),
                 testing::ExitedWithCode(1), "");
 }
 
-TEST_F(request_file, ANegativeNumberOfRequestsIsRefused) {
+TEST_F(request_file, NegativeRequestCountIsRejected) {
     EXPECT_EQ(read("\nt\n-1\n", "0"), -1);
     EXPECT_EQ(err,
               "%crv_83-e-num, Number of requests (-1) on line 3 of \"" + path + "\" is below 0\n");
 }
 
-TEST_F(request_file, WithoutRequestsEachStepIsItsTimeLine) {
+TEST_F(request_file, EveryLineIsTimeWithoutRequests) {
     EXPECT_EQ(read("\nt\n0\n0.5\n1.5\n", "0"), 1);
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{0.5, 1.5}));
 }
 
-TEST_F(request_file, AnEmptySelectionReadsTheFileAndReturnsZero) {
+TEST_F(request_file, EmptySelectionReturnsZero) {
     EXPECT_EQ(read(two_requests({0, 1}), " , "), 0);
     EXPECT_THAT(out, testing::HasSubstr("has 2 steps"));
     EXPECT_EQ(crv_columns[0], nullptr);
 }
 
-TEST_F(request_file, AFileThatEndsWithinAStepGivesWhatItHas) {
+TEST_F(request_file, IncompleteStepKeepsItsValues) {
     EXPECT_EQ(read(two_requests({0, 1}) + "2\n12 2 3 4 5 6\n", "0,10,20"), 3);
     EXPECT_EQ(crv_columns[0]->numpts, 3);
     EXPECT_EQ(crv_columns[1]->numpts, 3);
@@ -227,7 +227,7 @@ TEST_F(request_file, AFileThatEndsWithinAStepGivesWhatItHas) {
     EXPECT_THAT(out, testing::HasSubstr("has 2 steps"));
 }
 
-TEST_F(request_file, ALastLineWithoutItsEndIsNotRead) {
+TEST_F(request_file, UnterminatedLastLineIsIgnored) {
     std::string text = two_requests({0, 1});
     text.pop_back();
     EXPECT_EQ(read(text, "10,20"), 2);
@@ -237,7 +237,7 @@ TEST_F(request_file, ALastLineWithoutItsEndIsNotRead) {
 }
 
 // A read that stops at the limit does not see the end of the file.
-TEST_F(request_file, ALastLineAsLongAsTheLimitIsUsedWithoutItsLineEnd) {
+TEST_F(request_file, UnterminatedLineAtLimitIsUsed) {
     const std::string steps = "\nt\n1\n7 1 0 0 0\n0\n1\n1\n";
     read(steps + std::string(124, ' ') + "2", "7");
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{1})) << "125 characters";
@@ -245,7 +245,7 @@ TEST_F(request_file, ALastLineAsLongAsTheLimitIsUsedWithoutItsLineEnd) {
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{1, 2})) << "126 characters";
 }
 
-TEST_F(request_file, SeveralResultSetsAreRefusedOnAnyDataLine) {
+TEST_F(request_file, SeveralResultSetsAreRejected) {
     EXPECT_EQ(read(two_requests({0}) + "1\n<++> a\n", "0"), -1);
     EXPECT_EQ(out,
               "%crv_83-i-wor, Reading \"" + path +
@@ -266,7 +266,7 @@ TEST_F(request_file, AMissingFileIsReported) {
               "    _83-f-fopen: No such file or directory\n");
 }
 
-TEST_F(request_file, AFolderIsReportedLikeAFailedOpen) {
+TEST_F(request_file, DirectoryIsReportedLikeFailedOpen) {
     EXPECT_EQ(stderr_of([] { EXPECT_EQ(crv_ReadReq("/tmp", crv_ParseSel("0", 0)), -1); }),
               "    _83-f-fopen: Is a directory\n");
 }
@@ -292,7 +292,7 @@ TEST_F(request_file, WarnsOfWrappedCount) {
                        "\" has 65539 values, counted as 3: its mean is the sum divided by 3\n");
 }
 
-TEST_F(request_file, AColumnWithoutPointsEndsTheProgram) {
+TEST_F(request_file, ColumnWithoutPointsEndsProgram) {
     crv_settings.time_window[1] = -200;
     crv_settings.time_window_given = true;
     EXPECT_EXIT(crv_ReadReq(text_file(two_requests({0})).path(), crv_ParseSel("0,10", 4)),
@@ -300,12 +300,12 @@ TEST_F(request_file, AColumnWithoutPointsEndsTheProgram) {
                 "^%crv_83-e-pts, No data points found for item \\(4\\)\n$");
 }
 
-TEST_F(request_file, ThirtyTwoThousandSevenHundredAndSixtySevenPointsAreTheMost) {
+TEST_F(request_file, AcceptsMaximumPointCount) {
     EXPECT_EQ(read(many_steps(32767), "0"), 1);
     EXPECT_EQ(crv_columns[0]->mean, 1.0);
 }
 
-TEST_F(request_file, OnePointMoreThanTheMostEndsTheProgram) {
+TEST_F(request_file, PointOverMaximumEndsProgram) {
     EXPECT_EXIT(crv_ReadReq(text_file(many_steps(32768)).path(), crv_ParseSel("0", 0)),
                 testing::ExitedWithCode(1), "No data points found for item \\(0\\)");
 }
@@ -316,7 +316,7 @@ TEST_F(request_file, TheSixteenBitCountWrapsAround) {
     EXPECT_EQ(crv_columns[0]->mean, 65540.0 / 4);
 }
 
-TEST_F(request_file, AColumnRecordWithoutMemoryIsReported) {
+TEST_F(request_file, FailedColumnIsReported) {
     const text_file file(two_requests({0}));
     const failing_memory memory(reader_allocations + 1);
     EXPECT_EQ(stderr_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), crv_ParseSel("0,10", 0)), -1); }),
@@ -333,7 +333,7 @@ TEST_F(request_file, AValueWithoutMemoryIsReported) {
               "    _83-f-calloc: Cannot allocate memory\n");
 }
 
-TEST_F(request_file, MissingNumbersReadAsZeroWithOneWarning) {
+TEST_F(request_file, MissingNumbersAreZeroWithWarning) {
     EXPECT_EQ(read("\nt\n1\n7 1 0 0 0\n0.5\n1 2\n1.5\n3\n", "7:3,7:2,7:7"), 3);
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{0, 0}));
     EXPECT_EQ(values_of(crv_columns[1]), (std::vector<double>{2, 0}));
@@ -341,12 +341,12 @@ TEST_F(request_file, MissingNumbersReadAsZeroWithOneWarning) {
               "%crv_83-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 6\n");
 }
 
-TEST_F(request_file, NumbersThatNobodyWantsMayBeMissing) {
+TEST_F(request_file, UnselectedNumbersMayBeMissing) {
     read("\nt\n1\n7 1 0 0 0\n0.5\n1 2\n", "0,7:2");
     EXPECT_EQ(err, "");
 }
 
-TEST_F(request_file, CrLfFilesReadLikeLfFiles) {
+TEST_F(request_file, CrLfReadsLikeLf) {
     std::string text = two_requests({0, 1});
     for (size_t at = 0; (at = text.find('\n', at)) != text.npos; at += 2) text.insert(at, "\r");
     EXPECT_EQ(read(text, "0,20:1"), 2);
@@ -354,7 +354,7 @@ TEST_F(request_file, CrLfFilesReadLikeLfFiles) {
     EXPECT_STREQ(crv_columns[0]->coltitle, "The title\n");
 }
 
-TEST_F(request_file, AnOverLongLineIsReadAsTwo) {
+TEST_F(request_file, LongLineIsReadAsTwo) {
     const std::string long_line = "5" + std::string(130, ' ') + "6\n";
     EXPECT_EQ(read("\nt\n1\n7 1 0 0 0\n0.5\n" + long_line + "1.5\n", "0,7"), 2);
     EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{0.5, 6}));
@@ -363,14 +363,14 @@ TEST_F(request_file, AnOverLongLineIsReadAsTwo) {
 
 std::string with_title(const std::string &title) { return "\n" + title + "\n0\n1\n"; }
 
-TEST_F(request_file, ATitleOfTwentyCharactersKeepsItsLineEnd) {
+TEST_F(request_file, ShortTitleKeepsNewline) {
     read(with_title("twenty characters :)"), "0");
     EXPECT_STREQ(crv_columns[0]->coltitle, "twenty characters :)\n");
     read(with_title("blanks   "), "0");
     EXPECT_STREQ(crv_columns[0]->coltitle, "blanks   \n") << "and the blanks before it";
 }
 
-TEST_F(request_file, ATitleOfAHundredCharactersGivesItsFirst79) {
+TEST_F(request_file, LongTitleIsCutTo79) {
     read(with_title(std::string(100, 't')), "0");
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(79, 't'));
     read(with_title(std::string(78, 't')), "0");
@@ -379,24 +379,24 @@ TEST_F(request_file, ATitleOfAHundredCharactersGivesItsFirst79) {
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(79, 't'));
 }
 
-TEST_F(request_file, ATitleCutByANulKeepsItsLineEnd) {
+TEST_F(request_file, TitleWithNulKeepsNewline) {
     read(std::string("\nti\0tle\n0\n1\n", 12), "0");
     EXPECT_STREQ(crv_columns[0]->coltitle, "ti\n");
 }
 
-TEST_F(request_file, ATitlePaddedToEightyCharactersLosesItsBlanks) {
+TEST_F(request_file, PaddedTitleLosesBlanks) {
     read(with_title("Padded" + std::string(74, ' ')), "0");
     EXPECT_STREQ(crv_columns[0]->coltitle, "Padded");
 }
 
-TEST_F(request_file, ATitleBeyondTheLineLimitIsCutTo78AndALineEnd) {
+TEST_F(request_file, TitleOverLimitEndsWithNewline) {
     read("\n" + std::string(126, 't') + "\n", ""); // the rest of the title is line 3
     const text_file file("\n" + std::string(126, 't') + "0\n1\n");
     stdout_of([&] { EXPECT_EQ(crv_ReadReq(file.path(), crv_ParseSel("0", 0)), 1); });
     EXPECT_EQ(crv_columns[0]->coltitle, std::string(78, 't') + "\n");
 }
 
-TEST_F(request_file, TheProvisionalLabelLooksAtTheEntryOfTheSlotNumber) {
+TEST_F(request_file, ProvisionalLabelReadsSlotEntry) {
     crv_DBG = 83;
     // The first column, in slot 1, is labelled by entry 1, which is time; entry 2 does not exist.
     read(two_requests({0}), "10:1,0", 1);

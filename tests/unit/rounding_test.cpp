@@ -28,7 +28,7 @@ TEST_F(rounding, BoundsGoOutwardToOneDigit) {
     EXPECT_EQ(rounded(0.0123, 0.0123), (bounds{0.01, 0.02}));
 }
 
-TEST_F(rounding, PowersOfTenAreTheNumbersNearestToThem) {
+TEST_F(rounding, PowersOfTenAreNearestNumbers) {
     for (int exponent = -37; exponent <= 37; ++exponent) {
         const std::string power = "e" + std::to_string(exponent);
         const double value = strtod(("1.5" + power).c_str(), nullptr);
@@ -37,12 +37,12 @@ TEST_F(rounding, PowersOfTenAreTheNumbersNearestToThem) {
     }
 }
 
-TEST_F(rounding, TheDigitIsTakenAfterThreeDecimals) {
+TEST_F(rounding, DigitIsFoundAfterThreeDecimals) {
     EXPECT_EQ(rounded(9.9996, 9.9996), (bounds{10, 20}));
     EXPECT_EQ(rounded(9.9994, 9.9994), (bounds{9, 10}));
 }
 
-TEST_F(rounding, ALowBoundAboveTheHighOneIsRoundedAllTheSame) {
+TEST_F(rounding, ReversedBoundsAreRounded) {
     EXPECT_EQ(rounded(123, 45), (bounds{100, 50}));
 }
 
@@ -62,7 +62,7 @@ TEST_F(rounding, RoundingTwiceGivesTheSamePair) {
     }
 }
 
-TEST_F(rounding, AValueWithoutExactBinaryFormCountsAsRound) {
+TEST_F(rounding, InexactBinaryValueCountsAsRound) {
     EXPECT_EQ(rounded(0.1, 0.1), (bounds{0.1, 0.1}));
     EXPECT_EQ(rounded(0.3, 0.7), (bounds{0.3, 0.7}));
 }
@@ -88,7 +88,7 @@ TEST_F(rounding, Level49TracesBeforeAndAfter) {
               "    _49-i-val, After : minmax[0] = 1.000000, minmax[1] = 3.000000\n");
 }
 
-TEST_F(rounding, Levels491And492ReplaceThePair) {
+TEST_F(rounding, Levels491And492ReplacePair) {
     crv_DBG = 491;
     EXPECT_EQ(stdout_of([] {
                   EXPECT_EQ(rounded(1.5, 2.5), (bounds{0.491, 491.0}));
@@ -101,7 +101,7 @@ TEST_F(rounding, Levels491And492ReplaceThePair) {
               "    _49-i-val, After : minmax[0] = 0.492000, minmax[1] = 492.000000\n");
 }
 
-TEST_F(rounding, Levels493And494TraceAfterOnly) {
+TEST_F(rounding, Levels493And494TraceAfter) {
     for (const int level : {493, 494}) {
         crv_DBG = level;
         EXPECT_EQ(stdout_of([] {

@@ -26,19 +26,19 @@ std::vector<pair> parsed(const char *text) {
 
 using pairs = std::vector<pair>;
 
-TEST(Selection, TimeIsFoundAndRequestsAreNot) {
+TEST(Selection, FindsTimeOnly) {
     EXPECT_EQ(parsed("0,38:3,1:1"), (pairs{{0, 0, 0}, {38, 3, -1}, {1, 1, -1}}));
 }
 
-TEST(Selection, TheItemOfTimeIsAlwaysZero) { EXPECT_EQ(parsed("0:5"), (pairs{{0, 0, 0}})); }
+TEST(Selection, ItemOfTimeIsZero) { EXPECT_EQ(parsed("0:5"), (pairs{{0, 0, 0}})); }
 
-TEST(Selection, WithoutAColonTheItemIsOne) { EXPECT_EQ(parsed("1052"), (pairs{{1052, 1, -1}})); }
+TEST(Selection, ItemDefaultsToOne) { EXPECT_EQ(parsed("1052"), (pairs{{1052, 1, -1}})); }
 
 TEST(Selection, ARequestMayBeNamedTwice) {
     EXPECT_EQ(parsed("1052:1,1052:3"), (pairs{{1052, 1, -1}, {1052, 3, -1}}));
 }
 
-TEST(Selection, ATextThatIsNoNumberIsTime) { EXPECT_EQ(parsed("R"), (pairs{{0, 0, 0}})); }
+TEST(Selection, NonNumericTextIsTime) { EXPECT_EQ(parsed("R"), (pairs{{0, 0, 0}})); }
 
 TEST(Selection, OnlyTheFirstColonSeparates) { EXPECT_EQ(parsed("12:3:4"), (pairs{{12, 3, -1}})); }
 
@@ -50,23 +50,23 @@ TEST(Selection, AnItemWithoutDigitsIsZero) {
     EXPECT_EQ(parsed("1052: 5"), (pairs{{1052, 0, -1}, {5, 1, -1}}));
 }
 
-TEST(Selection, ANegativeIdentifierBecomesALargeOne) {
+TEST(Selection, NegativeIdentifierBecomesLarge) {
     EXPECT_EQ(parsed("-5:1"), (pairs{{4294967291U, 1, -1}}));
 }
 
-TEST(Selection, RunsOfBlanksAndCommasMakeNoEmptyPairs) {
+TEST(Selection, RepeatedSeparatorsMakeNoPairs) {
     EXPECT_EQ(parsed("1052:3, ,1090:2"), (pairs{{1052, 3, -1}, {1090, 2, -1}}));
     EXPECT_EQ(parsed(" ,, "), pairs{});
     EXPECT_EQ(parsed(""), pairs{});
     EXPECT_EQ(parsed(nullptr), pairs{});
 }
 
-TEST(Selection, ATabIsPartOfAToken) {
+TEST(Selection, TabIsPartOfToken) {
     EXPECT_EQ(parsed("\t5:2"), (pairs{{5, 2, -1}}));
     EXPECT_EQ(parsed("5\t6"), (pairs{{5, 1, -1}}));
 }
 
-TEST(Selection, MorePairsThanRoomAreCountedButNotStored) {
+TEST(Selection, ExcessPairsAreCountedNotStored) {
     std::string text = "0";
     for (int k = 1; k < 100000; ++k) text += ",1:1";
     const crv_selection selection = crv_ParseSel(text.c_str(), 0);
@@ -76,7 +76,7 @@ TEST(Selection, MorePairsThanRoomAreCountedButNotStored) {
     EXPECT_EQ(crv_ParseSel(text.c_str(), CRV_MAXCOLS).count, 0U);
 }
 
-TEST(Selection, OrderByBlockKeepsSelectionOrderWithinALine) {
+TEST(Selection, OrderByBlockIsStable) {
     crv_selection selection = crv_ParseSel("1,2,3,4,5", 0);
     const int blocks[5] = {3, 0, 3, 1, 0};
     for (int k = 0; k < 5; ++k) selection.table[k].block = blocks[k];

@@ -18,7 +18,7 @@ class setup : public fresh_run {
 
 const std::string no_chart = "    _50-e-calloc, data: Cannot allocate memory\n";
 
-TEST_F(setup, AMissingChartEndsTheRunAtItsFirstUse) {
+TEST_F(setup, MissingChartEndsRunAtUse) {
     const auto without_chart = [](const std::vector<std::string> &arguments) {
         const failing_memory memory(0);
         run(arguments);

@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(Text, ACopyIsCutToItsField) {
+TEST(Text, CopyIsCutToField) {
     char field[4];
     utl_CopyText(field, "abcdef");
     EXPECT_STREQ(field, "abc");
@@ -36,7 +36,7 @@ std::vector<std::string> fields_of(std::string_view rest) {
     return fields;
 }
 
-TEST(Text, FieldsAreSeparatedByRunsOfBlanksAndCommas) {
+TEST(Text, BlanksAndCommasSeparateFields) {
     EXPECT_EQ(fields_of(" a,b ,, c\td "), (std::vector<std::string>{"a", "b", "c\td"}));
     EXPECT_TRUE(fields_of(" , ").empty());
     EXPECT_TRUE(fields_of("").empty());
@@ -96,7 +96,7 @@ TEST(Text, NumbersAreReadAsByAtof) {
         expect_same(utl_ToDouble(text), atof(text), text);
 }
 
-TEST(Text, RandomNumbersAreReadAsByAtof) {
+TEST(Text, ReadsRandomNumbersLikeAtof) {
     std::mt19937_64 random(38);
     const std::string characters = "0123456789.eE+-x ";
     for (int round = 0; round < 20000; ++round) {
@@ -111,7 +111,7 @@ TEST(Text, RandomNumbersAreReadAsByAtof) {
     }
 }
 
-TEST(Text, NumbersInFieldsAreReadAsFieldsAre) {
+TEST(Text, ReadsFieldNumbersLikeFields) {
     std::mt19937_64 random(39);
     const std::string characters = "0123456789012345678901234567890123456789...,,    eE+-x";
     for (int round = 0; round < 50000; ++round) {
