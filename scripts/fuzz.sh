@@ -8,12 +8,11 @@
 # add new inputs to build/fuzz/corpus.
 # An input that breaks a property is left in build/fuzz/findings, and the status is 1: the end of its .log says which.
 set -euo pipefail
-here=$(cd "$(dirname "$0")/.." && pwd)
-# shellcheck source=scripts/packages.sh
-. "$here/scripts/packages.sh"
-need_packages "${build_packages[@]}" "${fuzz_packages[@]}"
+# shellcheck source=scripts/lib.sh
+. "$(dirname "$0")/lib.sh"
+require_tier fuzz
+here=$PWD
 
-cd "$here"
 programs=$here/build/fuzz/tests/fuzz
 archive=$here/tests/fuzz/corpus.tar.xz
 kept=$programs/corpus
@@ -57,7 +56,7 @@ merge_target() {
 # The same inputs make the same archive: no owners, no times, sorted by name.
 write_archive() {
     tar --sort=name --format=gnu --owner=0 --group=0 --numeric-owner --mtime=@0 --mode=u=rwX,go=rX \
-        -C "$merged" -cf - $(list_targets) | xz -9 >"$archive.new"
+        -C "$merged" -cf - . | xz -9 >"$archive.new"
     mv "$archive.new" "$archive"
     echo "$archive: $(wc -c <"$archive") bytes"
 }
