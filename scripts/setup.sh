@@ -44,11 +44,11 @@ is_debian() {
 }
 
 missing_packages() {
-    local installed
+    local known
+    # Its status is not 0 when it does not know one of them.
     # shellcheck disable=SC2086  # one word for each package
-    installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' $packages 2>/dev/null | sed -n 's/^installed //p')
-    # shellcheck disable=SC2086
-    printf '%s\n' $packages | grep -vxF -e "$installed" || true
+    known=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' $packages 2>/dev/null) || true
+    grep -vxF -e "$(sed -n 's/^installed //p' <<<"$known")" <<<"$packages" || true
 }
 
 install_packages() {
@@ -76,8 +76,9 @@ elif ! is_debian; then
 elif [ "${2:-}" = --missing ]; then
     missing_packages
 else
-    mapfile -t missing < <(missing_packages)
-    if [ ${#missing[@]} -gt 0 ]; then
+    found=$(missing_packages)
+    if [ -n "$found" ]; then
+        mapfile -t missing <<<"$found"
         begin=$SECONDS
         install_packages "${missing[@]}"
         echo "== packages of $1 (${#missing[@]} installed): $((SECONDS - begin)) s"
