@@ -3,7 +3,7 @@
 import source_files
 
 IN_MESSAGES = ("incorectly", "reqest")
-NAMES = ("nin", "als", "nd")  # of variables, and a request of the manual pages
+NAMES = ("nin", "als", "nd", "paeth")  # of variables, a macro of the manual pages and a PNG filter
 
 source_files.require("codespell", "check")
 source_files.run_over(
