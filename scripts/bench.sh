@@ -3,12 +3,10 @@
 #
 #   scripts/bench.sh [--write]    with --write the tables of bench/README.md are renewed
 set -euo pipefail
-here=$(cd "$(dirname "$0")/.." && pwd)
-# shellcheck source=scripts/packages.sh
-. "$here/scripts/packages.sh"
-need_packages "${build_packages[@]}" "${bench_packages[@]}"
+# shellcheck source=scripts/lib.sh
+. "$(dirname "$0")/lib.sh"
+require_tier bench
 
-cd "$here"
 cmake --preset release -DCRV_BENCH=ON >/dev/null
 cmake --build --preset release --parallel "$(nproc)" --target crv crv_make_files crv_bench_pieces | tail -n 1
 python3 bench/run.py build/release "$@"

@@ -3,13 +3,13 @@
 #
 #   scripts/demo.sh [folder]    leaves crv.ps and crv.png in the folder, "demo" unless named
 set -euo pipefail
-here=$(cd "$(dirname "$0")/.." && pwd)
-folder=${1:-$here/demo}
-# shellcheck source=scripts/packages.sh
-. "$here/scripts/packages.sh"
-need_packages "${build_packages[@]}" "${chart_packages[@]}"
+folder=${1:+$(realpath -m "$1")}
+# shellcheck source=scripts/lib.sh
+. "$(dirname "$0")/lib.sh"
+scripts/setup.sh demo
+here=$PWD
+folder=${folder:-$here/demo}
 
-cd "$here"
 cmake --preset release >/dev/null
 cmake --build --preset release --parallel "$(nproc)" | tail -n 1
 

@@ -2,19 +2,20 @@
 # Fuzzes every target for so many seconds, as many targets at once as there are processors.
 #
 #   scripts/fuzz.sh [SECONDS [TARGET...]]   60 seconds and all targets, if not told otherwise
-#   scripts/fuzz.sh --merge                 replaces the kept inputs by the smallest set that covers the same
+#   scripts/fuzz.sh --merge                 writes the corpus anew: the smallest set of inputs that covers the same
 #
-# The fuzzers start from the inputs that are kept in tests/fuzz/corpus and put what they find new into build/fuzz/corpus.
+# The fuzzers start from the corpus (tests/fuzz/corpus.tar.xz, which CMake unpacks), the seeds and the bugs beside it, and
+# add new inputs to build/fuzz/corpus.
 # An input that breaks a property is left in build/fuzz/findings, and the status is 1: the end of its .log says which.
 set -euo pipefail
-here=$(cd "$(dirname "$0")/.." && pwd)
-# shellcheck source=scripts/packages.sh
-. "$here/scripts/packages.sh"
-need_packages "${build_packages[@]}" "${fuzz_packages[@]}"
+# shellcheck source=scripts/lib.sh
+. "$(dirname "$0")/lib.sh"
+require_tier fuzz
+here=$PWD
 
-cd "$here"
 programs=$here/build/fuzz/tests/fuzz
-kept=$here/tests/fuzz/corpus
+archive=$here/tests/fuzz/corpus.tar.xz
+kept=$programs/corpus
 found=$here/build/fuzz/corpus
 findings=$here/build/fuzz/findings
 
@@ -30,32 +31,43 @@ list_targets() {
 
 # Prints a line with what came of it; a finding leaves its input and the fuzzer's words in the findings.
 fuzz_target() {
-    local target=$1 seconds=$2 log=$findings/$1.log words=() status=0
+    local target=$1 seconds=$2 log=$findings/$1.log words=() inputs=() status=0 folder
     [ -f "tests/fuzz/$target.dict" ] && words=(-dict="tests/fuzz/$target.dict")
     mkdir -p "$found/$target"
+    for folder in "$kept/$target" "tests/fuzz/seeds/$target" "tests/fuzz/bugs/$target"; do
+        [ -d "$folder" ] && inputs+=("$folder")
+    done
     "$programs/fuzz_$target" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 -print_final_stats=1 \
-        -artifact_prefix="$findings/$target-" "${words[@]}" "$found/$target" "$kept/$target" >"$log" 2>&1 || status=$?
+        -artifact_prefix="$findings/$target-" "${words[@]}" "$found/$target" "${inputs[@]}" >"$log" 2>&1 || status=$?
     printf '%-14s %12s executions, %4s kept inputs%s\n' "$target" \
         "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")" "$(find "$kept/$target" -type f | wc -l)" \
         "$([ "$status" -eq 0 ] || echo ", FINDING: $(grep -m1 -E 'does not hold|ERROR' "$log" || tail -1 "$log")")"
     return "$status"
 }
 
+# Leaves the inputs that cover the most in `merged`, named by their contents.
 merge_target() {
-    local target=$1 merged
-    merged=$(mktemp -d)
-    mkdir -p "$found/$target" "$kept/$target"
-    "$programs/fuzz_$target" -merge=1 -use_counters=0 "$merged" "$kept/$target" "$found/$target" >/dev/null 2>&1
-    rm -rf "${kept:?}/$target"
-    mv "$merged" "$kept/$target"
-    chmod -R a+rX "$kept/$target"
-    echo "$target: $(find "$kept/$target" -type f | wc -l) inputs, $(du -sk "$kept/$target" | cut -f1) KiB"
+    local target=$1
+    mkdir -p "$found/$target" "$merged/$target"
+    "$programs/fuzz_$target" -merge=1 -use_counters=0 "$merged/$target" "$kept/$target" "$found/$target" >/dev/null 2>&1
+    echo "$target: $(find "$merged/$target" -type f | wc -l) inputs"
+}
+
+# The same inputs make the same archive: no owners, no times, sorted by name.
+write_archive() {
+    tar --sort=name --format=gnu --owner=0 --group=0 --numeric-owner --mtime=@0 --mode=u=rwX,go=rX \
+        -C "$merged" -cf - . | xz -9 >"$archive.new"
+    mv "$archive.new" "$archive"
+    echo "$archive: $(wc -c <"$archive") bytes"
 }
 
 build_targets
 mkdir -p "$findings"
 if [ "${1:-}" = --merge ]; then
-    list_targets | while read -r target; do merge_target "$target"; done
+    merged=$(mktemp -d)
+    trap 'rm -rf "$merged"' EXIT
+    for target in $(list_targets); do merge_target "$target"; done
+    write_archive
     exit
 fi
 seconds=${1:-60}

@@ -6,10 +6,9 @@
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 if [ $# -eq 0 ]; then
-    # shellcheck source=scripts/packages.sh
-    . "$here/scripts/packages.sh"
-    need_packages "${build_packages[@]}" "${chart_packages[@]}"
-    cd "$here"
+    # shellcheck source=scripts/lib.sh
+    . "$here/scripts/lib.sh"
+    require_tier demo
     cmake --preset release >/dev/null
     cmake --build --preset release --parallel "$(nproc)" --target crv | tail -n 1
     set -- "$here/docs" "$here/build/release/crv"

@@ -7,11 +7,12 @@ set -euo pipefail
 # Permissions come from the umask, times in the .zip from the time zone, and the order of lists from the language.
 umask 022
 export TZ=UTC LC_ALL=C
-here=$(cd "$(dirname "$0")/.." && pwd)
-folder=${1:-$here/dist}
-# shellcheck source=scripts/packages.sh
-. "$here/scripts/packages.sh"
-need_packages "${build_packages[@]}" "${package_packages[@]}"
+folder=${1:+$(realpath -m "$1")}
+# shellcheck source=scripts/lib.sh
+. "$(dirname "$0")/lib.sh"
+require_tier package
+here=$PWD
+folder=${folder:-$here/dist}
 
 make_package() { # preset, kind of package
     cmake --preset "$1" >/dev/null
@@ -26,9 +27,7 @@ make_package() { # preset, kind of package
 }
 
 mkdir -p "$folder"
-folder=$(cd "$folder" && pwd)
 rm -f "$folder"/crv[-_]*.{deb,tar.gz,zip} "$folder/SHA256SUMS"
-cd "$here"
 make_package deb DEB
 make_package static TGZ
 if ! cmake --list-presets | grep -q '"windows"'; then

@@ -12,9 +12,11 @@ A case is a folder below tests/cases:
 
 The printer command "lpr" is a stand-in that writes its arguments to the file "printed".
 
-    run_cases.py --crv PROGRAM [case ...]            runs the cases named, or all
-    run_cases.py --crv PROGRAM --accept [case ...]   writes what came out into the case: read the diff before you keep it
-    run_cases.py --crv PROGRAM --wine WINE ...       PROGRAM is for Windows and runs under Wine
+    run_cases.py [NAME ...]            runs cases (area/case), areas, or all
+    run_cases.py --accept [NAME ...]   writes what came out into the case: read the diff before you keep it
+    run_cases.py --except CASE ...     leaves a case out
+    run_cases.py --crv PROGRAM ...     tests this program instead of the last that was built below build/dev or build/release
+    run_cases.py --crv PROGRAM --wine WINE ...   PROGRAM is for Windows and runs under Wine
 
 Under Wine, cmd.windows, stdout.windows, stderr.windows, status.windows and out.windows stand in for the files without the
 ending where a case has them, and each has its reason in windows/differences.md; that page also says which cases are left
@@ -151,16 +153,40 @@ def accept(case, system):
         target.write_bytes(data)
 
 
+def last_built():
+    """The program of the preset dev or release, whichever was built last."""
+    built = [path for preset in ("dev", "release") if (path := HERE.parent / "build" / preset / "crv").exists()]
+    if not built:
+        sys.exit("There is no program below build/dev or build/release: build it, or name one with --crv")
+    return max(built, key=lambda path: path.stat().st_mtime)
+
+
+def select(names, excepted):
+    """The cases that the names stand for: cases, areas, or without any name all. A name that fits nothing ends the run."""
+    every = sorted(str(p.parent.relative_to(CASES)) for p in CASES.rglob("cmd"))
+    selected = []
+    for name in names or [""]:
+        found = [case for case in every if not name or case == name or case.startswith(name.rstrip("/") + "/")]
+        if not found:
+            sys.exit(f"There is no case or area {name}")
+        selected += found
+    unknown = [case for case in excepted if case not in every]
+    if unknown:
+        sys.exit(f"There is no case {unknown[0]} to leave out")
+    return [case for case in selected if case not in excepted]
+
+
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument("--crv", required=True)
+    parser.add_argument("--crv")
     parser.add_argument("--accept", action="store_true")
+    parser.add_argument("--except", action="append", default=[], dest="excepted")
     parser.add_argument("--wine")
-    parser.add_argument("cases", nargs="*")
+    parser.add_argument("names", nargs="*")
     given = parser.parse_args()
-    program = os.path.abspath(given.crv)
+    program = os.path.abspath(given.crv or last_built())
     system = wine.Wine(program, given.wine) if given.wine else Native(program)
-    names = given.cases or sorted(str(p.parent.relative_to(CASES)) for p in CASES.rglob("cmd"))
+    names = select(given.names, given.excepted)
     failed = skipped = 0
     for name in names:
         reason = system.reason_to_skip(name)

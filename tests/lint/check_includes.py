@@ -27,7 +27,7 @@ def faults_of(path, src):
 
 
 def main():
-    src = pathlib.Path(sys.argv[1])
+    src = pathlib.Path(sys.argv[1], "src")
     files = sorted(src.rglob("*.h")) + sorted(src.rglob("*.cpp"))
     faults = [fault for path in files for fault in faults_of(path, src)]
     print(*faults, sep="\n")

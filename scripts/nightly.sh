@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# What takes hours: fuzzing, lines of 4 GiB, benchmarks, and the mutation score where that can be measured.
+#
+#   scripts/nightly.sh [SECONDS]    so long each fuzz target is fuzzed, an hour unless told otherwise
+set -euo pipefail
+# shellcheck source=scripts/lib.sh
+. "$(dirname "$0")/lib.sh"
+strict=yes
+scripts/setup.sh nightly
+start_counting
+build release
+run_tests "lines of 4 GiB" release 'nightly'
+stage "fuzzing" scripts/fuzz.sh "${1:-3600}"
+if [ -x scripts/mutate.sh ]; then stage "mutation score" scripts/mutate.sh; fi
+stage "benchmarks" scripts/bench.sh
+print_count

@@ -1,0 +1,86 @@
+#!/usr/bin/env bash
+# Installs the packages of a tier. No other script installs anything; test.sh, ci.sh, nightly.sh and demo.sh call this one.
+#
+#   scripts/setup.sh TIER             installs what is missing of the tier
+#   scripts/setup.sh TIER --list      prints all packages of the tier
+#   scripts/setup.sh TIER --missing   prints those that are missing
+#
+# Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, nightly. Each includes what it builds on.
+# On other systems than Debian and Ubuntu it says what is needed, by Debian's names, and installs nothing.
+set -euo pipefail
+
+packages_of() {
+    case $1 in
+        build) echo cmake g++ make ;;
+        demo) packages_of build && echo ghostscript ;;
+        check) packages_of build && echo libgtest-dev libgmock-dev python3 shellcheck codespell ;;
+        test) packages_of check && echo binutils ghostscript ;;
+        fuzz) packages_of build && echo clang libclang-rt-dev xz-utils ;;
+        package) packages_of build && echo dpkg-dev fakeroot file lintian unzip zip ;;
+        windows) packages_of build && echo g++-mingw-w64-x86-64-posix wine wine64 libgtest-dev libgmock-dev python3 ;;
+        coverage) packages_of test && echo gcovr ;;
+        bench)
+            packages_of build
+            echo libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox time
+            ;;
+        ci)
+            local tier
+            for tier in test fuzz package windows coverage; do packages_of "$tier"; done
+            echo clang-format clang-tidy valgrind                       # analysis
+            echo poppler-utils librsvg2-bin parallel gnuplot-nox        # pictures and the cookbook
+            echo mandoc man-db bash-completion zsh fish                 # manual page and completions
+            echo cups-bsd cups-client cups-daemon                       # printing
+            ;;
+        nightly) packages_of ci && packages_of bench ;;
+        *)
+            echo "setup.sh: there is no tier $1" >&2
+            return 1
+            ;;
+    esac
+}
+
+is_debian() {
+    command -v dpkg-query >/dev/null && command -v apt-get >/dev/null
+}
+
+missing_packages() {
+    local known
+    # Its status is not 0 when it does not know one of them.
+    # shellcheck disable=SC2086  # one word for each package
+    known=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' $packages 2>/dev/null) || true
+    grep -vxF -e "$(sed -n 's/^installed //p' <<<"$known")" <<<"$packages" || true
+}
+
+install_packages() {
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "setup.sh: packages are missing. Run as root: apt-get install $*" >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" >/dev/null
+}
+
+if [ $# -eq 0 ]; then
+    sed -n '2,/^set/s/^# \{0,1\}//p' "$0" >&2
+    exit 2
+fi
+packages=$(packages_of "$1" | tr ' ' '\n' | sort -u)
+if [ "${2:-}" = --list ]; then
+    echo "$packages"
+elif ! is_debian; then
+    [ "${2:-}" = --missing ] || echo "Not Debian or Ubuntu, nothing is installed. Needed: ${packages//$'\n'/ }" >&2
+elif [ "${2:-}" = --missing ]; then
+    missing_packages
+else
+    found=$(missing_packages)
+    if [ -n "$found" ]; then
+        mapfile -t missing <<<"$found"
+        begin=$SECONDS
+        install_packages "${missing[@]}"
+        echo "== packages of $1 (${#missing[@]} installed): $((SECONDS - begin)) s"
+    fi
+fi
