@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# What scripts/test.sh leaves out: analysis, faults and bounds with sanitizers, valgrind, pictures, shells, packages, printer,
-# Windows, coverage, the demonstration, and 20 seconds of each fuzz target. Installs what it needs. A skipped test counts as
-# failed unless scripts/allowed_skips.txt has it.
+# What scripts/test.sh leaves out: analysis, faults and bounds with sanitizers, valgrind, pictures,
+# shells, packages, printer, Windows, coverage, the demonstration, and 20 seconds of each fuzz
+# target. Installs what it needs. A skipped test counts as failed unless scripts/allowed_skips.txt
+# has it.
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"
@@ -16,12 +17,13 @@ run_clang_tidy() {
         xargs -P "$jobs" -n 4 clang-tidy --quiet -p build/release
 }
 
-# The compiler's own analyzer. It does not follow a string_view through a record that a routine returns, and takes it for a
-# value that was never set; valgrind and the sanitizers look for those.
+# The compiler's own analyzer. It does not follow a string_view through a record that a routine
+# returns, and takes it for a value that was never set; valgrind and the sanitizers look for those.
 run_analyzer() {
     find_sources ! -name '*_win32.cpp' ! -name '*_vms.cpp' |
         xargs -P "$jobs" -I '{}' g++ -std=c++20 -Isrc -O1 -fno-exceptions -fanalyzer -Werror \
-            -Wno-analyzer-use-of-uninitialized-value -DCRV_BUILD_DATE='""' -DCRV_BUILD_TIME='""' -c -o /dev/null '{}'
+            -Wno-analyzer-use-of-uninitialized-value -DCRV_BUILD_DATE='""' -DCRV_BUILD_TIME='""' \
+            -c -o /dev/null '{}'
 }
 
 scripts/setup.sh ci

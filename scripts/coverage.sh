@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Measures which lines and branches of src/ the tests reach. Fails below 95 % of the lines or 85 % of the branches.
+# Measures which lines and branches of src/ the tests reach. Fails below 95 % of the lines or 85 %
+# of the branches.
 #
-# The tests are those that run the program. The report, line by line, is left in build/coverage/report.html.
+# The tests are those that run the program. The report, line by line, is left in
+# build/coverage/report.html.
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"

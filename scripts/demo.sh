@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the program and draws the example chart, as PostScript and as a PNG to look at.
 #
-#   scripts/demo.sh [folder]    leaves crv.ps and crv.png in the folder, "demo" unless named
+#   scripts/demo.sh [DIRECTORY]    leaves crv.ps and crv.png in the directory, by default "demo"
 set -euo pipefail
 folder=${1:+$(realpath -m "$1")}
 # shellcheck source=scripts/lib.sh
@@ -18,7 +18,8 @@ cp examples/run1.req "$folder"
 cd "$folder"
 # A finished chart ends with status 1. The printer command is left out: ':' does nothing.
 status=0
-CRV_PRINTCHAIN=: "$here/build/release/crv" -t "Quarter car over a bump" -r 0,38:3,52:3,70:2 -f run1.req -p || status=$?
+CRV_PRINTCHAIN=: "$here/build/release/crv" -t "Quarter car over a bump" \
+    -r 0,38:3,52:3,70:2 -f run1.req -p || status=$?
 if [ "$status" -ne 1 ]; then
     echo "crv ended with status $status" >&2
     exit 1

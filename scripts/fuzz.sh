@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Fuzzes every target for so many seconds, as many targets at once as there are processors.
 #
-#   scripts/fuzz.sh [SECONDS [TARGET...]]   60 seconds and all targets, if not told otherwise
-#   scripts/fuzz.sh --merge                 writes the corpus anew: the smallest set of inputs that covers the same
+#   scripts/fuzz.sh [SECONDS [TARGET...]]   by default 60 seconds and all targets
+#   scripts/fuzz.sh --merge                 writes the corpus again, with the smallest set of inputs
+#                                           that covers the same
 #
-# The fuzzers start from the corpus (tests/fuzz/corpus.tar.xz, which CMake unpacks), the seeds and the bugs beside it, and
-# add new inputs to build/fuzz/corpus.
-# An input that breaks a property is left in build/fuzz/findings, and the status is 1: the end of its .log says which.
+# The fuzzers start from the corpus (tests/fuzz/corpus.tar.xz, which CMake unpacks), the seeds and
+# the bugs beside it, and add new inputs to build/fuzz/corpus. An input that breaks a property is
+# left in build/fuzz/findings, and the status is 1: the end of its .log says which.
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"
@@ -29,7 +30,8 @@ list_targets() {
     for source in tests/fuzz/*_target.cpp; do basename "$source" _target.cpp; done
 }
 
-# Prints a line with what came of it; a finding leaves its input and the fuzzer's words in the findings.
+# Prints a line with what came of it; a finding leaves its input and the fuzzer's words in the
+# findings.
 fuzz_target() {
     local target=$1 seconds=$2 log=$findings/$1.log words=() inputs=() status=0 folder
     [ -f "tests/fuzz/$target.dict" ] && words=(-dict="tests/fuzz/$target.dict")
@@ -37,11 +39,14 @@ fuzz_target() {
     for folder in "$kept/$target" "tests/fuzz/seeds/$target" "tests/fuzz/bugs/$target"; do
         [ -d "$folder" ] && inputs+=("$folder")
     done
-    "$programs/fuzz_$target" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 -print_final_stats=1 \
-        -artifact_prefix="$findings/$target-" "${words[@]}" "$found/$target" "${inputs[@]}" >"$log" 2>&1 || status=$?
-    printf '%-14s %12s executions, %4s kept inputs%s\n' "$target" \
-        "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")" "$(find "$kept/$target" -type f | wc -l)" \
-        "$([ "$status" -eq 0 ] || echo ", FINDING: $(grep -m1 -E 'does not hold|ERROR' "$log" || tail -1 "$log")")"
+    "$programs/fuzz_$target" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 \
+        -print_final_stats=1 -artifact_prefix="$findings/$target-" "${words[@]}" \
+        "$found/$target" "${inputs[@]}" >"$log" 2>&1 || status=$?
+    printf '%-14s %12s executions, %4s inputs in the corpus%s\n' "$target" \
+        "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")" \
+        "$(find "$kept/$target" -type f | wc -l)" \
+        "$([ "$status" -eq 0 ] ||
+            echo ", FINDING: $(grep -m1 -E 'does not hold|ERROR' "$log" || tail -1 "$log")")"
     return "$status"
 }
 
@@ -49,7 +54,8 @@ fuzz_target() {
 merge_target() {
     local target=$1
     mkdir -p "$found/$target" "$merged/$target"
-    "$programs/fuzz_$target" -merge=1 -use_counters=0 "$merged/$target" "$kept/$target" "$found/$target" >/dev/null 2>&1
+    "$programs/fuzz_$target" -merge=1 -use_counters=0 \
+        "$merged/$target" "$kept/$target" "$found/$target" >/dev/null 2>&1
     echo "$target: $(find "$merged/$target" -type f | wc -l) inputs"
 }
 

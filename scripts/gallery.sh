@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Draws the pictures of the gallery and writes the page that shows them with their commands.
 #
-#   scripts/gallery.sh                       builds the program and renews docs/gallery.md and docs/gallery/
-#   scripts/gallery.sh FOLDER CRV            the same into another folder, with a program that is built
+#   scripts/gallery.sh                  builds the program, writes docs/gallery.md and docs/gallery/
+#   scripts/gallery.sh DIRECTORY CRV    the same into another directory, with a given program
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 if [ $# -eq 0 ]; then
@@ -25,14 +25,15 @@ export PATH="$scratch/bin:$here/companions:$PATH"
 export CRV_PRINTCHAIN="crv2png -r 80"
 page=$docs/gallery.md
 
-# picture NAME HEADING TEXT <<commands: runs the commands among the examples and shows them with the crv.png they leave.
-# The checksum of the chart tells a test when the program draws another one.
+# picture NAME HEADING TEXT <<commands: runs the commands among the examples and shows them with the
+# crv.png they leave. The checksum of the chart tells a test when the program draws another one.
 picture() {
     local name=$1 commands sum
     commands=$(cat)
     rm -rf "$scratch/run"
     cp -r "$here/examples" "$scratch/run"
-    if ! (cd "$scratch/run" && sh -c "$commands" >log 2>&1; grep -q 'fini, ' log && mv crv.png "$docs/gallery/$name.png"); then
+    if ! (cd "$scratch/run" && sh -c "$commands" >log 2>&1
+          grep -q 'fini, ' log && mv crv.png "$docs/gallery/$name.png"); then
         echo "gallery.sh: no picture $name" >&2
         cat "$scratch/run/log" >&2
         exit 1
@@ -52,12 +53,14 @@ makes the pictures and this page.
 END
 
 picture quarter_car "Several series over time" \
-    "A car body, its wheel and the road below. The first curve is black; its legend sample is red." <<'END'
+    "A car body, its wheel and the road below. The first curve is black; its legend sample is red." \
+    <<'END'
 crv -t "Quarter car over a bump" -r 0,38:3,52:3,70:2 -f run1.req -p
 END
 
 picture loop "One series over another" \
-    "The first series is the X axis: here the travel of the spring, with the force as the curve." <<'END'
+    "The first series is the X axis: here the travel of the spring, with the force as the curve." \
+    <<'END'
 crv -t "Spring and damper" -r 70:3,61:3 -f run1.req -xl "Travel (mm)" -yl "Force (N)" -p
 END
 
@@ -76,13 +79,15 @@ END
 picture styles "All line styles" \
     "A chart has five curves, each in its own style. Points outside the ranges are left out and their
 neighbors joined; a warning says how many." <<'END'
-crv -t "Along x, and the magnitude" -t2 "Accelerations in m/s2" -r 0,1:2,2:2,3:2,1:1,2:1 -fm sled.mad -y -400:400 \
+crv -t "Along x, and the magnitude" -t2 "Accelerations in m/s2" \
+    -r 0,1:2,2:2,3:2,1:1,2:1 -fm sled.mad -y -400:400 \
     -yl1 "Sled, x" -yl2 "Chest, x" -yl3 "Head, x" -yl4 "Sled, magnitude" -yl5 "Chest, magnitude" -p
 END
 
 picture press "A column file" \
     "Columns of a table, with labels for the axis and the legend." <<'END'
-crv -t "A press closes, holds and opens" -r 1,2,3 -fp sensors.pos -xl "Time (s)" -yl "Force (kN)" -yl2 "Travel (mm)" -p
+crv -t "A press closes, holds and opens" -r 1,2,3 -fp sensors.pos \
+    -xl "Time (s)" -yl "Force (kN)" -yl2 "Travel (mm)" -p
 END
 
 picture bumper "A frame file" \

@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Sourced by the other scripts, which it takes to the top directory: stages, builds and runs of tests.
+# Sourced by the other scripts, which it takes to the top directory: stages, builds and runs of
+# tests.
 #
-# Each stage prints one line with its time; what its commands print goes to build/logs and is shown when they fail.
+# Each stage prints one line with its time; what its commands print goes to build/logs and is shown
+# when they fail.
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 jobs=$(nproc 2>/dev/null || echo 2)
@@ -22,7 +24,7 @@ stage() {
     shift
     log=build/logs/${name//[^a-zA-Z0-9]/_}.log
     mkdir -p build/logs
-    # Not in an if or behind ||, where `set -e` would not hold in functions.
+    # Not in an if or before ||, where `set -e` would not hold in functions.
     set +e
     (set -e; "$@") >"$log" 2>&1
     status=$?
@@ -35,7 +37,8 @@ stage() {
     echo "== $name: $((SECONDS - begin)) s"
 }
 
-# build PRESET [CMAKE-OPTION...]: configures and builds with tests. Warnings are shown, and are errors in CI.
+# build PRESET [CMAKE-OPTION...]: configures and builds with tests. Warnings are shown, and are
+# errors in CI.
 build() {
     local preset=$1
     shift
@@ -50,19 +53,24 @@ build_quietly() {
     cmake --build --preset "$preset" --parallel "$jobs"
 }
 
-# run_tests NAME PRESET [LABELS [CTEST-OPTION...]]: runs tests of a build, those of its test preset or those with the labels
-# (a regular expression). Shows what failed and what was skipped, and why; a skipped
-# test counts as failed when `strict` is set, unless scripts/allowed_skips.txt has it.
+# run_tests NAME PRESET [LABELS [CTEST-OPTION...]]: runs tests of a build, those of its test preset
+# or those with the labels (a regular expression). Shows what failed and what was skipped, and why;
+# a skipped test counts as failed when `strict` is set, unless scripts/allowed_skips.txt has it.
 run_tests() {
     local name=$1 preset=$2 labels=${3:-} report tests
     shift $(($# < 3 ? $# : 3))
-    if [ -n "$labels" ]; then tests=(--test-dir "build/$preset" -L "^($labels)\$"); else tests=(--preset "$preset"); fi
+    if [ -n "$labels" ]; then
+        tests=(--test-dir "build/$preset" -L "^($labels)\$")
+    else
+        tests=(--preset "$preset")
+    fi
     report=build/logs/${name//[^a-zA-Z0-9]/_}.xml
     mkdir -p build/logs
     rm -f "$report"
     ctest "${tests[@]}" --no-tests=error --parallel "$jobs" --output-junit "$PWD/$report" "$@" \
         >"${report%.xml}.log" 2>&1 || true
-    python3 scripts/report_tests.py "$name" "$report" build/logs/counts ${strict:+--strict} || exit 1
+    python3 scripts/report_tests.py "$name" "$report" build/logs/counts ${strict:+--strict} ||
+        exit 1
 }
 
 # start_counting and print_count: the sum of all tests in between, as the last line of a script.
@@ -73,5 +81,6 @@ start_counting() {
 
 print_count() {
     awk '{ passed += $1; failed += $2; skipped += $3 }
-         END { printf "%d passed, %d failed, %d skipped\n", passed, failed, skipped }' build/logs/counts
+         END { printf "%d passed, %d failed, %d skipped\n", passed, failed, skipped }' \
+        build/logs/counts
 }

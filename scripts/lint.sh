@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Checks the sources without a build.
 #
-#   scripts/lint.sh [CHECK...]    includes, shell, spelling, words, columns, format; all unless named
+#   scripts/lint.sh [CHECK...]    includes, shell, spelling, words, columns, format; by default all
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"

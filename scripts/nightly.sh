@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# What takes hours: fuzzing, lines of 4 GiB, benchmarks, and the mutation score where that can be measured.
+# What takes hours: fuzzing, lines of 4 GiB, benchmarks, and the mutation score where that can be
+# measured.
 #
-#   scripts/nightly.sh [SECONDS]    so long each fuzz target is fuzzed, an hour unless told otherwise
+#   scripts/nightly.sh [SECONDS]    fuzzes each target for that time, by default an hour
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"

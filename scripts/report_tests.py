@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Prints what came of a run of ctest: one line, and the output of what failed or was skipped.
 
-    report_tests.py NAME REPORT COUNTS [--strict]    REPORT is ctest's in JUnit form; the counts are added to COUNTS
+    report_tests.py NAME REPORT COUNTS [--strict]
 
-Ends with 1 when a test failed or, with --strict, when one was skipped that allowed_skips.txt does not have.
+REPORT is that of ctest in JUnit form; the counts are appended to COUNTS. The exit status is 1 when
+a test failed or, with --strict, when a test was skipped that is not in allowed_skips.txt.
 """
 import pathlib
 import sys
@@ -40,11 +41,13 @@ def main():
     if strict:
         failed += [case for case in skipped if case.get("name") not in allowed]
         skipped = [case for case in skipped if case.get("name") in allowed]
-    by_label = ", ".join(f"{label} {time:.0f} s" for label, time in sorted(seconds.items(), key=lambda pair: -pair[1]))
-    print(f"== {name}: {float(suite.get('time')):.0f} s ({by_label}): {len(passed)} passed, {len(failed)} failed, "
-          f"{len(skipped)} skipped")
+    slowest_first = sorted(seconds.items(), key=lambda pair: -pair[1])
+    by_label = ", ".join(f"{label} {time:.0f} s" for label, time in slowest_first)
+    print(f"== {name}: {float(suite.get('time')):.0f} s ({by_label}): {len(passed)} passed, "
+          f"{len(failed)} failed, {len(skipped)} skipped")
     for case in skipped:
-        print(f"  skipped {case.get('name')}: {allowed.get(case.get('name')) or output_of(case).strip()}")
+        reason = allowed.get(case.get("name")) or output_of(case).strip()
+        print(f"  skipped {case.get('name')}: {reason}")
     for case in failed:
         print(f"  FAILED {case.get('name')}\n{output_of(case)}", end="")
     with open(counts, "a", encoding="utf-8") as to:

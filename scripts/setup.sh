@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
-# Installs the packages of a tier. No other script installs anything; test.sh, ci.sh, nightly.sh and demo.sh call this one.
+# Installs the packages of a tier. No other script installs anything; test.sh, ci.sh, nightly.sh and
+# demo.sh call this one.
 #
 #   scripts/setup.sh TIER             installs what is missing of the tier
 #   scripts/setup.sh TIER --list      prints all packages of the tier
 #   scripts/setup.sh TIER --missing   prints those that are missing
 #
-# Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, nightly. Each includes what it builds on.
-# On other systems than Debian and Ubuntu it says what is needed, by Debian's names, and installs nothing.
+# Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, nightly. Each
+# includes what it builds on. On other systems than Debian and Ubuntu it says what is needed, by
+# Debian's names, and installs nothing.
 set -euo pipefail
 
 packages_of() {
@@ -17,7 +19,10 @@ packages_of() {
         test) packages_of check && echo binutils ghostscript ;;
         fuzz) packages_of build && echo clang libclang-rt-dev xz-utils ;;
         package) packages_of build && echo dpkg-dev fakeroot file lintian unzip zip ;;
-        windows) packages_of build && echo g++-mingw-w64-x86-64-posix wine wine64 libgtest-dev libgmock-dev python3 ;;
+        windows)
+            packages_of build
+            echo g++-mingw-w64-x86-64-posix wine wine64 libgtest-dev libgmock-dev python3
+            ;;
         coverage) packages_of test && echo gcovr ;;
         bench)
             packages_of build
@@ -26,10 +31,10 @@ packages_of() {
         ci)
             local tier
             for tier in test fuzz package windows coverage; do packages_of "$tier"; done
-            echo clang-format clang-tidy valgrind                       # analysis
-            echo poppler-utils librsvg2-bin parallel gnuplot-nox        # pictures and the cookbook
-            echo mandoc man-db bash-completion zsh fish                 # manual page and completions
-            echo cups-bsd cups-client cups-daemon                       # printing
+            echo clang-format clang-tidy valgrind                # analysis
+            echo poppler-utils librsvg2-bin parallel gnuplot-nox # pictures and the cookbook
+            echo mandoc man-db bash-completion zsh fish          # manual page and completions
+            echo cups-bsd cups-client cups-daemon                # printing
             ;;
         nightly) packages_of ci && packages_of bench ;;
         *)
@@ -61,7 +66,8 @@ install_packages() {
         as_root=(sudo)
     fi
     "${as_root[@]}" apt-get update -qq
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" >/dev/null
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "$@" >/dev/null
 }
 
 if [ $# -eq 0 ]; then
@@ -72,7 +78,8 @@ packages=$(packages_of "$1" | tr ' ' '\n' | sort -u)
 if [ "${2:-}" = --list ]; then
     echo "$packages"
 elif ! is_debian; then
-    [ "${2:-}" = --missing ] || echo "Not Debian or Ubuntu, nothing is installed. Needed: ${packages//$'\n'/ }" >&2
+    [ "${2:-}" = --missing ] ||
+        echo "Not Debian or Ubuntu, nothing is installed. Needed: ${packages//$'\n'/ }" >&2
 elif [ "${2:-}" = --missing ]; then
     missing_packages
 else

@@ -5,5 +5,6 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 require_tier windows
 build windows
-# Once in some 5,000 times Wine fails to start a process (error 1359), which is no fault of the program: two tries each.
+# Once in some 5,000 times Wine fails to start a process (error 1359), which is not a fault of the
+# program: two tries each.
 run_tests "tests under Wine" windows '' --repeat until-pass:2

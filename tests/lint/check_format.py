@@ -3,4 +3,5 @@
 import source_files
 
 source_files.require("clang-format", "ci")
-source_files.run_over(source_files.files(*source_files.CODE), "clang-format", "--dry-run", "-Werror")
+source_files.run_over(source_files.files(*source_files.CODE),
+                      "clang-format", "--dry-run", "-Werror")

@@ -7,17 +7,21 @@ import json
 import subprocess
 import sys
 
-LABELS = {"unit", "cases", "fuzz", "lint", "docs", "faults", "bounds", "pipes", "terminal", "render", "pictures", "shells",
-          "packages", "printer", "valgrind", "windows", "nightly"}
+LABELS = {
+    "unit", "cases", "fuzz", "lint", "docs", "faults", "bounds", "pipes", "terminal", "render",
+    "pictures", "shells", "packages", "printer", "valgrind", "windows", "nightly",
+}
 
 
 def main():
     ctest, build = sys.argv[1:3]
-    listed = subprocess.run([ctest, "--test-dir", build, "--show-only=json-v1"], check=True, capture_output=True).stdout
-    tests = json.loads(listed)["tests"]
+    listed = subprocess.run([ctest, "--test-dir", build, "--show-only=json-v1"], check=True,
+                            capture_output=True)
+    tests = json.loads(listed.stdout)["tests"]
     faults = []
     for test in tests:
-        labels = next((each["value"] for each in test.get("properties", []) if each["name"] == "LABELS"), [])
+        properties = {each["name"]: each["value"] for each in test.get("properties", [])}
+        labels = properties.get("LABELS", [])
         if labels != [test["name"].split("/")[0]] or not LABELS.issuperset(labels):
             faults.append(f"{test['name']} has the labels {labels}")
     print(*faults, sep="\n")

@@ -3,10 +3,10 @@
 import source_files
 
 IN_MESSAGES = ("incorectly", "reqest")
-NAMES = ("nin", "als", "nd", "paeth")  # of variables, a macro of the manual pages and a PNG filter
+# Of variables, a macro of the manual pages, and a filter of PNG.
+NAMES = ("nin", "als", "nd", "paeth")
 
 source_files.require("codespell", "check")
 source_files.run_over(
-    source_files.files(*source_files.CODE, *source_files.PYTHON, *source_files.SHELL, *source_files.CMAKE,
-                       *source_files.PROSE, "man/*"),
+    source_files.files(*source_files.TEXT, "man/*"),
     "codespell", "--ignore-words-list", ",".join(IN_MESSAGES + NAMES))

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Only src/records defines variables that can change: no other object file has anything in a writable section, except
-the variables that are listed here.
+"""Only src/records defines variables that can change: no other object file has anything in a
+writable section, except the variables that are listed here.
 
     check_state.py SRC OBJECT...    the objects that the build made, one for each source below SRC
 """
@@ -14,8 +14,8 @@ WRITABLE = re.compile(r"^\.(data|bss|tdata|tbss)(?!\.rel\.ro)")
 
 
 def writable_symbols(obj):
-    table = subprocess.run(["objdump", "-t", obj], check=True, capture_output=True, text=True).stdout
-    for line in table.splitlines():
+    table = subprocess.run(["objdump", "-t", obj], check=True, capture_output=True, text=True)
+    for line in table.stdout.splitlines():
         symbol = re.match(r"[0-9a-f]+ (.{7}) (\S+)\s+([0-9a-f]+) (.*)", line)
         if symbol and "O" in symbol.group(1) and WRITABLE.match(symbol.group(2)):
             yield symbol.group(4).strip()
@@ -25,7 +25,8 @@ def main():
     src, objects = pathlib.Path(sys.argv[1]), sys.argv[2:]
     sources = {obj: obj.rpartition("/src/")[2].removesuffix(".o") for obj in objects}
     missing = {str(path.relative_to(src)) for path in src.rglob("*.cpp")} - set(sources.values())
-    faults = [f"{source}: has no object" for source in sorted(missing) if not is_of_another_system(source)]
+    faults = [f"{source}: has no object" for source in sorted(missing)
+              if not is_of_another_system(source)]
     seen_in_records = 0
     for obj, source in sources.items():
         found = list(writable_symbols(obj))

@@ -5,25 +5,29 @@ import shutil
 import subprocess
 import sys
 
-ROOT = pathlib.Path(sys.argv[1]).resolve() if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parents[2]
+HERE = pathlib.Path(__file__).resolve().parent
+ROOT = pathlib.Path(sys.argv[1]).resolve() if len(sys.argv) > 1 else HERE.parents[1]
 SKIPPED = 77
 NOT_SOURCE = {".git", "build", "dist", "demo", "__pycache__"}
-DATA = ("tests/cases/*", "tests/fuzz/seeds/*", "tests/fuzz/bugs/*")  # inputs, and output to the byte
+# Inputs, and output to the byte.
+DATA = ("tests/cases/*", "tests/fuzz/seeds/*", "tests/fuzz/bugs/*")
 SHELL = ("*.sh", "*.bash", ".ci/run", "companions/*")
 CODE = ("*.cpp", "*.h")
 PYTHON = ("*.py",)
 CMAKE = ("CMakeLists.txt", "*/CMakeLists.txt", "*.cmake")
 PROSE = ("*.md",)
+TEXT = (*CODE, *PYTHON, *SHELL, *CMAKE, *PROSE)
 
 
 def all_files():
     """Paths below ROOT: those that git knows, or in a source archive all but what a build made."""
     if (ROOT / ".git").exists() and shutil.which("git"):
-        command = ["git", "-C", str(ROOT), "-c", f"safe.directory={ROOT}", "ls-files", "-z", "--cached", "--others",
-                   "--exclude-standard"]
+        command = ["git", "-C", str(ROOT), "-c", f"safe.directory={ROOT}",
+                   "ls-files", "-z", "--cached", "--others", "--exclude-standard"]
         done = subprocess.run(command, capture_output=True, check=False)
         if done.returncode == 0:
-            return sorted({name for name in done.stdout.decode().split("\0") if name and (ROOT / name).is_file()})
+            names = set(done.stdout.decode().split("\0")) - {""}
+            return sorted(name for name in names if (ROOT / name).is_file())
     return sorted(path.relative_to(ROOT).as_posix() for path in ROOT.rglob("*")
                   if path.is_file() and not NOT_SOURCE.intersection(path.relative_to(ROOT).parts))
 
