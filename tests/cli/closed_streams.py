@@ -3,11 +3,11 @@
 import os
 import signal
 
-from harness import CHART, CHART_DONE, REQ, TABLE, VOILA, main, printing, reading
+from harness import CHART, CHART_DONE, REQ, TABLE, VOILA, main, outside, printing, reading
 
 OUT_OF_RANGE = '%crv_44-w-out, Curve "1" is out of Plot range \n'
 UNBALANCED = ('%crv_47-e-bal, Unbalanced parens found in string while writing "crv.ps"\n'
-              '    _47-e-bal,  "("\n')
+              '    _47-e-bal,  "("\n' + outside(3, 3))
 CLOSED = (">&-", "2>&-", "<&-", "<&- >&- 2>&-")
 
 

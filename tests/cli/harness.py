@@ -23,6 +23,17 @@ def selecting(selection, path):
             f'%crv_05-i-fil, File to process = "{path}" \n')
 
 
+def stored(points):
+    """The number of points as a signed integer of 16 bits."""
+    return (points + 32_768) % 65_536 - 32_768
+
+
+def outside(points, total):
+    """The warning for points of the first curve that are not drawn."""
+    return "" if points == 0 else (f"%crv_44-w-pts, Curve 1: {points} of {total} points are "
+                                   "outside the ranges of the chart and left out\n")
+
+
 class Format(NamedTuple):
     """A file format with a file of three points."""
     option: str
@@ -37,6 +48,13 @@ class Format(NamedTuple):
         """Reads a file; no chart is drawn."""
         return box.crv("-r", selection or self.selection, option or self.option, path, "-w", "x",
                        **options)
+
+    def wrapped(self, path, points, *labels):
+        """The warnings for columns of more points than a count of 16 bits represents."""
+        count = stored(points)
+        return "" if count == points else "".join(
+            f'%crv_{self.prefix[5:7]}-w-cnt, "{label}" of "{path}" has {points} values, counted as '
+            f"{count}: its mean is the sum divided by {count}\n" for label in labels)
 
     def opening(self, path, selection=None):
         """The messages until the file is open."""

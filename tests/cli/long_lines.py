@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Long lines from a pipe are read in pieces and in little memory.
 
-CRV_LINE_MIB is their length in MiB. The default is more than the memory that a run may take; with sanitizers, which are
-slow, it is 64 MiB.
+CRV_LINE_MIB is their length in MiB. The default is more than the memory that a run may take; with
+sanitizers, which are slow, it is 64 MiB.
 """
 import fcntl
 import os
@@ -59,7 +59,9 @@ def test_column_rows_have_1023_characters(box):
     box.expect_run("data", run_fed(box, b"time value\n1 10\n2 20\n", b"",
                                    "-tm", "1:2", "-r", "0,1", "-fp"),
                    "%crv_05-i-tra, T range, 1.000000 through 2.000000 \n"
-                   + COLUMN.reading("pipe", rows + 2, "0,1") + WROTE_NOTHING)
+                   + COLUMN.reading("pipe", rows + 2, "0,1") + WROTE_NOTHING,
+                   f'%crv_94-w-mea, Means of "pipe" are sums over 2 rows divided by all {rows + 2} '
+                   "rows\n" + COLUMN.wrapped("pipe", rows + 2, "Row Count", "time"))
 
 
 def test_frame_text_is_skipped(box):

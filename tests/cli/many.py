@@ -53,13 +53,17 @@ def test_row_is_read_in_pieces(box):
         out.write(b"\n")
     pieces = 20_000_001 // 1023 + 1
     for column in (512, 513, 10_000_000):
-        end = f'%crv_94-f-nocol, Column "{column}" does not exist!\n'
+        end, warnings = f'%crv_94-f-nocol, Column "{column}" does not exist!\n', ""
         if column == 512:
             end = f"%crv_94-i-pts, file wide.pos has {pieces} steps\n" + WROTE_NOTHING
+            warnings = (f'%crv_94-w-win, {pieces - 10_000} of {pieces} points of "wide.pos" are '
+                        "outside the default time window -100:10000 and left out, see -tm\n"
+                        '%crv_94-w-mea, Means of "wide.pos" are sums over 10000 rows divided by '
+                        f"all {pieces} rows\n")
         selection = f"0,{column}"
         box.expect_run(column, COLUMN.run(box, "wide.pos", selection, "-fp0"),
                        COLUMN.opening("wide.pos", selection)
-                       + "%crv_94-i-val, file wide.pos has 512 columns.\n" + end)
+                       + "%crv_94-i-val, file wide.pos has 512 columns.\n" + end, warnings)
     expect_small(box, "ten million columns")
 
 

@@ -1,13 +1,8 @@
 #!/usr/bin/env python3
 """Columns of more points than the stored count, a signed integer of 16 bits, can represent."""
-from harness import COLUMN, FRAME, MADYMO, REQUEST, VOILA, WROTE_NOTHING, main
+from harness import COLUMN, FRAME, MADYMO, REQUEST, VOILA, WROTE_NOTHING, main, stored
 
 COUNTS = (32_767, 32_768, 65_535, 65_536, 65_537, 100_000)
-
-
-def stored(points):
-    """The count that is stored."""
-    return (points + 32_768) % 65_536 - 32_768
 
 
 def mean_of(points):
@@ -40,7 +35,8 @@ def expect_dump(box, form, selection, data, points, names, title):
                    "%crv_05-i-tra, T range, 0.000000 through 1000000.000000 \n"
                    + form.reading("a.txt", points, selection) + '%crv_05-i-fil, File to write = '
                    '"x" \n%crv_86-i-dmp, Dumping column data ...\n\n'
-                   + dumped(names, title, points) + VOILA)
+                   + dumped(names, title, points) + VOILA,
+                   form.wrapped("a.txt", points, *(name.strip() for name in names)))
     box.expect(f"{form.option} {points} values", result.stdout.count(values), 2 * points)
 
 
@@ -54,7 +50,8 @@ def test_request_count_below_one_is_no_data(box):
             box.expect_run(points, result, REQUEST.opening("a.txt"),
                            "%crv_83-e-pts, No data points found for item (0)\n", 1)
         else:
-            box.expect_run(points, result, REQUEST.reading("a.txt", points) + WROTE_NOTHING)
+            box.expect_run(points, result, REQUEST.reading("a.txt", points) + WROTE_NOTHING,
+                           REQUEST.wrapped("a.txt", points, "Time (sec)", "Displ 7, X"))
     for points in (32_767, 65_537):
         expect_dump(box, REQUEST, "7,7", header + b"1\n1\n" * points, points,
                     ["Displ 7, X  "] * 2, "run\n")

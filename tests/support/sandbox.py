@@ -133,7 +133,10 @@ class Sandbox(unittest.TestCase):
         """Reports a difference; the test goes on."""
         with self.subTest(what):
             if got != expected:
-                self.fail(f"\n  expected {shorten(expected)}\n  got      {shorten(got)}")
+                expected, got = repr(expected), repr(got)
+                same = len(os.path.commonprefix([expected, got]))
+                self.fail(f"\n  expected {shorten(expected, same)}\n"
+                          f"  got      {shorten(got, same)}")
 
     def expect_run(self, what, got, stdout="", stderr="", status=0):
         self.expect(what, tuple(got), (stdout, stderr, status))
@@ -158,9 +161,11 @@ class Sandbox(unittest.TestCase):
         self.addCleanup(subprocess.run, ["umount", self.dir], check=True)
 
 
-def shorten(thing):
-    text = repr(thing)
-    return text if len(text) < 1200 else text[:600] + " ... " + text[-600:]
+def shorten(text, same):
+    """The part of a long text around the first difference, after `same` characters."""
+    begin = max(same - 200, 0)
+    cut = text[begin:same + 400]
+    return ("... " if begin else "") + cut + (" ..." if len(text) > same + 400 else "")
 
 
 def given(option):
