@@ -19,9 +19,10 @@ def test_second_build_gives_same_bytes(box):
     box.expect("times of the files of an archive", len(times), 1)
     copy = box.copy_source("another folder")
     os.umask(0o077)
-    box.environment = dict(os.environ)
+    box.environment = {name: value for name, value in os.environ.items()
+                       if name != "SOURCE_DATE_EPOCH"}
     box.run_command("bash", copy / "scripts/package.sh", box.base / "made",
-                    SOURCE_DATE_EPOCH=str(min(times)), TZ="Asia/Tokyo", LC_ALL="C.UTF-8")
+                    TZ="Asia/Tokyo", LC_ALL="C.UTF-8")
     box.assertEqual(sums(box.base / "made"), sums(PACKAGES))
 
 

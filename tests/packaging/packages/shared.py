@@ -29,8 +29,14 @@ class Sandbox(sandbox.Sandbox):
         return printed
 
     def copy_source(self, name):
+        """Copies the source as a source archive has it: without git, with the time of the commit."""
         ignore = shutil.ignore_patterns(".git", "build", "dist", "demo", "__pycache__")
-        return shutil.copytree(ROOT, self.base / name, ignore=ignore)
+        copy = shutil.copytree(ROOT, self.base / name, ignore=ignore)
+        if (ROOT / ".git").exists():
+            time = self.output_of("git", "-c", f"safe.directory={ROOT}", "-C", ROOT, "log", "-1",
+                                  "--format=%ct")
+            (copy / "cmake/commit_time.txt").write_text(time)
+        return copy
 
     def unpack(self, archive):
         """Unpacks an archive with one directory, which is returned."""
