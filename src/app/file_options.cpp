@@ -236,32 +236,18 @@ static void refuse_to_overwrite_inputs(const crv_driver *run) {
     utl_Quit(status_columnized);
 }
 
-static void handle_madymo_option(crv_driver *run, int index) {
-    const char letter = run->argv[index][3];
-    switch (letter) {
-    case '\0': handle_madymo_file(run, index); break;
-    case 'a':
-    case 'c':
-    case 'd':
-    case 's': handle_columnizing(run, index, letter, columnized_madymo);
-    default: break;
-    }
-}
-
-void crv_HandleFileOption(crv_driver *run, int index) {
+void crv_HandleFileOption(crv_driver *run, int index, crv_option option) {
     apply_positional_rules(run);
-    const char letter = run->argv[index][2];
-    switch (letter) {
-    case '\0':
-    case 'r': handle_request_file(run, index); break;
-    case 'g': handle_frame_file(run, index); break;
-    case 'm': handle_madymo_option(run, index); break;
-    case 'p': handle_column_file(run, index); break;
-    case 'a':
-    case 'c':
-    case 'd':
-    case 's': handle_columnizing(run, index, letter, columnized_requests);
-    default: break;
+    const char *spelling = run->argv[index];
+    switch (option) {
+    case crv_option::request_file: handle_request_file(run, index); break;
+    case crv_option::frame_file: handle_frame_file(run, index); break;
+    case crv_option::madymo_file: handle_madymo_file(run, index); break;
+    case crv_option::column_file: handle_column_file(run, index); break;
+    case crv_option::request_table:
+        handle_columnizing(run, index, spelling[2], columnized_requests);
+    case crv_option::madymo_table: handle_columnizing(run, index, spelling[3], columnized_madymo);
+    default: break; // -f with a letter of no reader
     }
 }
 

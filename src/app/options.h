@@ -1,12 +1,10 @@
-// app/options.h - the options of the command line.
+// app/options.h - scan of the command-line options.
 #pragma once
 
 #include "app/run.h"
 
-// Looks at the arguments from left to right, once. An option changes a setting or reads a file when
-// it is met. Values are not removed from the scan: an argument that is no option is passed over
-// without a word.
-//
-// An option is chosen by its second character; some look at the third and fourth, and -abs and -all
-// at the whole word. What comes after that is ignored.
+// Handles the arguments once, from left to right. An option changes a setting, or reads a file,
+// when the scan reaches it. option_table.h says which arguments are options; others are ignored. A
+// value is not removed from the scan: one that has the form of an option is handled as an option
+// too.
 void crv_ScanOptions(crv_driver *run);

@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """Runs the commands that the documents show and compares what they print.
 
-A block marked "console" holds commands after "$ " and what each prints, standard output and standard error together.
-All blocks of a document run one after the other in a folder with the examples; "lpr" does nothing. Commands of crv and its
-companions that stand indented, without what they print, must do their work: no message of theirs may tell of an error.
+A block marked "console" contains commands after "$ " and what each prints, standard output and
+standard error together. All blocks of a document run in order in a directory with the examples;
+"lpr" does nothing. Indented commands of crv and its companions are shown without output. They must
+succeed: none of their messages may report an error.
 
     check_commands.py CRV ROOT            compares
-    check_commands.py CRV ROOT --write    writes what comes out into the documents: read the diff before you keep it
+    check_commands.py CRV ROOT --write    writes the output into the documents: read the diff
 """
 import os
 import pathlib
@@ -25,8 +26,15 @@ COMPANIONS = ("crv2pdf", "crv2png", "crv2svg")
 def run(command, folder, tools):
     """Returns what the command prints and its status."""
     environment = {"PATH": f"{tools}:/usr/bin:/bin", "TZ": "UTC0"}
-    done = subprocess.run(["sh", "-c", command], cwd=folder, env=environment, stdin=subprocess.DEVNULL,
-                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=60)
+    done = subprocess.run(
+        ["sh", "-c", command],
+        cwd=folder,
+        env=environment,
+        stdin=subprocess.DEVNULL,
+        stdout=subprocess.PIPE,
+        stderr=subprocess.STDOUT,
+        timeout=60,
+    )
     return done.stdout.decode(), done.returncode
 
 
@@ -69,8 +77,13 @@ def check(doc, crv, root, write):
         doc.write_text(came)
         return 0, []
     wanted, got = text.splitlines(), came.splitlines()
-    first = next((k for k, pair in enumerate(zip(wanted, got)) if pair[0] != pair[1]), min(len(wanted), len(got)))
-    return 0, [f"{doc.name}:{first + 1}: what is shown is not what comes out: {got[first:first + 3]}"]
+    first = next(
+        (k for k, pair in enumerate(zip(wanted, got)) if pair[0] != pair[1]),
+        min(len(wanted), len(got)),
+    )
+    return 0, [
+        f"{doc.name}:{first + 1}: what is shown is not what comes out: {got[first:first + 3]}"
+    ]
 
 
 def main():

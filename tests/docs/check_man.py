@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""The manual page says what the sources do: options, statuses, items, directives and limits are those of the program, its
-examples print what it shows, its lines for scripts tell success from failure, and mandoc has nothing to complain of.
+"""Compares the manual page with runs of the program: items, directives, limits, examples, and the
+lines for scripts, which must distinguish success from failure. mandoc must not report anything.
+scripts/generate_options.py compares the options, check_statuses.py the exit statuses.
 
     check_man.py CRV ROOT
 """
@@ -10,42 +11,24 @@ import re
 import shutil
 import subprocess
 import sys
-import tempfile
 
 import check_commands
-import program_facts
+import reader_facts
 
-SKIPPED = 77
-
-# The words of the page for each end of a run that the sources hold.
-ENDS = {
-    ("app/file_options.cpp", "status_no_request_file"): "a request file that cannot be read",
-    ("app/file_options.cpp", "status_refused"): "a file option before any",
-    ("app/file_options.cpp", "status_columnized"): "tables written",
-    ("app/file_options.cpp", "status_reported"): "a conditional value",
-    ("app/main.cpp", "0"): "memory that runs out",
-    ("app/main.cpp", "return 0"): "a plain end",
-    ("app/run.h", "0"): "memory that runs out",
-    ("app/setup.cpp", "status_text_printed"): "a text, such as the help",
-    ("app/setup.cpp", "status_spared"): "would be written over a file that was read",
-    ("app/setup.cpp", "status_chart_done"): "a finished chart",
-    ("app/setup.cpp", "0"): "less than two series",
-    ("postscript/appended.cpp", "0"): "a pasted file that cannot be read",
-    ("postscript/preamble.cpp", "0"): "a chart that cannot be written",
-    ("readers/column_file.cpp", "status_failed"): "a column file, ",
-    ("readers/frame_file.cpp", "status_failed"): "a frame file that cannot be read",
-    ("readers/madymo_file.cpp", "status_failed"): "a Madymo file or",
-    ("readers/request_file.cpp", "1"): "a series of a request file without a point",
-    ("stats/dat_file.cpp", "status_failed"): "a table that cannot be written",
-    ("util/file_pickers.cpp", "status_no_memory"): "memory that runs out",
-    ("util/file_pickers.cpp", "status_failed"): "a wrong answer where one file is picked",
-}
-ORDINALS = ["first", "first", "second", "third", "fourth", "fifth", "sixth"]
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
+from support import sandbox  # noqa: E402  (found by the path above)
 
 
 def plain(text):
     """The text of the page without its escapes."""
-    for escape, character in ((r"\-", "-"), (r"\(aq", "'"), (r"\(dq", '"'), (r"\(ha", "^"), (r"\&", ""), (r"\e", "\\")):
+    for escape, character in (
+        (r"\-", "-"),
+        (r"\(aq", "'"),
+        (r"\(dq", '"'),
+        (r"\(ha", "^"),
+        (r"\&", ""),
+        (r"\e", "\\"),
+    ):
         text = text.replace(escape, character)
     return text
 
@@ -62,192 +45,202 @@ def rows(text):
     return [[cell.strip() for cell in row] for row in cells if not row[0].startswith("Em")]
 
 
-def options_of_page(page):
-    forms = set()
-    for line in re.findall(r"^\.It (.*Fl .*)$", page, re.M):
-        forms |= {f"-{plain(name)}{'N' if number else ''}" for name, number in re.findall(r"Fl (\S+)( Ns Ar N)?", line)}
-    return forms
+def faults_of_request_items(page, box):
+    title = "Request files (.req)"
+    table = rows(section(page, title))
+    items = reader_facts.request_items(box)
+    values = reader_facts.expected_request_values()
+    for number, (row, (label, value)) in enumerate(zip(table, items)):
+        if row[0] != (str(number) if number < 9 else "other") or row[2] != label:
+            yield f"request files: item {number} has the label {label}, not as in {row}"
+        if abs(values.get(row[1], -999.999) - value) > 1e-6:
+            yield f"request files: item {number} has the value {value}, not as in {row}"
+    if len(table) != len(items) or table[-1][1] != "-999.999":
+        yield f"request files: the items are {items}"
+    *types, other, another = reader_facts.request_types(box)[:8]
+    known = " , ".join(f'"{number} {label}"' for number, label in enumerate(types))
+    if (
+        known not in section(page, title)
+        or other != another
+        or f".Li {other}\n" not in section(page, title)
+    ):
+        yield f"request files: the types are {known}, others {other}"
 
 
-def options_of_document(text):
-    cells = [line.split("|")[1] for line in text.splitlines() if line.startswith("| `-")]
-    return {form for cell in cells for form in re.findall(r"`(-[\w?]+)`", cell)}
-
-
-def faults_of_options(page, root):
-    forms = program_facts.option_forms(root)
-    for name, named in (("the manual page", options_of_page(page)),
-                        ("docs/options.md", options_of_document((root / "docs/options.md").read_text()))):
-        yield from (f"{name} does not have {form}" for form in sorted(forms - named))
-        yield from (f"{name} has {form}, which the scan does not know" for form in sorted(named - forms))
-
-
-def faults_of_statuses(page, root):
-    told = dict(re.findall(r"^\.It (\d+)\n(.*?)^\.El$", section(page, "EXIT STATUS"), re.S | re.M))
-    told = {int(status): " ".join(text.split()) for status, text in told.items()}
-    ends = program_facts.ends(root)
-    for file, given, status in ends:
-        words = ENDS.get((file, given))
-        if words is None:
-            yield f"{file} ends a run with {given}: say so in EXIT STATUS, and its words here"
-        elif words not in told.get(status, ""):
-            yield f"EXIT STATUS does not have under {status}: {words}"
-    if set(told) != {status for _, _, status in ends}:
-        yield f"EXIT STATUS has {sorted(told)}, the program ends with {sorted({end[2] for end in ends})}"
-    yield from (f"no end of a run in {file} with {given}" for file, given in ENDS
-                if (file, given) not in {end[:2] for end in ends})
-
-
-def faults_of_request_items(page, root):
-    source = (root / "src/readers/request_file.cpp").read_text()
-    labels = [label.strip() for label in program_facts.texts(source, "item_labels")]
-    table = rows(section(page, "Request files (.req)"))
-    if [row[0] for row in table] != [*map(str, range(len(labels))), "other"]:
-        yield f"request files: the items are {[row[0] for row in table]}"
-    if [row[2] for row in table] != [*labels, "??"]:
-        yield f"request files: the labels are {[row[2] for row in table]}, not {labels}"
-    for item, word in enumerate(ORDINALS):
-        if word not in table[item][1]:
-            yield f"request files: item {item} is the {word} number"
-    if table[-1][1] != re.search(r"unknown_item = (\S+);", source).group(1):
-        yield f"request files: other items give {table[-1][1]}"
-    types = " , ".join(f'"{k} {label.strip()}"' for k, label in enumerate(program_facts.texts(source, "type_labels")))
-    if types not in section(page, "Request files (.req)"):
-        yield f"request files: the types are not {types}"
-
-
-def faults_of_madymo_items(page, root):
-    source = (root / "src/readers/madymo_file.cpp").read_text()
-    labels = [label.strip() for label in program_facts.texts(source, "item_labels")]
-    last, most = len(labels) - 1, program_facts.number(source, "most_numbers")
-    wanted = [["0", "the time", labels[0]], [f"1 to {last}", "number of that place", "its number"],
-              [f"{last + 1} to {most}", "number of that place", "??"], [f"above {most}", "ends the run", ""]]
+def faults_of_madymo_items(page, box):
+    items = reader_facts.madymo_items(box)
+    last, most = sum(not label.endswith("??") for label, _ in items) - 1, len(items) - 1
+    wanted = [
+        ["0", "the time", "T"],
+        [f"1 to {last}", "number of that place", "its number"],
+        [f"{last + 1} to {most}", "number of that place", "??"],
+        [f"above {most}", "ends the run", ""],
+    ]
     if rows(section(page, "Madymo files (.mad)")) != wanted:
-        yield f"Madymo files: the items are {rows(section(page, 'Madymo files (.mad)'))}, not {wanted}"
-    if labels[1:] != [str(item) for item in range(1, last + 1)]:
-        yield "Madymo files: the labels of the items are not their numbers"
+        yield f"Madymo files: the items are not {wanted}"
+    labels = ["T", *(str(item) for item in range(1, last + 1)), *(["??"] * (most - last))]
+    for number, ((label, value), wanted_label) in enumerate(zip(items, labels)):
+        if label.split()[-1] != wanted_label or value != (10 * number if number else 0.5):
+            yield f"Madymo files: item {number} is {value} and has the label {label}"
 
 
-def faults_of_directives(page, root):
-    source = (root / "src/readers/frame_file.cpp").read_text()
-    wanted = set(program_facts.cases(source, "read_directives")) - {"X", "Y"}
-    wanted |= {f"X{letter}" for letter in program_facts.cases(source, "read_x_directive")}
-    wanted |= {f"Y{letter}" for letter in program_facts.cases(source, "read_y_directive")}
-    first, last = re.search(r"number >= '(\d)' && number <= '(\d)'", source).groups()
+def faults_of_directives(page, box):
+    wanted, digits = reader_facts.frame_directives(box)
+    wanted.add(f"YA{digits[0]} to YA{digits[-1]}")
     named = {row[0].replace("%", "") for row in rows(section(page, "Frame files (.vdr)"))}
-    if named != wanted | {f"YA{first} to YA{last}"}:
+    if named != wanted:
         yield f"frame files: the directives are {sorted(named)}, not {sorted(wanted)}"
 
 
-def faults_of_limits(page, root):
-    readers = root / "src/readers"
-    for title, file, name in (("Request files (.req)", "request_file.cpp", "line_limit"),
-                              ("Madymo files (.mad)", "madymo_file.cpp", "title_limit"),
-                              ("Madymo files (.mad)", "madymo_file.cpp", "line_limit"),
-                              ("Column files (.pos)", "column_file.cpp", "line_limit"),
-                              ("Frame files (.vdr)", "frame_file.cpp", "line_limit")):
-        limit = program_facts.number((readers / file).read_text(), name) - 1
-        if not re.search(rf"\b{limit}\b", section(page, title)):
-            yield f"{title}: {name} is {limit} characters"
-    columns = program_facts.number((root / "src/records/column.h").read_text(), "CRV_MAXCOLS")
-    curves = program_facts.number((root / "src/records/chart.h").read_text(), "crv_curve_slots")
-    window = re.findall(r"time_window\[\d\] = (-?\d+)\.0;", (root / "src/app/setup.cpp").read_text())
-    if f"{window[0]} to {window[1]} unless given" not in plain(page) or f"behind number {window[1]}" not in page:
-        yield f"-tm: the window is {window} unless given"
+def faults_of_limits(page, box):
+    for title, lines in reader_facts.LONG_LINES.items():
+        limits = [int(number) for number in re.findall(r"\b\d{3,4}\b", section(page, title))]
+        found = [reader_facts.longest_line(box, *line, limits) for line in lines]
+        if None in found or len(set(found)) != len(lines):
+            yield f"{title}: lines of {limits} characters are not the longest"
+    columns, curves = reader_facts.max_columns(box), reader_facts.max_curves(box)
     if f"A run holds {columns} columns, a chart {curves} curves." not in page:
         yield f"CAVEATS: {columns} columns, {curves} curves"
 
 
+def faults_of_time_window(page, box):
+    """Times are even numbers: a window of their bounds and one within them differ."""
+    low, high = re.search(
+        r"window for the files that follow, (\S+) to (\S+) by default", plain(page)
+    ).groups()
+    if reader_facts.read_times(box) != reader_facts.read_times(box, "-tm", f"{low}:{high}"):
+        yield f"-tm: {low} to {high} is not the default"
+    times = reader_facts.read_times(box)
+    if [times[0], times[-1]] != [float(low), float(high)]:
+        yield f"-tm: times from {times[0]} to {times[-1]} are read, not {low} to {high}"
+    row = reader_facts.last_row(box)
+    if f"rows after number {row} are skipped" not in page:
+        yield f"-tm: row {row} of a column file is the last that is read"
+
+
 def blocks(page):
-    return [plain(block) for block in re.findall(r"^\.Bd -literal.*?\n(.*?)^\.Ed$", page, re.S | re.M)]
+    return [
+        plain(block) for block in re.findall(r"^\.Bd -literal.*?\n(.*?)^\.Ed$", page, re.S | re.M)
+    ]
 
 
 def stripped(text):
     return [line.rstrip() for line in text.splitlines()]
 
 
-class workshop:
-    """A folder with the example files, the program on its path and a printer that does nothing."""
+class ExampleSandbox(sandbox.Sandbox):
+    """A sandbox with the example files and a printer that does nothing."""
 
-    def __init__(self, scratch, crv, root):
-        self.folder, self.tools = pathlib.Path(scratch, "run"), pathlib.Path(scratch, "bin")
-        shutil.copytree(root / "examples", self.folder)
-        self.tools.mkdir()
-        (self.tools / "crv").symlink_to(crv)
-        (self.tools / "lpr").write_text("#!/bin/sh\n")
-        (self.tools / "lpr").chmod(0o755)
+    def __init__(self, crv):
+        super().__init__()
+        self.program = crv
+
+    def __enter__(self):
+        self.setUp()
+        self.add_tool("lpr", "")
+        shutil.copytree(sandbox.EXAMPLES, self.dir, dirs_exist_ok=True)
+        return self
+
+    def __exit__(self, *_):
+        self.doCleanups()
+
+    def text(self, name):
+        return self.read(name).decode()
 
     def run(self, *command):
-        environment = {"PATH": f"{self.tools}:/usr/bin:/bin", "TZ": "UTC0"}
-        done = subprocess.run(command, cwd=self.folder, env=environment, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=60)
-        return done.returncode, done.stdout.decode()
+        """Returns the status, and both streams as one text."""
+        stdout, _, status = self.run_program(*command, stderr=subprocess.STDOUT)
+        return status, stdout
 
 
-def faults_of_examples(page, crv, root):
+def faults_of_examples(page, crv):
     examples = [block for block in blocks(section(page, "EXAMPLES")) if block.startswith("$ ")]
-    with tempfile.TemporaryDirectory() as scratch:
-        shop = workshop(scratch, crv, root)
+    with ExampleSandbox(crv) as box:
         for block in examples:
-            came = check_commands.replay(block, shop.folder, shop.tools)
+            came = check_commands.replay(block, box.dir, box.bin)
             if stripped(came) != stripped(block):
                 yield f"the page shows\n{block}and this comes out\n{came}"
     if len(examples) < 5:
         yield f"only {len(examples)} examples were found"
 
 
-def faults_of_makefile(page, crv, root):
-    """A target is made when the program did its work, and make fails and leaves no target when it did not."""
-    with tempfile.TemporaryDirectory() as scratch:
-        shop = workshop(scratch, crv, root)
-        shop.folder.joinpath("Makefile").write_text(next(b for b in blocks(page) if "%.ps: %.req" in b))
-        shop.folder.joinpath("other.req").write_text("a file\nwithout the request\n1\n7 1 0 0 0\n0\n0 0 0 0 0 0\n")
-        for target, made in (("run1.ps", True), ("run1.dat", True), ("other.ps", False), ("other.dat", False)):
-            status, printed = shop.run("make", target)
-            if (status == 0) != made or shop.folder.joinpath(target).exists() != made:
+def faults_of_makefile(page, crv):
+    """make makes a target if the program succeeds; otherwise it fails and leaves no target."""
+    with ExampleSandbox(crv) as box:
+        box.dir.joinpath("Makefile").write_text(next(b for b in blocks(page) if "%.ps: %.req" in b))
+        box.dir.joinpath("other.req").write_text(
+            "a file\nwithout the request\n1\n7 1 0 0 0\n0\n0 0 0 0 0 0\n"
+        )
+        for target, made in (
+            ("run1.ps", True),
+            ("run1.dat", True),
+            ("other.ps", False),
+            ("other.dat", False),
+        ):
+            status, printed = box.run("make", target)
+            if (status == 0) != made or box.dir.joinpath(target).exists() != made:
                 yield f"make {target} ends with {status}: {printed}"
 
 
-def faults_of_script(page, crv, root):
+def faults_of_script(page, crv):
     script = next(b for b in blocks(page) if b.startswith("set -e"))
-    with tempfile.TemporaryDirectory() as scratch:
-        shop = workshop(scratch, crv, root)
-        if shop.run("sh", "-c", script) != (0, "hardest at 0.580000 s\n"):
-            yield f"the script does not do its work: {shop.run('sh', '-c', script)}"
+    with ExampleSandbox(crv) as box:
+        if box.run("sh", "-c", script) != (0, "hardest at 0.580000 s\n"):
+            yield f"the script does not do its work: {box.run('sh', '-c', script)}"
         without_value = script.replace("0,40:3=max", "0,40:3=99")
-        if shop.run("sh", "-c", without_value) != (2, "no value\n"):
-            yield f"the script misses that there is no value: {shop.run('sh', '-c', without_value)}"
+        if box.run("sh", "-c", without_value) != (2, "no value\n"):
+            yield f"the script misses that there is no value: {box.run('sh', '-c', without_value)}"
         piped = "set -o pipefail; export CRV_PRINTCHAIN=:; %s | grep -q '^ %%crv_05-i-fini,'"
         command = "crv -r 0,38:3 -f run1.req -p"
-        if shop.run("bash", "-c", piped % command)[0] == 0:
+        if box.run("bash", "-c", piped % command)[0] == 0:
             yield "pipefail takes a finished chart for a success"
-        if shop.run("bash", "-c", piped % f"{{ {command} || true; }}")[0] != 0:
+        if box.run("bash", "-c", piped % f"{{ {command} || true; }}")[0] != 0:
             yield "with pipefail the braces do not help"
-        shop.folder.joinpath("run1.req").unlink()
-        if shop.run("sh", "-c", script)[0] == 0:
+        box.dir.joinpath("run1.req").unlink()
+        if box.run("sh", "-c", script)[0] == 0:
             yield "the script goes on without its file"
 
 
 def faults_of_page(path, page):
-    """What mandoc complains of, what is wider than a screen, and text for copying that a reader sees otherwise."""
-    lint = subprocess.run(["mandoc", "-T", "lint", "-W", "warning", path], capture_output=True, text=True)
+    """Reports of mandoc, lines wider than a screen, and literal text that is shown differently."""
+    lint = subprocess.run(
+        ["mandoc", "-T", "lint", "-W", "warning", path], capture_output=True, text=True
+    )
     yield from (lint.stdout + lint.stderr).splitlines()
-    shown = subprocess.run(["mandoc", "-T", "utf8", "-O", "width=80", path], capture_output=True, text=True).stdout
+    shown = subprocess.run(
+        ["mandoc", "-T", "utf8", "-O", "width=80", path], capture_output=True, text=True
+    ).stdout
     shown = re.sub(".\b", "", shown)
-    yield from (f"wider than 80 columns: {line}" for line in shown.splitlines() if len(line.expandtabs()) > 80)
+    yield from (
+        f"wider than 80 columns: {line}"
+        for line in shown.splitlines()
+        if len(line.expandtabs()) > 80
+    )
     lines = {line.strip() for line in shown.expandtabs().splitlines()}
     for block in blocks(page):
-        yield from (f"shown otherwise: {line}" for line in block.splitlines() if line.strip() not in lines)
+        yield from (
+            f"shown otherwise: {line}" for line in block.splitlines() if line.strip() not in lines
+        )
 
 
 def main():
     crv, root = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2]).resolve()
     path = root / "man/crv.1"
     page = path.read_text()
-    faults = [*faults_of_options(page, root), *faults_of_statuses(page, root), *faults_of_request_items(page, root),
-              *faults_of_madymo_items(page, root), *faults_of_directives(page, root), *faults_of_limits(page, root),
-              *faults_of_examples(page, crv, root), *faults_of_makefile(page, crv, root),
-              *faults_of_script(page, crv, root)]
+    faults = [
+        *faults_of_examples(page, crv),
+        *faults_of_makefile(page, crv),
+        *faults_of_script(page, crv),
+    ]
+    with ExampleSandbox(crv) as box:
+        for faults_of_facts in (
+            faults_of_request_items,
+            faults_of_madymo_items,
+            faults_of_directives,
+            faults_of_limits,
+            faults_of_time_window,
+        ):
+            faults += faults_of_facts(page, box)
     linted = shutil.which("mandoc") is not None
     if linted:
         faults += faults_of_page(path, page)
@@ -256,7 +249,7 @@ def main():
         sys.exit(1)
     if not linted:
         print("skipped: mandoc is not installed, so how the page is shown was not looked at")
-        sys.exit(SKIPPED)
+        sys.exit(sandbox.SKIPPED)
 
 
 if __name__ == "__main__":

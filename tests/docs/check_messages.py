@@ -1,47 +1,84 @@
 #!/usr/bin/env python3
-"""Every message of the source has its row in docs/messages.md, and every row its message, in the order of routine numbers.
+"""Compares docs/messages.md with the messages of the program: each has one row, in the order of
+routine numbers. The messages are read from the constant texts of the built program.
 
-    check_messages.py ROOT           compares
-    check_messages.py ROOT --list    prints the messages of the source, in the order of routine numbers
+    check_messages.py CRV ROOT    compares
+    check_messages.py CRV         prints the messages, in the order of routine numbers
 """
 import pathlib
 import re
+import struct
 import sys
 
-LITERAL = re.compile(r'"((?:[^"\\]|\\.)*)"')
-MESSAGE = re.compile(r"(?:crv|utl|  )_([0-9]+|xx|%d)-[a-z]-?")
+# A constant text that ends in NUL; what stands before it need not be text.
+TEXT = re.compile(rb"[\n -~]+\0")
+MESSAGE = re.compile(r"(?:(?:%%|%c)(?:crv|utl)| (?:crv|utl)|   )_([0-9]+|xx|%d)-[a-z]-?")
+MIN_MESSAGES = 150
 
 
-def messages(src):
-    """All message texts as they are printed, with their conversions, keyed to sort by routine number."""
+def read_only_sections(path):
+    """The contents of the sections of an ELF file that the program can only read."""
+    image = path.read_bytes()
+    if image[:4] != b"\x7fELF":
+        raise ValueError(f"{path} is no ELF file")
+    order = "<" if image[5] == 1 else ">"
+    word, table, sizes = ("I", 0x20, 0x2E) if image[4] == 1 else ("Q", 0x28, 0x3A)
+    (offset,) = struct.unpack_from(order + word, image, table)
+    size, count = struct.unpack_from(order + "HH", image, sizes)
+    for number in range(count):
+        _, kind, flags, _, start, length = struct.unpack_from(
+            f"{order}II{word * 4}", image, offset + number * size
+        )
+        if (
+            kind == 1 and flags & 7 == 2
+        ):  # contents that are loaded, neither writable nor executable
+            yield image[start : start + length]
+
+
+def as_printed(text):
+    """The text with its conversions, but without line ends and doubled signs."""
+    text = re.sub("^%ccrv", "%crv", text)
+    return text.replace("%%", "%").replace("\n", "")
+
+
+def messages(crv):
+    """All messages, sorted by routine number."""
     found = {}
-    for path in sorted(src.rglob("*.cpp")):
-        text = re.sub(r"^\s*//.*$", "", path.read_text(), flags=re.M)
-        for literal in LITERAL.findall(text):
-            match = MESSAGE.search(literal)
-            if not match:
-                continue
-            shown = literal.replace("%c", "%", 1) if literal.startswith("%ccrv") else literal
-            shown = shown.replace("%%", "%").replace("\\n", "").replace('\\"', '"')
-            number = match.group(1)
-            found[shown] = (int(number) if number.isdigit() else 999, shown.strip())
+    for section in read_only_sections(crv):
+        for text in TEXT.findall(section):
+            text = text[:-1].decode()
+            match = MESSAGE.search(text)
+            if match:
+                # Only blanks and line ends belong to a message; before them is other data.
+                begin = len(text[: match.start()].rstrip(" \n"))
+                shown, number = as_printed(text[begin:]), match.group(1)
+                found[shown] = (int(number) if number.isdigit() else 999, shown.strip())
+    if len(found) < MIN_MESSAGES:
+        raise LookupError(f"{crv} has {len(found)} messages")
     return sorted(found, key=found.get)
 
 
+def faults_of_rows(rows, wanted):
+    yield from (f"messages.md has no row for: {text}" for text in wanted if text not in rows)
+    yield from (
+        f"messages.md has a row for what is not printed: {text}"
+        for text in rows
+        if text not in wanted
+    )
+    first = next((pair for pair in zip(rows, wanted) if pair[0] != pair[1]), None)
+    if first and sorted(rows) == sorted(wanted):
+        yield f"messages.md has the row for: {first[0]}, where this one comes first: {first[1]}"
+
+
 def main():
-    root = pathlib.Path(sys.argv[1])
-    wanted = messages(root / "src")
-    if "--list" in sys.argv:
+    wanted = messages(pathlib.Path(sys.argv[1]))
+    if len(sys.argv) < 3:
         print(*wanted, sep="\n")
         return
-    rows = re.findall(r"^\| `` (.*?) `` \|", (root / "docs/messages.md").read_text(), re.M)
-    faults = [f"messages.md has no row for: {text}" for text in wanted if text not in rows]
-    faults += [f"messages.md has a row for what is not printed: {text}" for text in rows if text not in wanted]
-    if not faults and rows != wanted:
-        row, text = next(pair for pair in zip(rows, wanted) if pair[0] != pair[1])
-        faults.append(f"messages.md has the row for: {row}, where this one comes first: {text}")
+    text = pathlib.Path(sys.argv[2], "docs/messages.md").read_text()
+    faults = list(faults_of_rows(re.findall(r"^\| `` (.*?) `` \|", text, re.M), wanted))
     print(*faults, sep="\n")
-    sys.exit(1 if faults or not wanted else 0)
+    sys.exit(1 if faults else 0)
 
 
 if __name__ == "__main__":

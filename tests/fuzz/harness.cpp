@@ -7,7 +7,6 @@
 #include "records/settings.h"
 #include "system/console.h"
 #include "system/memory.h"
-#include "text/line_reader.h"
 
 #include <cerrno>
 #include <cstdarg>
@@ -16,6 +15,7 @@
 #include <cstring>
 #include <ctime>
 #include <dirent.h>
+#include <map>
 #include <set>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -27,7 +27,7 @@ struct run_ended {
 };
 
 struct open_things {
-    std::set<utl_line_reader *> lines;
+    std::map<int, std::string> files; // descriptors that the program opened, with their paths
     std::set<FILE *> streams;
     std::set<void *> memory; // except blocks of values
 };
@@ -50,8 +50,7 @@ int __real_fclose(FILE *stream);
 int __real_open(const char *path, int flags, ...);
 ssize_t __real_read(int file, void *to, size_t size);
 void __real_free(void *block);
-utl_line_reader *__real__Z14utl_OpenReaderPKc(const char *path);
-void __real__Z15utl_CloseReaderP15utl_line_reader(utl_line_reader *in);
+int __real_close(int file);
 
 // The fuzzer has files of its own, which it opens outside the sandbox.
 static bool escapes_sandbox(const char *path) {
@@ -75,7 +74,22 @@ int __wrap_fclose(FILE *stream) {
 }
 
 int __wrap_open(const char *path, int flags, ...) {
-    return escapes_sandbox(path) ? -1 : __real_open(path, flags);
+    const int file = escapes_sandbox(path) ? -1 : __real_open(path, flags);
+    if (file >= 0 && inside) left_open.files[file] = path;
+    return file;
+}
+
+int __wrap_close(int file) {
+    left_open.files.erase(file);
+    return __real_close(file);
+}
+
+// A file counts as read when its first read succeeds.
+static void record_read(int file) {
+    const auto opened = left_open.files.find(file);
+    if (opened == left_open.files.end() || opened->second.empty()) return;
+    result.files_read.push_back(opened->second);
+    opened->second.clear();
 }
 
 ssize_t __wrap_read(int file, void *to, size_t size) {
@@ -84,8 +98,10 @@ ssize_t __wrap_read(int file, void *to, size_t size) {
         errno = EIO;
         return -1;
     }
-    return __real_read(
-        file, to, current.read_piece > 0 && current.read_piece < size ? current.read_piece : size);
+    if (current.read_piece > 0 && current.read_piece < size) size = current.read_piece;
+    const ssize_t got = __real_read(file, to, size);
+    if (got >= 0) record_read(file);
+    return got;
 }
 
 void __wrap_free(void *block) {
@@ -97,19 +113,6 @@ time_t __wrap_time(time_t *out) {
     constexpr time_t a_day = 1'000'000'000;
     if (out) *out = a_day;
     return a_day;
-}
-
-utl_line_reader *__wrap__Z14utl_OpenReaderPKc(const char *path) {
-    utl_line_reader *in = __real__Z14utl_OpenReaderPKc(path);
-    if (!in) return nullptr;
-    left_open.lines.insert(in);
-    result.files_read.emplace_back(path);
-    return in;
-}
-
-void __wrap__Z15utl_CloseReaderP15utl_line_reader(utl_line_reader *in) {
-    left_open.lines.erase(in);
-    __real__Z15utl_CloseReaderP15utl_line_reader(in);
 }
 }
 
@@ -200,8 +203,7 @@ static void collect_files() {
 // ----- the sandbox
 
 static void release_resources() {
-    while (!left_open.lines.empty())
-        __wrap__Z15utl_CloseReaderP15utl_line_reader(*left_open.lines.begin());
+    while (!left_open.files.empty()) __wrap_close(left_open.files.begin()->first);
     while (!left_open.streams.empty()) __wrap_fclose(*left_open.streams.begin());
     for (void *block : left_open.memory) __real_free(block);
     left_open.memory.clear();

@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     box.read_piece = static_cast<unsigned>(take_integer(&rest, '\n')) % 70000;
     const std::string bytes(rest);
 
-    run_sandboxed(box, {{"file", bytes}}, [&] {
+    const outcome result = run_sandboxed(box, {{"file", bytes}}, [&] {
         const std::vector<read_line> wanted = lines_by_rule(bytes, limit);
         utl_line_reader *in = utl_OpenReader("file");
         require(in, "a file opens");
@@ -74,5 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
         }
         utl_CloseReader(in);
     });
+    require(result.files_read == std::vector<std::string>{"file"},
+            "the harness sees which file is read");
     return 0;
 }

@@ -1,20 +1,24 @@
 """The words that every shell must offer: lines that end where the tab key is pressed, and the
 answers, with the files of the directory."""
+import functools
 import os
 import pathlib
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[3]
-sys.path.insert(0, str(ROOT / "tests/docs"))
-import program_facts  # noqa: E402  (found by the path above)
+sys.path.insert(0, str(ROOT / "scripts"))
+import option_table  # noqa: E402  (found by the path above)
 
 REQUESTS = ["38:", "39:", "40:", "52:", "61:", "62:", "70:"]
 ODD_NAMES = ["my run.mad", "$(touch pwned).mad", "-x.mad", "x:y.mad"]
 
 
+@functools.cache
 def options():
-    """The options of the program, except those that end with any number."""
-    return sorted(form for form in program_facts.option_forms(ROOT) if not form.endswith("N"))
+    """The options of the program, except those that end with any number. The variable
+    CRV_PRINT_OPTIONS names the program that prints the option table; without it one is compiled."""
+    forms, _ = option_table.read(os.environ.get("CRV_PRINT_OPTIONS"))
+    return sorted(form.spelling for form in forms if form.summary and form.rest != "number")
 
 
 def file_options(prefix):
