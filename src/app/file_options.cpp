@@ -31,42 +31,42 @@ static constexpr int status_refused = 0; // also of the other readers' files
 static constexpr int status_columnized = 0;
 static constexpr int status_reported = 0;
 
-static void apply_positional_rules(crv_driver *run) {
-    ++run->file_option_count;
-    if (!run->selection) {
+static void apply_positional_rules(crv_driver *driver) {
+    ++driver->file_option_count;
+    if (!driver->selection) {
         printf("%%crv_05-f-req, Requests must be specified prior to files.\n");
         utl_Quit(status_refused);
     }
-    if (run->file_option_count > 1 && strncmp(run->selection, "0,", 2) == 0) {
+    if (driver->file_option_count > 1 && strncmp(driver->selection, "0,", 2) == 0) {
         printf("%%crv_05-i-tim, Redundant time specification ignored.\n");
-        run->selection += 2;
+        driver->selection += 2;
     }
 }
 
 // The next argument, or the user's pick. Returns false when that is too short to be a name.
-static bool choose_file(crv_driver *run, int index, const char *pattern) {
-    const char *value = crv_NextValue(run, index);
+static bool choose_file(crv_driver *driver, int index, const char *pattern) {
+    const char *value = crv_NextValue(driver, index);
     if (value) {
-        run->file_path = value;
-        printf("%%crv_05-i-fil, File to process = \"%s\" \n", run->file_path.c_str());
+        driver->file_path = value;
+        printf("%%crv_05-i-fil, File to process = \"%s\" \n", driver->file_path.c_str());
     } else {
-        utl_lstfile(pattern, &run->file_path, 0, crv_DBG);
-        printf("%%crv_05-i-fil, File = \"%s\" \n", run->file_path.c_str());
+        utl_lstfile(pattern, &driver->file_path, 0, crv_DBG);
+        printf("%%crv_05-i-fil, File = \"%s\" \n", driver->file_path.c_str());
     }
-    return run->file_path.size() >= shortest_path;
+    return driver->file_path.size() >= shortest_path;
 }
 
-static void require_free_slots(const crv_driver *run, int wanted) {
-    const int free_slots = CRV_MAXCOLS - run->columns_read;
+static void require_free_slots(const crv_driver *driver, int wanted) {
+    const int free_slots = CRV_MAXCOLS - driver->columns_read;
     if (wanted <= free_slots) return;
     fprintf(utl_ErrorStream(), "%%crv_05-f-col, \"%s\" would need %d columns, %d of %d are free\n",
-            run->file_path.c_str(), wanted, free_slots, CRV_MAXCOLS);
+            driver->file_path.c_str(), wanted, free_slots, CRV_MAXCOLS);
     utl_Quit(status_refused);
 }
 
 // The chart shows the ranges of the first two columns.
-static void update_chart(crv_driver *run) {
-    crv_chart *chart = crv_RequireChart(run);
+static void update_chart(crv_driver *driver) {
+    crv_chart *chart = crv_RequireChart(driver);
     const crv_column *x = crv_columns[0];
     const crv_column *y = crv_columns[1];
     if (x) {
@@ -89,92 +89,93 @@ static void widen_y_range(crv_chart *chart, int count) {
     }
 }
 
-static void count_columns(crv_driver *run, int count) {
-    run->columns_read = static_cast<uint16_t>(run->columns_read + count);
-    run->paths_read.push_back(run->file_path);
+static void count_columns(crv_driver *driver, int count) {
+    driver->columns_read = static_cast<uint16_t>(driver->columns_read + count);
+    driver->paths_read.push_back(driver->file_path);
 }
 
-static int read_request_file(crv_driver *run) {
-    const crv_selection selection = crv_ParseSel(run->selection, run->columns_read);
-    require_free_slots(run, selection.num_pairs);
-    const int count = crv_ReadReq(run->file_path.c_str(), selection);
+static int read_request_file(crv_driver *driver) {
+    const crv_selection selection = crv_ParseSel(driver->selection, driver->columns_read);
+    require_free_slots(driver, selection.num_pairs);
+    const int count = crv_ReadReq(driver->file_path.c_str(), selection);
     if (count < 1) utl_Quit(status_no_request_file);
     return count;
 }
 
-static int read_madymo_file(crv_driver *run) {
-    const crv_selection selection = crv_ParseSel(run->selection, run->columns_read);
-    require_free_slots(run, selection.num_pairs);
-    const int count = crv_ReadMad(run->file_path.c_str(), selection);
+static int read_madymo_file(crv_driver *driver) {
+    const crv_selection selection = crv_ParseSel(driver->selection, driver->columns_read);
+    require_free_slots(driver, selection.num_pairs);
+    const int count = crv_ReadMad(driver->file_path.c_str(), selection);
     if (count < 1) utl_Quit(status_refused);
     return count;
 }
 
-static void load_request_file(crv_driver *run) {
-    const int count = read_request_file(run);
-    count_columns(run, count);
-    update_chart(run);
-    widen_y_range(run->chart, count);
-    crv_RMinMax(run->chart->xminmax);
-    crv_RMinMax(run->chart->yminmax);
+static void load_request_file(crv_driver *driver) {
+    const int count = read_request_file(driver);
+    count_columns(driver, count);
+    update_chart(driver);
+    widen_y_range(driver->chart, count);
+    crv_RMinMax(driver->chart->xminmax);
+    crv_RMinMax(driver->chart->yminmax);
 }
 
 // Ends the run with the value of one column where another meets the condition of -r.
-[[noreturn]] static void report_value(const crv_driver *run) {
-    if (run->columns_read < 2) {
+[[noreturn]] static void report_value(const crv_driver *driver) {
+    if (driver->columns_read < 2) {
         fprintf(
             utl_ErrorStream(),
             "%%crv_05-f-val, The value of one request when another is \"%s\" needs two requests\n",
-            run->value.c_str());
+            driver->value.c_str());
         utl_Quit(status_refused);
     }
-    crv_ReportValue(run->value.c_str(), crv_DBG);
+    crv_ReportValue(driver->value.c_str(), crv_DBG);
     utl_Quit(status_reported);
 }
 
 // -f and -fr
-static void handle_request_file(crv_driver *run, int index) {
-    if (!choose_file(run, index, request_pattern)) return;
-    load_request_file(run);
-    if (!run->value.empty()) report_value(run);
+static void handle_request_file(crv_driver *driver, int index) {
+    if (!choose_file(driver, index, request_pattern)) return;
+    load_request_file(driver);
+    if (!driver->value.empty()) report_value(driver);
 }
 
 // -fg. Deliberate: with another option behind it, it offers request files.
-static void handle_frame_file(crv_driver *run, int index) {
-    const char *pattern = crv_NextArgument(run, index) ? request_pattern : "*.vdr";
-    if (!choose_file(run, index, pattern)) return;
-    require_free_slots(run, 2);
-    crv_RequireChart(run);
-    const int count = crv_ReadVDR(run->file_path.c_str(), run->columns_read);
+static void handle_frame_file(crv_driver *driver, int index) {
+    const char *pattern = crv_NextArgument(driver, index) ? request_pattern : "*.vdr";
+    if (!choose_file(driver, index, pattern)) return;
+    require_free_slots(driver, 2);
+    crv_RequireChart(driver);
+    const int count = crv_ReadVDR(driver->file_path.c_str(), driver->columns_read);
     if (count < 1) utl_Quit(status_refused);
-    count_columns(run, count);
-    update_chart(run);
+    count_columns(driver, count);
+    update_chart(driver);
 }
 
 // -fm
-static void handle_madymo_file(crv_driver *run, int index) {
-    if (!choose_file(run, index, madymo_pattern)) return;
-    count_columns(run, read_madymo_file(run));
-    update_chart(run);
+static void handle_madymo_file(crv_driver *driver, int index) {
+    if (!choose_file(driver, index, madymo_pattern)) return;
+    count_columns(driver, read_madymo_file(driver));
+    update_chart(driver);
 }
 
 // -fp and -fpN: labels on line N, data from the next line on.
-static void handle_column_file(crv_driver *run, int index) {
-    const char *number = run->argv[index] + 3;
+static void handle_column_file(crv_driver *driver, int index) {
+    const char *number = driver->argv[index] + 3;
     const int label_line = number[0] == '\0' ? 1 : utl_ToInt(number);
-    if (choose_file(run, index, "*.pos")) {
-        const crv_selection selection = crv_ParseSel(run->selection, run->columns_read);
-        require_free_slots(run, selection.num_pairs);
+    if (choose_file(driver, index, "*.pos")) {
+        const crv_selection selection = crv_ParseSel(driver->selection, driver->columns_read);
+        require_free_slots(driver, selection.num_pairs);
         const int first_line = label_line < INT_MAX ? label_line + 1 : INT_MAX;
-        const int count = crv_ReadPost(run->file_path.c_str(), selection, label_line, first_line);
+        const int count =
+            crv_ReadPost(driver->file_path.c_str(), selection, label_line, first_line);
         if (count < 1) utl_Quit(status_refused);
-        count_columns(run, count);
-        update_chart(run);
-        snprintf(run->chart->minor_t[0], sizeof run->chart->minor_t[0], "filename = %s",
-                 run->file_path.c_str());
+        count_columns(driver, count);
+        update_chart(driver);
+        snprintf(driver->chart->minor_t[0], sizeof driver->chart->minor_t[0], "filename = %s",
+                 driver->file_path.c_str());
     }
-    crv_RMinMax(crv_RequireChart(run)->xminmax);
-    crv_RMinMax(run->chart->yminmax);
+    crv_RMinMax(crv_RequireChart(driver)->xminmax);
+    crv_RMinMax(driver->chart->yminmax);
 }
 
 static uint16_t layout_of(char letter) {
@@ -189,18 +190,18 @@ static uint16_t layout_of(char letter) {
 // What the columnizing options take their files from.
 struct columnized_format {
     const char *pattern;
-    int (*read_file)(crv_driver *run);
+    int (*read_file)(crv_driver *driver);
 };
 static constexpr columnized_format columnized_requests = {request_pattern, read_request_file};
 static constexpr columnized_format columnized_madymo = {madymo_pattern, read_madymo_file};
 
 // The file that is named, or those that the user picks when the option is the last argument.
-static crv_file *choose_files(const crv_driver *run, int index, const char *pattern) {
-    const char *next = crv_NextArgument(run, index);
+static crv_file *choose_files(const crv_driver *driver, int index, const char *pattern) {
+    const char *next = crv_NextArgument(driver, index);
     if (!next) return crv_ListFiles(pattern);
     if (next[0] == '-') {
         fprintf(utl_ErrorStream(), "%%crv_05-f-fil, Option %s needs a file name, not \"%s\"\n",
-                run->argv[index], next);
+                driver->argv[index], next);
         utl_Quit(status_refused);
     }
     crv_file *file = crv_AllocFile(next);
@@ -209,9 +210,9 @@ static crv_file *choose_files(const crv_driver *run, int index, const char *patt
 }
 
 // A slip of the command line must not cost a file that an option before has read.
-static void refuse_to_overwrite_inputs(const crv_driver *run) {
-    const std::string dat_path = crv_DatPath(run->file_path);
-    for (const std::string &path : run->paths_read) {
+static void refuse_to_overwrite_inputs(const crv_driver *driver) {
+    const std::string dat_path = crv_DatPath(driver->file_path);
+    for (const std::string &path : driver->paths_read) {
         if (!utl_IsSameFile(dat_path.c_str(), path.c_str())) continue;
         fprintf(utl_ErrorStream(),
                 "%%crv_05-f-wri, The table would be written over \"%s\", which was read\n",
@@ -222,36 +223,37 @@ static void refuse_to_overwrite_inputs(const crv_driver *run) {
 
 // -fa, -fc, -fd, -fs, and -fma, -fmc, -fmd, -fms: a table for each file. The columns do not count
 // as read, so that each file takes the same slots.
-[[noreturn]] static void handle_columnizing(crv_driver *run, int index, char letter,
+[[noreturn]] static void handle_columnizing(crv_driver *driver, int index, char letter,
                                             const columnized_format &format) {
-    crv_file *file = choose_files(run, index, format.pattern);
+    crv_file *file = choose_files(driver, index, format.pattern);
     while (file) {
-        run->file_path = file->name;
-        refuse_to_overwrite_inputs(run);
-        const int count = format.read_file(run);
-        crv_WriteCols(run->file_path.c_str(), 0, static_cast<int16_t>(count), layout_of(letter));
+        driver->file_path = file->name;
+        refuse_to_overwrite_inputs(driver);
+        const int count = format.read_file(driver);
+        crv_WriteCols(driver->file_path.c_str(), 0, static_cast<int16_t>(count), layout_of(letter));
         file = crv_FreeFile(file);
         printf("   \n");
     }
     utl_Quit(status_columnized);
 }
 
-void crv_HandleFileOption(crv_driver *run, int index, crv_option option) {
-    apply_positional_rules(run);
-    const char *spelling = run->argv[index];
+void crv_HandleFileOption(crv_driver *driver, int index, crv_option option) {
+    apply_positional_rules(driver);
+    const char *spelling = driver->argv[index];
     switch (option) {
-    case crv_option::request_file: handle_request_file(run, index); break;
-    case crv_option::frame_file: handle_frame_file(run, index); break;
-    case crv_option::madymo_file: handle_madymo_file(run, index); break;
-    case crv_option::column_file: handle_column_file(run, index); break;
+    case crv_option::request_file: handle_request_file(driver, index); break;
+    case crv_option::frame_file: handle_frame_file(driver, index); break;
+    case crv_option::madymo_file: handle_madymo_file(driver, index); break;
+    case crv_option::column_file: handle_column_file(driver, index); break;
     case crv_option::request_table:
-        handle_columnizing(run, index, spelling[2], columnized_requests);
-    case crv_option::madymo_table: handle_columnizing(run, index, spelling[3], columnized_madymo);
+        handle_columnizing(driver, index, spelling[2], columnized_requests);
+    case crv_option::madymo_table:
+        handle_columnizing(driver, index, spelling[3], columnized_madymo);
     default: break; // -f with a letter of no reader
     }
 }
 
-void crv_ReadPickedRequestFile(crv_driver *run) {
-    utl_lstfile(request_pattern, &run->file_path, 0, crv_DBG);
-    load_request_file(run);
+void crv_ReadPickedRequestFile(crv_driver *driver) {
+    utl_lstfile(request_pattern, &driver->file_path, 0, crv_DBG);
+    load_request_file(driver);
 }

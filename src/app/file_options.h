@@ -2,8 +2,8 @@
 // moment it is met.
 #pragma once
 
+#include "app/driver.h"
 #include "app/option_table.h"
-#include "app/run.h"
 
 // Handles the file option at argument `index`. A selection must have been given before; from the
 // second file option on, a leading "0," is cut off it for good, so that time is taken from the
@@ -11,7 +11,7 @@
 //
 // A reader that fails ends the run: with status 1 for a request file, 0 for the others. A
 // columnizing option always ends it, with status 0.
-void crv_HandleFileOption(crv_driver *run, int index, crv_option option);
+void crv_HandleFileOption(crv_driver *driver, int index, crv_option option);
 
 // Lets the user pick a request file after the last argument and reads it.
-void crv_ReadPickedRequestFile(crv_driver *run);
+void crv_ReadPickedRequestFile(crv_driver *driver);

@@ -32,12 +32,12 @@ static void add_all_statistics() {
     fflush(stdout);
 }
 
-static void handle_debug_level(crv_driver *run, int index) {
-    printf("%%crv_05-i-VER, Verbose switch active %s\n", run->argv[index]);
+static void handle_debug_level(crv_driver *driver, int index) {
+    printf("%%crv_05-i-VER, Verbose switch active %s\n", driver->argv[index]);
     crv_DBG = 1;
-    const char *next = crv_NextArgument(run, index);
+    const char *next = crv_NextArgument(driver, index);
     if (!next) {
-        run->request = crv_request_debug_help;
+        driver->request = crv_request_debug_help;
         return;
     }
     const int level = utl_ToInt(next);
@@ -45,12 +45,12 @@ static void handle_debug_level(crv_driver *run, int index) {
     printf("    _05-i-VER, crv_DBG = %d \n", crv_DBG);
 }
 
-static void handle_verbose_level(crv_driver *run, int index) {
-    printf("%%crv_05-i-DBG, Verbose switch active %s\n", run->argv[index]);
+static void handle_verbose_level(crv_driver *driver, int index) {
+    printf("%%crv_05-i-DBG, Verbose switch active %s\n", driver->argv[index]);
     crv_DBG = 1;
-    const char *next = crv_NextArgument(run, index);
+    const char *next = crv_NextArgument(driver, index);
     if (!next) {
-        run->request = crv_request_debug_help;
+        driver->request = crv_request_debug_help;
         return;
     }
     const int level = utl_ToInt(next);
@@ -58,11 +58,11 @@ static void handle_verbose_level(crv_driver *run, int index) {
     printf("    _05-i-DBG, crv_DBG = %d \n", crv_DBG);
 }
 
-static void handle_init_file(crv_driver *run, int index) {
-    const char *next = crv_NextArgument(run, index);
+static void handle_init_file(crv_driver *driver, int index) {
+    const char *next = crv_NextArgument(driver, index);
     if (!next) return;
-    run->init_path = next;
-    printf("%%crv_05-i-ids, Init filename = \"%s\" \n", run->init_path);
+    driver->init_path = next;
+    printf("%%crv_05-i-ids, Init filename = \"%s\" \n", driver->init_path);
 }
 
 // Deliberate: nothing but the debug level changes.
@@ -71,8 +71,8 @@ static void handle_full_screen(const char *option) {
     printf("%%crv_05-i-DBG, Full screen window %s \n", option);
 }
 
-static void handle_menu_panes(const crv_driver *run, int index) {
-    const char *next = crv_NextArgument(run, index);
+static void handle_menu_panes(const crv_driver *driver, int index) {
+    const char *next = crv_NextArgument(driver, index);
     if (!next) return;
     const int panes = utl_ToInt(next);
     if (panes >= 0 && panes <= 15) crv_settings.menu_panes = panes;
@@ -80,93 +80,94 @@ static void handle_menu_panes(const crv_driver *run, int index) {
 }
 
 // Deliberate: any next argument is the chart's name, and the scan sees it again.
-static void handle_chart(crv_driver *run, int index) {
-    const char *option = run->argv[index];
-    run->request = crv_request_chart;
+static void handle_chart(crv_driver *driver, int index) {
+    const char *option = driver->argv[index];
+    driver->request = crv_request_chart;
     printf("%%crv_05-i-ps , Postscript plotting selected \n");
-    if (option[2] == '1') run->plots_per_page = 1;
-    if (option[2] == '2') run->plots_per_page = 2;
-    if (option[2] != '\0') printf("%%crv_05-i-chr, Plots per page = %d \n", run->plots_per_page);
-    const char *next = crv_NextArgument(run, index);
-    if (next) run->ps_path = next;
+    if (option[2] == '1') driver->plots_per_page = 1;
+    if (option[2] == '2') driver->plots_per_page = 2;
+    if (option[2] != '\0') printf("%%crv_05-i-chr, Plots per page = %d \n", driver->plots_per_page);
+    const char *next = crv_NextArgument(driver, index);
+    if (next) driver->ps_path = next;
 }
 
 // The selection ends at its first '='; what follows is the request value.
-static void handle_selection(crv_driver *run, int index) {
-    run->request = crv_request_requests;
-    char *next = crv_NextArgument(run, index);
+static void handle_selection(crv_driver *driver, int index) {
+    driver->request = crv_request_requests;
+    char *next = crv_NextArgument(driver, index);
     if (!next) return;
-    run->selection = next;
+    driver->selection = next;
     char *equals = strchr(next, '=');
     if (equals) {
         *equals = '\0';
-        run->value = equals + 1;
-        for (char &c : run->value) c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
-        printf("%%crv_05-i-ids, Reqval        = \"%s\" \n", run->value.c_str());
+        driver->value = equals + 1;
+        for (char &c : driver->value) c = static_cast<char>(tolower(static_cast<unsigned char>(c)));
+        printf("%%crv_05-i-ids, Reqval        = \"%s\" \n", driver->value.c_str());
     }
-    printf("%%crv_05-i-ids, Request ids   = \"%s\" \n", run->selection);
+    printf("%%crv_05-i-ids, Request ids   = \"%s\" \n", driver->selection);
 }
 
-static void handle_story(crv_driver *run, int index) {
-    const char number = run->argv[index][2];
-    const char *value = crv_NextValue(run, index);
+static void handle_story(crv_driver *driver, int index) {
+    const char number = driver->argv[index][2];
+    const char *value = crv_NextValue(driver, index);
     if (!value) return;
-    char(&story)[128] = crv_RequireChart(run)->story_ts[number - '0'];
+    char(&story)[128] = crv_RequireChart(driver)->story_ts[number - '0'];
     utl_CopyText(story, value);
     if (number == '0' && crv_DBG == 5) printf("    _05-v-val, Story line 0 = \"%s\" \n", story);
 }
 
-static void set_major_title(crv_driver *run, int number, const char *text) {
-    char(&title)[128] = crv_RequireChart(run)->major_t[number];
+static void set_major_title(crv_driver *driver, int number, const char *text) {
+    char(&title)[128] = crv_RequireChart(driver)->major_t[number];
     utl_CopyText(title, text);
     // Deliberate: the words are the same for title 1.
     if (crv_DBG == 5) printf("    _05-v-val, Major title = \"%s\" \n", title);
 }
 
-static void prompt_major_title(crv_driver *run) {
+static void prompt_major_title(crv_driver *driver) {
     char answer[asked_title_length + 1];
     printf("Enter Major title: ");
     utl_ReadAnswer(answer, sizeof answer);
-    set_major_title(run, 0, answer);
+    set_major_title(driver, 0, answer);
 }
 
 // -t and -t1; only -t prompts.
-static void handle_title(crv_driver *run, int index) {
-    const char *value = crv_NextValue(run, index);
-    if (value) set_major_title(run, 0, value);
-    if (run->argv[index][2] == '\0' && !crv_NextArgument(run, index)) prompt_major_title(run);
+static void handle_title(crv_driver *driver, int index) {
+    const char *value = crv_NextValue(driver, index);
+    if (value) set_major_title(driver, 0, value);
+    if (driver->argv[index][2] == '\0' && !crv_NextArgument(driver, index))
+        prompt_major_title(driver);
 }
 
-static void handle_subtitle(crv_driver *run, int index) {
-    const char *value = crv_NextValue(run, index);
-    if (value) set_major_title(run, 1, value);
+static void handle_subtitle(crv_driver *driver, int index) {
+    const char *value = crv_NextValue(driver, index);
+    if (value) set_major_title(driver, 1, value);
 }
 
 // The result of the report becomes the run request.
-static void handle_usage(crv_driver *run) {
-    run->request = utl_Report(run->argc, run->argv, "crv", nullptr, usage_action, crv_DBG);
+static void handle_usage(crv_driver *driver) {
+    driver->request = utl_Report(driver->argc, driver->argv, "crv", nullptr, usage_action, crv_DBG);
 }
 
-static void handle_write_file(crv_driver *run, int index) {
-    run->request = crv_request_write;
-    const char *value = crv_NextValue(run, index);
+static void handle_write_file(crv_driver *driver, int index) {
+    driver->request = crv_request_write;
+    const char *value = crv_NextValue(driver, index);
     if (value) printf("%%crv_05-i-fil, File to write = \"%s\" \n", value);
 }
 
 // The request file reader drops points outside the X range; every -x option renews its copy.
-static void copy_x_range(const crv_driver *run) {
-    crv_settings.x_filter[0] = run->x_range[0];
-    crv_settings.x_filter[1] = run->x_range[1];
+static void copy_x_range(const crv_driver *driver) {
+    crv_settings.x_filter[0] = driver->x_range[0];
+    crv_settings.x_filter[1] = driver->x_range[1];
 }
 
-static void handle_x_range(crv_driver *run, int index) {
-    crv_SetXRange(crv_NextArgument(run, index), run->x_range);
-    copy_x_range(run);
+static void handle_x_range(crv_driver *driver, int index) {
+    crv_SetXRange(crv_NextArgument(driver, index), driver->x_range);
+    copy_x_range(driver);
 }
 
-static void handle_x_label(const crv_driver *run, int index) {
-    copy_x_range(run);
-    const char *label = crv_NextArgument(run, index);
+static void handle_x_label(const crv_driver *driver, int index) {
+    copy_x_range(driver);
+    const char *label = crv_NextArgument(driver, index);
     if (!label) return;
     if (crv_columns[0]) {
         utl_CopyText(crv_columns[0]->colname, label);
@@ -176,10 +177,10 @@ static void handle_x_label(const crv_driver *run, int index) {
 }
 
 // -yl and -yla label column 1, -ylN column N with N of one digit.
-static void handle_y_label(const crv_driver *run, int index) {
-    const char *label = crv_NextArgument(run, index);
+static void handle_y_label(const crv_driver *driver, int index) {
+    const char *label = crv_NextArgument(driver, index);
     if (!label) return;
-    const char number = run->argv[index][3];
+    const char number = driver->argv[index][3];
     const int column = number == '\0' || number == 'a' ? 1 : utl_ToInt({&number, 1});
     if (crv_columns[column]) {
         utl_CopyText(crv_columns[column]->colname, label);
@@ -188,47 +189,49 @@ static void handle_y_label(const crv_driver *run, int index) {
     }
 }
 
-static void handle_option(crv_driver *run, int index, crv_option option) {
+static void handle_option(crv_driver *driver, int index, crv_option option) {
     switch (option) {
-    case crv_option::selection: handle_selection(run, index); break;
+    case crv_option::selection: handle_selection(driver, index); break;
     case crv_option::request_file:
     case crv_option::madymo_file:
     case crv_option::column_file:
     case crv_option::frame_file:
     case crv_option::unknown_file:
     case crv_option::request_table:
-    case crv_option::madymo_table: crv_HandleFileOption(run, index, option); break;
-    case crv_option::time_window: crv_SetTimeWindow(crv_NextArgument(run, index)); break;
+    case crv_option::madymo_table: crv_HandleFileOption(driver, index, option); break;
+    case crv_option::time_window: crv_SetTimeWindow(crv_NextArgument(driver, index)); break;
     case crv_option::absolute_extremes: add_absolute_extremes(); break;
     case crv_option::all_statistics: add_all_statistics(); break;
-    case crv_option::chart: handle_chart(run, index); break;
-    case crv_option::x_range: handle_x_range(run, index); break;
-    case crv_option::y_range: crv_SetYRange(crv_NextArgument(run, index), run->y_range); break;
-    case crv_option::x_label: handle_x_label(run, index); break;
-    case crv_option::y_label: handle_y_label(run, index); break;
-    case crv_option::title: handle_title(run, index); break;
-    case crv_option::subtitle: handle_subtitle(run, index); break;
+    case crv_option::chart: handle_chart(driver, index); break;
+    case crv_option::x_range: handle_x_range(driver, index); break;
+    case crv_option::y_range:
+        crv_SetYRange(crv_NextArgument(driver, index), driver->y_range);
+        break;
+    case crv_option::x_label: handle_x_label(driver, index); break;
+    case crv_option::y_label: handle_y_label(driver, index); break;
+    case crv_option::title: handle_title(driver, index); break;
+    case crv_option::subtitle: handle_subtitle(driver, index); break;
     case crv_option::pasted_file:
-    case crv_option::story: handle_story(run, index); break;
-    case crv_option::help: run->request = crv_request_help; break;
-    case crv_option::examples: run->request = crv_request_examples; break;
-    case crv_option::status: run->request = crv_request_status; break;
-    case crv_option::debug_help: run->request = crv_request_debug_help; break;
-    case crv_option::bugs: run->request = crv_request_bugs; break;
-    case crv_option::debug_level: handle_debug_level(run, index); break;
-    case crv_option::verbose_level: handle_verbose_level(run, index); break;
-    case crv_option::full_screen: handle_full_screen(run->argv[index]); break;
-    case crv_option::write_file: handle_write_file(run, index); break;
-    case crv_option::usage: handle_usage(run); break;
-    case crv_option::init_file: handle_init_file(run, index); break;
-    case crv_option::menu_panes: handle_menu_panes(run, index); break;
+    case crv_option::story: handle_story(driver, index); break;
+    case crv_option::help: driver->request = crv_request_help; break;
+    case crv_option::examples: driver->request = crv_request_examples; break;
+    case crv_option::status: driver->request = crv_request_status; break;
+    case crv_option::debug_help: driver->request = crv_request_debug_help; break;
+    case crv_option::bugs: driver->request = crv_request_bugs; break;
+    case crv_option::debug_level: handle_debug_level(driver, index); break;
+    case crv_option::verbose_level: handle_verbose_level(driver, index); break;
+    case crv_option::full_screen: handle_full_screen(driver->argv[index]); break;
+    case crv_option::write_file: handle_write_file(driver, index); break;
+    case crv_option::usage: handle_usage(driver); break;
+    case crv_option::init_file: handle_init_file(driver, index); break;
+    case crv_option::menu_panes: handle_menu_panes(driver, index); break;
     }
 }
 
-void crv_ScanOptions(crv_driver *run) {
-    for (int index = 1; index < run->argc; ++index) {
-        if (run->argv[index][0] != '-') continue;
-        if (const crv_option_form *form = crv_FindOption(run->argv[index]))
-            handle_option(run, index, form->option);
+void crv_ScanOptions(crv_driver *driver) {
+    for (int index = 1; index < driver->argc; ++index) {
+        if (driver->argv[index][0] != '-') continue;
+        if (const crv_option_form *form = crv_FindOption(driver->argv[index]))
+            handle_option(driver, index, form->option);
     }
 }

@@ -227,8 +227,8 @@ static void ask_name(std::string *name) {
 
 // Stores the name of file `number` of the list, counted from 1.
 static void choose_file(const crv_file *list, int number, int count, std::string *name) {
-    if (number < 1 || number > count) reject_answer();
-    for (; number > 1; --number) list = list->next;
+    if (!list || number < 1 || number > count) reject_answer();
+    for (; number > 1 && list->next; --number) list = list->next;
     *name = list->name;
 }
 

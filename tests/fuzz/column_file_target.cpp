@@ -1,12 +1,13 @@
-// fuzz/column_file_target.cpp - what the column file reader makes of any bytes. The first slot of the input is the line
-// of the labels, too.
+// fuzz/column_file_target.cpp - what the column file reader makes of any bytes. The first slot of
+// the input is the line of the labels, too.
 #include "column_check.h"
 
 #include "readers/column_file.h"
 
 static int read_file(const char *path, const reader_input &input) {
     const int label_line = input.first_slot % 5;
-    return crv_ReadPost(path, crv_ParseSel(input.selection.c_str(), input.first_slot / 5), label_line, label_line + 1);
+    return crv_ReadPost(path, crv_ParseSel(input.selection.c_str(), input.first_slot / 5),
+                        label_line, label_line + 1);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {

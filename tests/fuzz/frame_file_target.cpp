@@ -6,7 +6,9 @@
 
 #include <algorithm>
 
-static int slot_of(const reader_input &input) { return std::min(input.first_slot, CRV_MAXCOLS - 2); }
+static int slot_of(const reader_input &input) {
+    return std::min(input.first_slot, CRV_MAXCOLS - 2);
+}
 
 static int read_file(const char *path, const reader_input &input) {
     crv_AllocCht(0);

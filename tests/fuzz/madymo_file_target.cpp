@@ -22,9 +22,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     require(read.columns.size() == static_cast<size_t>(wanted), "no column is made in vain");
     for (const column_copy &column : read.columns) {
         check_statistics(column);
-        require(column.fields.min_step == 0 && column.fields.absmax_step == 0, "the format has no steps");
+        require(column.fields.min_step == 0 && column.fields.absmax_step == 0,
+                "the format has no steps");
         const size_t most = read.columns[0].values.size() + 1; // the file can end within a step
-        require(column.values.size() <= most && read.columns[0].values.size() <= column.values.size() + 1,
+        require(column.values.size() <= most &&
+                    read.columns[0].values.size() <= column.values.size() + 1,
                 "a step gives every column a value");
     }
     return 0;

@@ -18,7 +18,8 @@ static void check_printed(double value) {
     char wanted[64];
     snprintf(wanted, sizeof wanted, "%11.4e", value);
     char text[utl_max_number_chars];
-    require(std::string(text, utl_WriteE11_4(text, value)) == wanted, "a number is written as by printf");
+    require(std::string(text, utl_WriteE11_4(text, value)) == wanted,
+            "a number is written as by printf");
 }
 
 static void check_unsigned(unsigned value) {

@@ -25,8 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
         check_statistics(column);
         require(column.fields.begin_step >= 1 && column.fields.begin_step <= column.fields.end_step,
                 "steps count from 1");
-        for (const uint32_t step : {column.fields.min_step, column.fields.max_step, column.fields.absmin_step,
-                                    column.fields.absmax_step})
+        for (const uint32_t step : {column.fields.min_step, column.fields.max_step,
+                                    column.fields.absmin_step, column.fields.absmax_step})
             require(column.fields.begin_step <= step && step <= column.fields.end_step,
                     "an extreme lies at a step that was kept");
     }

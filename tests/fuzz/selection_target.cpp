@@ -1,5 +1,5 @@
-// fuzz/selection_target.cpp - a selection is read as strtok and atoi read it, and its entries come in the order of their
-// lines.
+// fuzz/selection_target.cpp - a selection is read as strtok and atoi read it, and its entries come
+// in the order of their lines.
 //
 // Input: the selection on a line; then a line with the blocks of its entries.
 #include "harness.h"
@@ -44,7 +44,8 @@ static void check_order(crv_selection selection, std::string_view blocks) {
     for (size_t k = 0; k < wanted.size(); ++k) wanted[k] = static_cast<uint8_t>(k);
     std::stable_sort(wanted.begin(), wanted.end(),
                      [&](uint8_t a, uint8_t b) { return entries[a].block < entries[b].block; });
-    require(std::equal(wanted.begin(), wanted.end(), selection.order), "entries are sorted by block, equal ones stay");
+    require(std::equal(wanted.begin(), wanted.end(), selection.order),
+            "entries are sorted by block, equal ones stay");
     for (size_t k = 0; k < wanted.size(); ++k)
         require(crv_NextNeededBlock(selection, k, 5) == entries[wanted[k]].block,
                 "and met in that order");
@@ -72,8 +73,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     check_parsed(text, selection, room);
     for (const crv_reqsel &entry : entries) check_labels(entry);
     for (int k = 0; k <= CRV_MAXCOLS; ++k)
-        require(crv_IsTime(selection, k) ==
-                    (static_cast<size_t>(k) < entries.size() && entries[static_cast<size_t>(k)].req == 0),
+        require(crv_IsTime(selection, k) == (static_cast<size_t>(k) < entries.size() &&
+                                             entries[static_cast<size_t>(k)].req == 0),
                 "request 0 is time");
     check_order(selection, rest);
     return 0;

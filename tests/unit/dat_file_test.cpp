@@ -213,7 +213,9 @@ TEST_F(dat_file, TheExtensionIsReplaced) {
     EXPECT_EQ(crv_DatPath(std::string(300, 'a') + ".req"), std::string(300, 'a') + ".dat");
 }
 
-TEST_F(dat_file, BackslashDoesNotSeparateDirectories) { EXPECT_EQ(crv_DatPath("res.1\\run"), "res.dat"); }
+TEST_F(dat_file, BackslashDoesNotSeparateDirectories) {
+    EXPECT_EQ(crv_DatPath("res.1\\run"), "res.dat");
+}
 
 TEST_F(dat_file, MissingDirectoryEndsProgram) {
     add_column(0, {1});

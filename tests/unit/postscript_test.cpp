@@ -570,9 +570,7 @@ std::string appended(const std::string &bytes) {
     return text.substr(head.size(), text.size() - head.size() - tail.size());
 }
 
-TEST_F(sections, UserFileIsPastedByLines) {
-    EXPECT_EQ(appended("a %d\n\nb\r\n"), "a %d\n\nb\n");
-}
+TEST_F(sections, UserFileIsPastedByLines) { EXPECT_EQ(appended("a %d\n\nb\r\n"), "a %d\n\nb\n"); }
 
 TEST_F(sections, UnterminatedLastLineIsNotPasted) {
     EXPECT_EQ(appended("a\nlast"), "a\n");

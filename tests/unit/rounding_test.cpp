@@ -42,9 +42,7 @@ TEST_F(rounding, DigitIsFoundAfterThreeDecimals) {
     EXPECT_EQ(rounded(9.9994, 9.9994), (bounds{9, 10}));
 }
 
-TEST_F(rounding, ReversedBoundsAreRounded) {
-    EXPECT_EQ(rounded(123, 45), (bounds{100, 50}));
-}
+TEST_F(rounding, ReversedBoundsAreRounded) { EXPECT_EQ(rounded(123, 45), (bounds{100, 50})); }
 
 TEST_F(rounding, BoundsOfOppositeSignAreIndependent) {
     const bounds pair = rounded(-0.37, 4.2);

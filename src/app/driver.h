@@ -1,4 +1,4 @@
-// app/run.h - state of the driver during the argument scan, and access to the arguments.
+// app/driver.h - state of the driver during the argument scan, and access to the arguments.
 #pragma once
 
 #include "records/chart.h"
@@ -39,18 +39,18 @@ struct crv_driver {
 
 // Returns chart 0. Ends the program with status 0 if it could not be allocated, which has been
 // reported.
-inline crv_chart *crv_RequireChart(crv_driver *run) {
-    if (!run->chart) utl_Quit(0);
-    return run->chart;
+inline crv_chart *crv_RequireChart(crv_driver *driver) {
+    if (!driver->chart) utl_Quit(0);
+    return driver->chart;
 }
 
 // Returns the argument after argument `index`, or null if `index` is the last.
-inline char *crv_NextArgument(const crv_driver *run, int index) {
-    return index + 1 < run->argc ? run->argv[index + 1] : nullptr;
+inline char *crv_NextArgument(const crv_driver *driver, int index) {
+    return index + 1 < driver->argc ? driver->argv[index + 1] : nullptr;
 }
 
 // Does the same, but returns null also if the argument begins with '-'.
-inline char *crv_NextValue(const crv_driver *run, int index) {
-    char *next = crv_NextArgument(run, index);
+inline char *crv_NextValue(const crv_driver *driver, int index) {
+    char *next = crv_NextArgument(driver, index);
     return next && next[0] != '-' ? next : nullptr;
 }
