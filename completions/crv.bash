@@ -84,7 +84,8 @@ _crv_find_option() {
 }
 # End of the generated part.
 
-# The identifiers in the header of the only request file here, one a line. No more than a megabyte is read.
+# The identifiers in the header of the request file of this directory, one per line. There must be
+# only one such file, of which at most a megabyte is read.
 _crv_requests() {
     local files=() file
     while IFS= read -r file; do
@@ -101,15 +102,17 @@ _crv_requests() {
         $1 ~ /^[0-9]+$/ && length($1) < 11 && !seen[$1]++ { print $1 ":" }' 2>/dev/null
 }
 
-# Takes the line up to the cursor apart as the program will see it, into words; the last is the one to be completed. The
-# shell's own words begin behind ':' and '=' too: what stands before the last of them is glued.
+# Splits the line up to the cursor into words as the program will see them; the last word is to be
+# completed. The shell's own words also begin after ':' and '='; glued is the part of the last word
+# before its last ':' or '='.
 _crv_split() {
     local rest=${COMP_LINE:0:COMP_POINT} piece k
     words=()
     glued=
     for ((k = 0; k <= COMP_CWORD; ++k)); do
         piece=${COMP_WORDS[k]}
-        if ((k == 0)) || [[ $rest == [[:space:]]* || $piece == [\<\>\;\|\&\(]* || ${words[-1]} == *[\<\>\;\|\&\(] ]]; then
+        if ((k == 0)) || [[ $rest == [[:space:]]* || $piece == [\<\>\;\|\&\(]* ||
+            ${words[-1]} == *[\<\>\;\|\&\(] ]]; then
             words+=("$piece")
             glued=
         else
@@ -123,7 +126,7 @@ _crv_split() {
     return 0
 }
 
-# Files with the suffix $1, and folders.
+# Files with the suffix $1, and directories.
 _crv_files() {
     local name
     compopt -o filenames 2>/dev/null
@@ -132,7 +135,8 @@ _crv_files() {
     done < <(compgen -f -X "!*$1" -- "$current"; compgen -d -- "$current")
 }
 
-# Names for the chart: the usual one, that of each result file on the line, and the charts that are here.
+# Names for the chart: crv.ps, the name of each result file on the line with the suffix .ps, and
+# existing charts.
 _crv_charts() {
     local k
     compopt -o filenames 2>/dev/null
@@ -158,7 +162,7 @@ _crv_charts() {
     done
 }
 
-# Behind -r: identifiers, then items of a request, then the words of a condition.
+# Values for -r: identifiers, then items of a request, then the words of a condition.
 _crv_selection() {
     local before piece=${current##*[, ]} word
     before=${current%"$piece"}

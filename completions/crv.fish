@@ -2,7 +2,8 @@
 #
 # Names and texts come from the disk and from the line: they are compared and listed, never run.
 
-# The identifiers in the header of the only request file here, each with its name. No more than a megabyte is read.
+# The identifiers in the header of the request file of this directory, each with its name. There
+# must be only one such file, of which at most a megabyte is read.
 function __crv_requests
     set -l files
     for file in *.req
@@ -21,13 +22,15 @@ function __crv_requests
         END { show() }' 2>/dev/null
 end
 
-# Files with the suffix, and folders.
+# Files with the suffix, and directories.
 function __crv_files --argument-names suffix
     set -l token (commandline -ct)
-    complete -C "__crv_no_such_command $token" | string match -r "^[^-\t][^\t]*(?:/|\\Q$suffix\\E)(?:\t.*)?\$"
+    complete -C "__crv_no_such_command $token" |
+        string match -r "^[^-\t][^\t]*(?:/|\\Q$suffix\\E)(?:\t.*)?\$"
 end
 
-# Names for the chart: the usual one, that of each result file on the line, and the charts that are here.
+# Names for the chart: crv.ps, the name of each result file on the line with the suffix .ps, and
+# existing charts.
 function __crv_charts --argument-names pasted
     begin
         echo crv.ps
@@ -39,17 +42,19 @@ function __crv_charts --argument-names pasted
     end | awk '!seen[$0]++' | string match -v -- "$pasted"
 end
 
-# Behind -r: identifiers, then items of a request, then the words of a condition.
+# Values for -r: identifiers, then items of a request, then the words of a condition.
 function __crv_selection
     set -l current (commandline -ct | string replace -r '^["\']' '')
     set -l piece (string replace -r '.*[, ]' '' -- $current)
     if string match -q '*=*' -- $current
         set -l before (string replace -r '=.*' '=' -- $current)
         printf '%s%s\t%s\n' $before max 'where it is highest' $before min 'where it is lowest' \
-            $before amax 'where its magnitude is highest' $before amin 'where its magnitude is lowest'
+            $before amax 'where its magnitude is highest' \
+            $before amin 'where its magnitude is lowest'
     else if string match -q '*:*' -- $piece
         set -l before (string replace -r '[^:]*$' '' -- $current)
-        printf '%s%s\t%s\n' $before 1 X $before 2 Y $before 3 Z $before 4 A1 $before 5 A2 $before 6 A3 \
+        printf '%s%s\t%s\n' $before 1 X $before 2 Y $before 3 Z \
+            $before 4 A1 $before 5 A2 $before 6 A3 \
             $before 7 'M, magnitude of 1 to 3' $before 8 'AM, magnitude of 4 to 6'
     else
         set -l before (string replace -r '[^, ]*$' '' -- $current)

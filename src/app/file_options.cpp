@@ -139,7 +139,7 @@ static void handle_request_file(crv_driver *driver, int index) {
     if (!driver->value.empty()) report_value(driver);
 }
 
-// -fg. Deliberate: with another option behind it, it offers request files.
+// -fg. Deliberate: with another option after it, it offers request files.
 static void handle_frame_file(crv_driver *driver, int index) {
     const char *pattern = crv_NextArgument(driver, index) ? request_pattern : "*.vdr";
     if (!choose_file(driver, index, pattern)) return;

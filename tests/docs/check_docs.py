@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Compares docs/oddities.md with the Deliberate: comments and the tests, and finds links and paths of
-the documents that lead nowhere.
+"""Compares docs/oddities.md with the Deliberate: comments and the tests, and finds broken links and
+paths in the documents.
 
     check_docs.py ROOT UNIT_TESTS
 """

@@ -1,5 +1,5 @@
 // fuzz/lines_target.cpp - lines are those of fgets, in whatever pieces the file arrives, read or
-// passed over.
+// skipped.
 //
 // Input: limit, lines to pass between two reads and size of a piece, a line each; then the file.
 #include "harness.h"
