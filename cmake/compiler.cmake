@@ -11,6 +11,13 @@ if(WIN32)
   target_compile_definitions(crv_compiler INTERFACE __USE_MINGW_ANSI_STDIO=1)
 endif()
 
+if(CRV_LIBCXX)
+  # For everything, GoogleTest included.
+  add_compile_options(-stdlib=libc++)
+  add_link_options(-stdlib=libc++)
+  link_libraries(c++abi) # a static libc++ needs it beside itself
+endif()
+
 if(CRV_WERROR)
   target_compile_options(crv_compiler INTERFACE -Werror)
 endif()

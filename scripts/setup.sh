@@ -32,6 +32,7 @@ packages_of() {
             local tier
             for tier in test fuzz package windows coverage; do packages_of "$tier"; done
             echo clang-format clang-tidy valgrind                # analysis
+            echo libc++-dev libc++abi-dev                        # the other C++ library
             echo poppler-utils librsvg2-bin parallel gnuplot-nox # pictures and the cookbook
             echo mandoc man-db bash-completion zsh fish          # manual page and completions
             echo cups-bsd cups-client cups-daemon                # printing
