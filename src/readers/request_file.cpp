@@ -4,25 +4,23 @@
 
 #include "readers/column_builder.h"
 #include "readers/input.h"
+#include "readers/request_item.h"
 #include "readers/selection.h"
 #include "records/column.h"
 #include "records/range.h"
 #include "records/settings.h"
 #include "stats/column_stats.h"
-#include "system/arithmetic.h"
 #include "system/console.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
 #include "text/number_reader.h"
 
-#include <cmath>
 #include <cstdio>
 
 static constexpr int routine = 83;
-static constexpr size_t line_limit = 126;        // 125 characters and the line end
-static constexpr size_t long_title_length = 78;  // of a title line that is too long
-static constexpr double unknown_item = -999.999; // value of items above 8
+static constexpr size_t line_limit = 126;       // 125 characters and the line end
+static constexpr size_t long_title_length = 78; // of a title line that is too long
 
 // Five characters each, as crv_reqsel::type_label; item labels have two, as comp_label.
 static constexpr const char *type_labels[] = {"Time ", "Displ", "Veloc", "Accel", "Force", "User "};
@@ -124,30 +122,6 @@ static bool make_columns(request_file *req) {
     }
     crv_SortByBlock(&req->selection);
     return true;
-}
-
-double crv_ReadItem(std::string_view line, uint32_t item, bool *complete) {
-    // The order of the sum decides its last bit: second square plus first, then the third.
-    const auto magnitude = [](double x, double y, double z) {
-        const double sum =
-            utl_Add(utl_Add(utl_Multiply(y, y), utl_Multiply(x, x)), utl_Multiply(z, z));
-        return utl_SignNan(sqrt(sum), sum, sum);
-    };
-
-    double numbers[6];
-    if (item <= 6) {
-        if (!utl_ReadNumberAt(line, item == 0 ? 1 : item, &numbers[0])) *complete = false;
-        return numbers[0];
-    }
-    if (item == 7) {
-        if (utl_ReadNumbers(line, {numbers, 3}) < 3) *complete = false;
-        return magnitude(numbers[0], numbers[1], numbers[2]);
-    }
-    if (item == 8) {
-        if (utl_ReadNumbers(line, {numbers, 6}) < 6) *complete = false;
-        return magnitude(numbers[3], numbers[4], numbers[5]);
-    }
-    return unknown_item;
 }
 
 static void trace_value(const request_file *req, utl_line line, uint32_t item, double value) {

@@ -11,19 +11,11 @@
 // steps. Numbers are separated by blanks and commas. An unterminated last line is ignored unless it
 // has 126 characters.
 //
-//   item    value of the request line         label        type   label
-//   0, 1    first number                      "T ", "X "   0      "Time "
-//   2, 3    second and third                  "Y ", "Z "   1      "Displ"
-//   4 to 6  fourth to sixth                   "A1" .. "A3" 2      "Veloc"
-//   7       magnitude of the first three      "M "         3      "Accel"
-//   8       magnitude of the fourth to sixth  "AM"         4      "Force"
-//   other   -999.999                          "??"         5      "User ", others "?????"
+// Items of a request line are in readers/request_item.h. Labels of the types: 0 "Time ", 1 "Displ",
+// 2 "Veloc", 3 "Accel", 4 "Force", 5 "User ", others "?????".
 #pragma once
 
 #include "readers/selection.h"
-
-#include <cstdint>
-#include <string_view>
 
 // Routine 83. Makes one column per pair of `selection`: pair k fills slot first_slot + k of the
 // column table with the values in the time window and the X filter of the settings, and with all
@@ -34,7 +26,3 @@
 // with status 1 if a column has no value. Deliberate: also if it has 32,768 to 65,536 values,
 // because the count is a signed 16-bit number; with more values the count wraps to 1 and above.
 int crv_ReadReq(const char *path, const crv_selection &selection);
-
-// Returns the value of `item` on the line of a request. A missing number is read as 0.0 and sets
-// *complete to false; otherwise *complete is unchanged.
-double crv_ReadItem(std::string_view line, uint32_t item, bool *complete);

@@ -1,5 +1,6 @@
 // unit/request_file_test.cpp - reading request files: header, steps, items, screening, errors.
 #include "readers/request_file.h"
+#include "readers/request_item.h"
 
 #include "reader_support.h"
 

@@ -1,0 +1,17 @@
+// readers/request_item.h - the value that an item number selects on the line of a request.
+//
+//   item    value                             label
+//   0, 1    first number                      "T ", "X "
+//   2, 3    second and third                  "Y ", "Z "
+//   4 to 6  fourth to sixth                   "A1" .. "A3"
+//   7       magnitude of the first three      "M "
+//   8       magnitude of the fourth to sixth  "AM"
+//   other   -999.999                          "??"
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+// Returns the value of `item` on the line of a request. A missing number is read as 0.0 and sets
+// *complete to false; otherwise *complete is unchanged.
+double crv_ReadItem(std::string_view line, uint32_t item, bool *complete);
