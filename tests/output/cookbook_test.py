@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
 """Runs the recipes of docs/cookbook.md as printed, and checks the files that they make.
 
-Each section with blocks has a test named by its heading, which must use every block of it.
+Each section with blocks has a test named by its heading, which must use every block of it. Each
+test also runs its recipe with an input that is missing or damaged: old output must not be used.
 """
+import csv
 import gzip
 import re
 import shutil
@@ -66,6 +68,20 @@ class Cookbook(workbench.Workbench):
         """The next block will run once more afterwards."""
         self.left.insert(0, self.left[0])
 
+    def repeat(self, number):
+        """Block `number` of the section will run once more, next."""
+        self.left.insert(0, recipes()[self.test.__name__][number])
+
+    def hide(self, name="run1.req"):
+        self.path(name).rename(self.path("hidden"))
+
+    def assert_fails(self, *missing):
+        """Runs the next block, which must fail without making some files."""
+        result = self.next_block()
+        self.assertNotEqual(result.status, 0, result)
+        self.assert_missing(*missing)
+        return result
+
     def copy(self, source, target):
         self.write(target, self.read(source))
 
@@ -115,6 +131,14 @@ def test_a_chart_as_pdf_png_or_svg(box):
         box.assertEqual(xml.parse(box.path(name)).getroot().get("viewBox"), "0 0 792 612")
     box.assert_pages("forces.pdf")
 
+    for name in box.made():
+        box.path(name).unlink()
+    box.hide()
+    box.repeat(0)
+    box.assertNotIn("fini, ", box.next_block().stdout)
+    box.repeat(1)
+    box.assertIn("crv2svg: ", box.assert_fails("crv.ps", "crv.pdf", "forces.pdf").stderr)
+
 
 def test_several_charts_in_one_pdf(box):
     result = box.next_block()
@@ -123,6 +147,54 @@ def test_several_charts_in_one_pdf(box):
     text = box.output_of("pdftotext", "report.pdf", "-")
     box.assertLess(text.index("Heights"), text.index("Forces"))
     box.assertLess(text.index("Forces"), text.index("Bumper"))
+    box.hide()
+    box.repeat(0)
+    box.assert_fails("report.pdf", "heights.ps")
+
+
+def scaled(box, source, factor, every=1):
+    """A request file with every n-th step of another and the heights times a factor."""
+    lines = box.text(source).splitlines()
+    steps = [lines[at:at + 8] for at in range(16, len(lines), 8 * every)]
+    for step in steps:
+        cells = step[1].split()
+        cells[2] = f"{factor * float(cells[2]):.10E}"
+        step[1] = "  ".join(cells)
+    return "\n".join(lines[:16] + sum(steps, [])) + "\n"
+
+
+def test_the_same_series_of_several_runs(box):
+    box.write("run2.req", scaled(box, "run1.req", 0.5))
+    result = box.next_status(0)
+    box.assertEqual(result.stderr, "")
+    box.assert_pages("runs.pdf")
+    text = box.output_of("pdftotext", "runs.pdf", "-")
+    box.assertRegex(text, r"(?s)run 1.*run 2")
+    box.assertEqual(box.text("run1.dat"), box.text("run2.dat"))
+
+    box.repeat(0)
+    box.write("run2.req", scaled(box, "run1.req", 0.5, every=2))
+    box.assertIn("differ", box.assert_fails("runs.ps").stdout)
+
+    box.next_block()
+    box.assertEqual(box.next_status(0).stderr, "")
+    rows = [[float(cell) for cell in row] for row in box.rows("runs.pos")]
+    box.assertEqual(len(rows), 301)
+    for row in rows[::2]:
+        box.assertAlmostEqual(row[2], row[1] / 2, delta=0.001)
+    for before, row, after in zip(rows[::2], rows[1::2], rows[2::2]):
+        box.assertAlmostEqual(row[2], (before[1] + after[1]) / 4, delta=0.001)
+    text = box.output_of("pdftotext", "runs.pdf", "-")
+    box.assertRegex(text, r"(?s)run 1.*run 2")
+
+    for name in ("run2.req", "run1.req"):
+        box.hide(name)
+        for block in (0, 2):
+            for old in ("run1.dat", "run2.dat"):
+                box.write(old, "0 0\n1 1\n")
+            box.repeat(block)
+            box.assert_fails("runs.ps")
+        box.path("hidden").rename(box.path(name))
 
 
 def test_a_thousand_result_files(box):
@@ -154,6 +226,49 @@ def test_a_thousand_result_files_on_a_cluster(box):
     broken = sorted([*(f"{run}.req" for run in runs), "broken.req"]).index("broken.req") + 1
     box.assertEqual((result.stdout, result.stderr), (f"task {broken} failed\n", ""))
     box.assert_runs_done(runs)
+
+
+def test_tables_of_many_files(box):
+    runs = box.make_runs()
+    box.copy("broken.req", "middle.req")
+    box.write("broken.dat", "of an earlier run\n")
+    box.next_block()
+    result = box.next_status(1)
+    box.assertEqual(result.stdout, "")
+    box.assertEqual(result.stderr,
+                    "tables: ./broken.req has no table, see ./broken.log\n"
+                    "tables: ./middle.req has no table, see ./middle.log\n")
+    box.assertEqual(box.made(), sorted(f"{run}.dat" for run in runs))
+    for run in runs:
+        box.assertEqual(len(box.rows(f"{run}.dat")), 301 + 18)
+    box.assertIn('Request "38" not found!', box.text("middle.log"))
+    for name in ("broken.req", "middle.req"):
+        box.path(name).unlink()
+    box.repeat(1)
+    box.assertEqual(box.next_status(0), ("", "", 0))
+
+
+def test_one_csv_line_for_each_file(box):
+    box.make_runs()
+    box.write("run2,\"b\".req", scaled(box, "run1.req", 2))
+    before = box.names()
+    box.next_block()
+    result = box.next_status(1)
+    box.assertEqual(result.stderr,
+                    'extremes: broken.req: %crv_83-e-mis, Request "38" not found! \n')
+    box.assertEqual(sorted({*box.names()} - {*before}), ["extremes", "extremes.csv"])
+    with box.path("extremes.csv").open(newline="") as file:
+        header, *rows = csv.reader(file)
+    box.assertEqual(header, ["file", "min 38:3", "max 38:3", "min 61:3", "max 61:3"])
+    forces = ["-2.2624e+03", "1.7428e+03"]
+    heights = [2 * float(line.split()[2]) for line in box.text("run1.req").splitlines()[17::8]]
+    box.assertEqual(sorted(rows), sorted(
+        [[name, "-3.2692e+01", "7.6491e+01", *forces]
+         for name in ("run1.req", "run 2.req", "Bob's run.req", "a;b.req")]
+        + [['run2,"b".req', f"{min(heights):.4e}", f"{max(heights):.4e}", *forces]]))
+    box.path("broken.req").unlink()
+    box.repeat(1)
+    box.assertEqual(box.next_status(0), ("", "", 0))
 
 
 def test_make(box):
@@ -197,7 +312,9 @@ def test_scripts_with_set_e(box):
     box.assertIn("3.0000e+00", box.text("run1.dat"))
 
     box.path("report.pdf").unlink()
-    box.path("run1.req").rename(box.path("gone"))
+    box.hide()
+    box.repeat(2)
+    box.assert_fails("run1.dat")
     box.left.insert(0, report)
     result = box.next_status(1)
     box.assertIn("    _83-f-fopen: No such file or directory\n", result.stderr)
@@ -226,6 +343,17 @@ def test_reading_from_a_pipe(box):
     box.crv("-r", "0,38:3", "-fc", "run1.req")
     box.assertEqual(from_pipe, box.text("run1.dat"))
 
+    for name in ("crv.ps", "sled.ps", "run.req"):
+        box.path(name).unlink()
+    for name in ("run.req.gz", "sled.mad.gz", "results.tar.gz"):
+        box.write(name, gzip.compress(BROKEN.encode()))
+    box.repeat(0)
+    result = box.next_block()
+    box.assertNotIn(" when [", result.stdout)
+    box.assert_missing("crv.ps", "sled.ps")
+    box.repeat(1)
+    box.assert_fails("run.dat")
+
 
 def work(box):
     """Force times travel of the result file itself: component 3 of requests 61 and 70."""
@@ -248,9 +376,49 @@ def test_a_table_in_other_tools(box):
     box.assertEqual((result.status, result.stderr), (0, ""))
     box.assertAlmostEqual(float(result.stdout.splitlines()[-1]), work(box), places=2)
 
+    box.path("run1.svg").unlink()
+    box.hide()
+    box.repeat(0)
+    box.assert_fails("run1.dat", "run1.svg")
+    box.repeat(2)
+    box.assertNotRegex(box.assert_fails("travel.dat").stdout, r"(?m)^-?\d")
+
+
+def test_a_table_in_pandas_and_in_a_spreadsheet(box):
+    box.next_block()
+    result = box.next_status(0)
+    box.assertEqual(result.stderr, "")
+    rows = box.rows("run1.dat")
+    box.assertRegex(result.stdout, r"(?m)^count +301\.0+ +301\.0+$")
+    box.assertRegex(result.stdout, r"(?m)^min +-32\.692\d* +-2262\.4\d*$")
+    high = [float(row[0]) for row in rows if float(row[2]) > 1000]
+    box.assertEqual([float(cell) for cell in result.stdout.splitlines()[-1].split()], high)
+
+    box.next_status(0)
+    with box.path("run1.csv").open(newline="") as file:
+        header, *cells = csv.reader(file)
+    box.assertEqual((header, cells), (["time", "height", "force"], rows))
+
+    box.hide()
+    box.repeat(1)
+    box.assertIn("FileNotFoundError", box.assert_fails("run1.dat").stderr)
+    box.repeat(2)
+    box.assert_fails("run1.dat", "run1.csv")
+
 
 def test_a_value_in_a_script(box):
-    box.assertEqual(box.next_block().stdout, "highest acceleration at 0.580000 s\n")
+    box.next_block()
+    box.assertEqual(box.next_status(0), ("highest acceleration at 0.580000 s\n", "", 0))
+    box.write("run1.req", BROKEN)
+    box.repeat(1)
+    result = box.next_status(1)
+    box.assertEqual(result.stdout, "")
+    box.assertIn('Request "40" not found!', result.stderr)
+    box.path("run1.req").unlink()
+    box.repeat(1)
+    result = box.next_status(1)
+    box.assertEqual(result.stdout, "")
+    box.assertIn("_83-f-fopen: No such file or directory\n", result.stderr)
 
 
 workbench.main(Cookbook)
