@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Compares docs/messages.md with the messages of the program: each has one row, in the order of
-routine numbers. The messages are read from the constant texts of the built program.
+routine numbers of its section. Debug traces have a section of their own. The messages are read from
+the constant texts of the built program.
 
     check_messages.py CRV ROOT    compares
     check_messages.py CRV         prints the messages, in the order of routine numbers
@@ -14,6 +15,9 @@ import sys
 TEXT = re.compile(rb"[\n -~]+\0")
 MESSAGE = re.compile(r"(?:(?:%%|%c)(?:crv|utl)| (?:crv|utl)|   )_([0-9]+|xx|%d)-[a-z]-?")
 MIN_MESSAGES = 150
+TRACES = "Debug traces"
+ALWAYS_TRACE = re.compile(r"    _(?:\d+|%d)-i-|.*_\d+-v-")
+NEVER_TRACE = re.compile(r" *[% ](?:crv|utl|  )_(?:\d+|xx|%d)-[efsw]-")
 
 
 def read_only_sections(path):
@@ -58,16 +62,28 @@ def messages(crv):
     return sorted(found, key=found.get)
 
 
-def faults_of_rows(rows, wanted):
-    yield from (f"messages.md has no row for: {text}" for text in wanted if text not in rows)
-    yield from (
-        f"messages.md has a row for what is not printed: {text}"
-        for text in rows
-        if text not in wanted
-    )
-    first = next((pair for pair in zip(rows, wanted) if pair[0] != pair[1]), None)
-    if first and sorted(rows) == sorted(wanted):
+def faults_of_section(heading, rows, wanted):
+    wrong = NEVER_TRACE if heading == TRACES else ALWAYS_TRACE
+    yield from (f"messages.md has a row under {heading}: {row}" for row in rows if wrong.match(row))
+    known = [row for row in rows if row in wanted]
+    pairs = zip(known, sorted(known, key=wanted.index))
+    first = next((pair for pair in pairs if pair[0] != pair[1]), None)
+    if first:
         yield f"messages.md has the row for: {first[0]}, where this one comes first: {first[1]}"
+
+
+def faults_of_page(page, wanted):
+    listed = []
+    for section in re.split(r"^## ", page, flags=re.M):
+        rows = re.findall(r"^\| `` (.*?) `` \|", section, re.M)
+        listed += rows
+        yield from faults_of_section(section.split("\n", 1)[0], rows, wanted)
+    yield from (f"messages.md has no row for: {text}" for text in wanted if text not in listed)
+    for row in sorted(set(listed)):
+        if row not in wanted:
+            yield f"messages.md has a row for what is not printed: {row}"
+        elif listed.count(row) > 1:
+            yield f"messages.md has {listed.count(row)} rows for: {row}"
 
 
 def main():
@@ -75,8 +91,8 @@ def main():
     if len(sys.argv) < 3:
         print(*wanted, sep="\n")
         return
-    text = pathlib.Path(sys.argv[2], "docs/messages.md").read_text()
-    faults = list(faults_of_rows(re.findall(r"^\| `` (.*?) `` \|", text, re.M), wanted))
+    page = pathlib.Path(sys.argv[2], "docs/messages.md").read_text()
+    faults = list(faults_of_page(page, wanted))
     print(*faults, sep="\n")
     sys.exit(1 if faults else 0)
 
