@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Runs the commands of docs/install.md, line by line in one shell; they leave no files.
+"""Runs the commands of docs/install.md, line by line in one shell; they leave no files. Runs the
+beginning of docs/tutorial.md up to its first chart.
 
 "sudo" runs its command unchanged, "apt" is dpkg on a root directory of the test. The commands for
 printers are run by printer/page_test.
 """
-from shared import DATABASE, PACKAGES, PATH, as_root, listing, main
-from support.install_page import PAGE, commands_of
+from shared import BUILT, DATABASE, PACKAGES, PATH, ROOT, as_root, listing, main, package
+from support.install_page import PAGE, TUTORIAL, commands_of
 
 STATUS = "CRV_MAXCOLS : 31"  # is printed by "crv -s"
 
@@ -52,4 +53,34 @@ def test_from_the_source(box):
     box.expect("remaining", files, [])
 
 
-main("dpkg", "cmake", "tar", "sha256sum")
+def begin_tutorial(box, section, directory, path, moved=("", "")):
+    """Runs a beginning of the tutorial with some path moved, then draws a picture in the copy."""
+    lines = [*commands_of(section, TUTORIAL), *commands_of("A chart", TUTORIAL),
+             "crv -r 0,38:3 -f run1.req -p || [ $? -eq 1 ]"]
+    home = box.base / "home"
+    home.mkdir()
+    box.run_command("bash", "-e", "-c", "\n".join(lines).replace(*moved), cwd=directory,
+                    HOME=str(home), PATH=path, CRV_PRINTCHAIN="crv2png")
+    made = set(listing(home / "crv-examples")) - set(listing(ROOT / "examples"))
+    box.expect("files of the chart", sorted(made), ["crv.png", "crv.ps"])
+
+
+def test_tutorial_begins_from_debian_package(box):
+    box.run_command("dpkg-deb", "--extract", package(".deb"), box.base / "deb")
+    (box.bin / "crv").unlink()
+    usr = f"{box.base}/deb/usr"
+    begin_tutorial(box, "From the Debian package", box.dir, f"{usr}/bin:{PATH}", ("/usr", usr))
+
+
+def test_tutorial_begins_from_archive(box):
+    begin_tutorial(box, "From the Linux archive", PACKAGES, PATH)
+
+
+def test_tutorial_begins_from_source(box):
+    """With the program that was built, because test_from_the_source has compiled it."""
+    box.add_tool("cmake", f"mkdir -p build/release; ln -sf '{BUILT}' build/release/crv\n")
+    source = box.copy_source("source")
+    begin_tutorial(box, "From the source", source, f"{box.bin}:{PATH}")
+
+
+main("dpkg", "cmake", "tar", "sha256sum", "gs")
