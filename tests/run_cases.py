@@ -1,26 +1,28 @@
 #!/usr/bin/env python3
 """Runs command-line cases.
 
-A case is a folder below tests/cases:
+A case is a directory below tests/cases:
 
-    cmd       shell text, run by sh in a fresh folder with a bare environment; "crv" is the program under test
-    inputs    names of files from tests/data or examples to be copied into that folder, one a line (may be missing)
-    in/       files of the case's own to be copied there (may be missing)
-    stdin     standard input (none: empty)
-    stdout, stderr, status   what must come out, to the byte; a missing file means empty, a missing status 0
-    out/      files that must lie there afterwards, to the byte, and no others; inputs must be as they were
+    cmd       shell text for sh, in an empty directory and a bare environment with "crv"
+    inputs    names of files of tests/data or examples to copy there, one on a line
+    in/       files of the case to copy there
+    stdin     standard input
+    stdout, stderr, status   expected output, to the byte, and exit status
+    out/      files that the run makes or changes, to the byte; it must not lose a file
 
-The printer command "lpr" is a stand-in that writes its arguments to the file "printed".
+A missing file is empty, a missing status 0. The printer command "lpr" is a stand-in that writes
+its arguments to the file "printed".
 
     run_cases.py [NAME ...]            runs cases (area/case), areas, or all
-    run_cases.py --accept [NAME ...]   writes what came out into the case: read the diff before you keep it
-    run_cases.py --except CASE ...     leaves a case out
-    run_cases.py --crv PROGRAM ...     tests this program instead of the last that was built below build/dev or build/release
+    run_cases.py --accept [NAME ...]   writes the output into the cases: read the diff
+    run_cases.py --except CASE ...     omits a case
+    run_cases.py --crv PROGRAM ...     tests this program instead of the last that was built below
+                                       build/dev or build/release
     run_cases.py --crv PROGRAM --wine WINE ...   PROGRAM is for Windows and runs under Wine
 
-Under Wine, cmd.windows, stdout.windows, stderr.windows, status.windows and out.windows stand in for the files without the
-ending where a case has them, and each has its reason in windows/differences.md; that page also says which cases are left
-out. See windows/wine.py for how the program is called.
+Under Wine, the files cmd.windows, stdout.windows, stderr.windows, status.windows and out.windows
+of a case replace those without the suffix. windows/differences.md has the reason for each, and for
+each case that is left out. windows/wine.py says how the program is called.
 """
 import argparse
 import difflib
@@ -44,18 +46,19 @@ def read(path):
     return path.read_bytes() if path.exists() else b""
 
 
-def fetch_inputs(case, folder):
+def fetch_inputs(case, directory):
     for name in read(case / "inputs").decode().split():
-        source = next((directory / name for directory in INPUT_DIRS if (directory / name).exists()), None)
+        source = next((path / name for path in INPUT_DIRS if (path / name).exists()), None)
         if not source:
             sys.exit(f"{case}: no input {name}")
-        shutil.copyfile(source, folder / name)
+        shutil.copyfile(source, directory / name)
     if (case / "in").is_dir():
-        shutil.copytree(case / "in", folder, dirs_exist_ok=True)
+        shutil.copytree(case / "in", directory, dirs_exist_ok=True)
 
 
-def snapshot(folder):
-    return {str(p.relative_to(folder)): p.read_bytes() for p in sorted(folder.rglob("*")) if p.is_file()}
+def snapshot(directory):
+    return {str(path.relative_to(directory)): path.read_bytes()
+            for path in sorted(directory.rglob("*")) if path.is_file()}
 
 
 class Native:
@@ -64,12 +67,12 @@ class Native:
     def __init__(self, program):
         self.program = program
 
-    def make_tools(self, folder):
-        """Puts crv and lpr into the folder, and returns the environment in which they are found."""
-        (folder / "crv").symlink_to(self.program)
-        (folder / "lpr").write_text("#!/bin/sh\n" + LPR)
-        (folder / "lpr").chmod(0o755)
-        return {"PATH": f"{folder}:/usr/bin:/bin", "TZ": "UTC0",
+    def make_tools(self, directory):
+        """Puts crv and lpr into the directory, and returns an environment with it."""
+        (directory / "crv").symlink_to(self.program)
+        (directory / "lpr").write_text("#!/bin/sh\n" + LPR)
+        (directory / "lpr").chmod(0o755)
+        return {"PATH": f"{directory}:/usr/bin:/bin", "TZ": "UTC0",
                 "LSAN_OPTIONS": f"suppressions={HERE}/unit/leaks.supp:print_suppressions=0"}
 
     def file_of(self, case, name):
@@ -89,26 +92,28 @@ class Native:
 
 
 def run(case, system):
-    """Returns what came out: stdout, stderr, status and the files that are new or changed."""
+    """Returns stdout, stderr, status, the files that are new or changed, and those that are lost."""
     with tempfile.TemporaryDirectory() as scratch:
         scratch = pathlib.Path(scratch)
-        folder, tools = scratch / "run", scratch / "bin"
-        folder.mkdir()
+        directory, tools = scratch / "run", scratch / "bin"
+        directory.mkdir()
         tools.mkdir()
         environment = system.make_tools(tools)
-        fetch_inputs(case, folder)
-        before = snapshot(folder)
-        done = subprocess.run(["sh", "-c", system.file_of(case, "cmd").read_text()], cwd=folder, env=environment,
+        fetch_inputs(case, directory)
+        before = snapshot(directory)
+        command = system.file_of(case, "cmd").read_text()
+        done = subprocess.run(["sh", "-c", command], cwd=directory, env=environment,
                               input=read(case / "stdin"), capture_output=True, timeout=TIME_LIMIT)
-        after = snapshot(folder)
+        after = snapshot(directory)
         lost = [name for name in before if name not in after]
-        files = {name: system.normalize(name, data) for name, data in after.items() if before.get(name) != data}
-        return (system.normalize("stdout", done.stdout), system.normalize("stderr", done.stderr), done.returncode, files,
-                lost)
+        files = {name: system.normalize(name, data) for name, data in after.items()
+                 if before.get(name) != data}
+        return (system.normalize("stdout", done.stdout), system.normalize("stderr", done.stderr),
+                done.returncode, files, lost)
 
 
-def expected_files(folder):
-    return snapshot(folder) if folder.is_dir() else {}
+def expected_files(directory):
+    return snapshot(directory) if directory.is_dir() else {}
 
 
 def diff(name, wanted, got):
@@ -116,7 +121,8 @@ def diff(name, wanted, got):
         return []
     lines = difflib.diff_bytes(difflib.unified_diff, wanted.splitlines(True), got.splitlines(True),
                                b"wanted " + name.encode(), b"got " + name.encode())
-    return [line.decode("utf-8", "backslashreplace").rstrip("\n").replace("\r", "\\r") + "$" for line in lines]
+    return [line.decode("utf-8", "backslashreplace").rstrip("\n").replace("\r", "\\r") + "$"
+            for line in lines]
 
 
 def check(case, system):
@@ -137,7 +143,8 @@ def check(case, system):
 
 def accept(case, system):
     stdout, stderr, status, files, _ = run(case, system)
-    for name, data in (("stdout", stdout), ("stderr", stderr), ("status", f"{status}\n".encode() if status else b"")):
+    shown_status = f"{status}\n".encode() if status else b""
+    for name, data in (("stdout", stdout), ("stderr", stderr), ("status", shown_status)):
         path = system.golden_path(case, name, data)
         if path and (data or path.name != name):
             path.write_bytes(data)
@@ -155,18 +162,21 @@ def accept(case, system):
 
 def last_built():
     """The program of the preset dev or release, whichever was built last."""
-    built = [path for preset in ("dev", "release") if (path := HERE.parent / "build" / preset / "crv").exists()]
+    built = [HERE.parent / "build" / preset / "crv" for preset in ("dev", "release")]
+    built = [path for path in built if path.exists()]
     if not built:
-        sys.exit("There is no program below build/dev or build/release: build it, or name one with --crv")
+        sys.exit("no program below build/dev or build/release: build it, or name one with --crv")
     return max(built, key=lambda path: path.stat().st_mtime)
 
 
 def select(names, excepted):
-    """The cases that the names stand for: cases, areas, or without any name all. A name that fits nothing ends the run."""
-    every = sorted(str(p.parent.relative_to(CASES)) for p in CASES.rglob("cmd"))
+    """The cases of the names, which are cases or areas; all without names. An unknown name ends the
+    run."""
+    every = sorted(str(path.parent.relative_to(CASES)) for path in CASES.rglob("cmd"))
     selected = []
     for name in names or [""]:
-        found = [case for case in every if not name or case == name or case.startswith(name.rstrip("/") + "/")]
+        area = name.rstrip("/") + "/"
+        found = [case for case in every if not name or case == name or case.startswith(area)]
         if not found:
             sys.exit(f"There is no case or area {name}")
         selected += found

@@ -12,89 +12,62 @@ succeed: none of their messages may report an error.
 import os
 import pathlib
 import re
-import shutil
-import subprocess
 import sys
-import tempfile
+
+from example_sandbox import COMPANIONS, ExampleSandbox, sandbox
 
 BLOCK = re.compile(r"^```console\n(.*?)^```$", re.S | re.M)
 INDENTED = re.compile(r"^    ((?:\w+=\S+ )?crv\w* .*?) *(?:#.*)?$", re.M)
 FENCED = re.compile(r"^```.*?^```$", re.S | re.M)
-COMPANIONS = ("crv2pdf", "crv2png", "crv2svg")
 
 
-def run(command, folder, tools):
-    """Returns what the command prints and its status."""
-    environment = {"PATH": f"{tools}:/usr/bin:/bin", "TZ": "UTC0"}
-    done = subprocess.run(
-        ["sh", "-c", command],
-        cwd=folder,
-        env=environment,
-        stdin=subprocess.DEVNULL,
-        stdout=subprocess.PIPE,
-        stderr=subprocess.STDOUT,
-        timeout=60,
-    )
-    return done.stdout.decode(), done.returncode
-
-
-def replay(block, folder, tools):
+def replay(block, box):
     commands = re.findall(r"^\$ (.*(?:\\\n.*)*)$", block, re.M)
-    return "".join(f"$ {command}\n{run(command, folder, tools)[0]}" for command in commands)
+    return "".join(f"$ {command}\n{box.run('sh', '-c', command)[1]}" for command in commands)
 
 
-def does_its_work(command, folder, tools):
+def does_its_work(command, box):
     """A companion is silent and ends with 0; crv prints messages, none of an error."""
-    printed, status = run(command, folder, tools)
+    status, printed = box.run("sh", "-c", command)
     if command.startswith(COMPANIONS):
         return status == 0 and not printed, printed
     return bool(printed) and not re.search(r"_\d+-[ef]-|^crv2|not found", printed, re.M), printed
 
 
-def faults_of_indented(doc, folder, tools):
+def faults_of_indented(doc, box):
     for command in INDENTED.findall(FENCED.sub("", doc.read_text())):
-        good, printed = does_its_work(command, folder, tools)
+        good, printed = does_its_work(command, box)
         if not good:
             yield f"{doc.name}: {command!r} does not do its work: {printed!r}"
 
 
-def check(doc, crv, root, write):
+def check(doc, crv, write):
     text = doc.read_text()
-    with tempfile.TemporaryDirectory() as scratch:
-        folder, tools = pathlib.Path(scratch, "run"), pathlib.Path(scratch, "bin")
-        shutil.copytree(root / "examples", folder)
-        tools.mkdir()
-        (tools / "crv").symlink_to(crv)
-        for companion in COMPANIONS:
-            (tools / companion).symlink_to(root / "companions" / companion)
-        (tools / "lpr").write_text("#!/bin/sh\n")
-        (tools / "lpr").chmod(0o755)
-        wrong = list(faults_of_indented(doc, folder, tools))
-        came = BLOCK.sub(lambda m: f"```console\n{replay(m.group(1), folder, tools)}```", text)
+    with ExampleSandbox(crv) as box:
+        wrong = list(faults_of_indented(doc, box))
+        came = BLOCK.sub(lambda match: f"```console\n{replay(match.group(1), box)}```", text)
     if came == text:
         return len(BLOCK.findall(text)), wrong
     if write:
         doc.write_text(came)
         return 0, []
-    wanted, got = text.splitlines(), came.splitlines()
-    first = next(
-        (k for k, pair in enumerate(zip(wanted, got)) if pair[0] != pair[1]),
-        min(len(wanted), len(got)),
-    )
-    return 0, [
-        f"{doc.name}:{first + 1}: what is shown is not what comes out: {got[first:first + 3]}"
-    ]
+    expected, got = text.splitlines(), came.splitlines()
+    first = next((k for k, pair in enumerate(zip(expected, got)) if pair[0] != pair[1]),
+                 min(len(expected), len(got)))
+    return 0, [f"{doc.name}:{first + 1}: the shown output is not the real one: "
+               f"{got[first:first + 3]}"]
 
 
 def main():
     crv, root = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2]).resolve()
     blocks, faults = 0, []
     for doc in [root / "README.md", *sorted((root / "docs").glob("*.md"))]:
-        found, wrong = check(doc, crv, root, "--write" in sys.argv)
+        found, wrong = check(doc, crv, "--write" in sys.argv)
         blocks += found
         faults += wrong
-    print(*faults, sep="\n")
-    sys.exit(1 if faults or (blocks == 0 and "--write" not in sys.argv) else 0)
+    if blocks == 0 and "--write" not in sys.argv:
+        faults.append("no blocks were found")
+    sandbox.report(faults)
 
 
 if __name__ == "__main__":

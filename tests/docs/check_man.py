@@ -14,9 +14,7 @@ import sys
 
 import check_commands
 import reader_facts
-
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
-from support import sandbox  # noqa: E402  (found by the path above)
+from example_sandbox import ExampleSandbox, sandbox
 
 
 def plain(text):
@@ -128,36 +126,11 @@ def stripped(text):
     return [line.rstrip() for line in text.splitlines()]
 
 
-class ExampleSandbox(sandbox.Sandbox):
-    """A sandbox with the example files and a printer that does nothing."""
-
-    def __init__(self, crv):
-        super().__init__()
-        self.program = crv
-
-    def __enter__(self):
-        self.setUp()
-        self.add_tool("lpr", "")
-        shutil.copytree(sandbox.EXAMPLES, self.dir, dirs_exist_ok=True)
-        return self
-
-    def __exit__(self, *_):
-        self.doCleanups()
-
-    def text(self, name):
-        return self.read(name).decode()
-
-    def run(self, *command):
-        """Returns the status, and both streams as one text."""
-        stdout, _, status = self.run_program(*command, stderr=subprocess.STDOUT)
-        return status, stdout
-
-
 def faults_of_examples(page, crv):
     examples = [block for block in blocks(section(page, "EXAMPLES")) if block.startswith("$ ")]
     with ExampleSandbox(crv) as box:
         for block in examples:
-            came = check_commands.replay(block, box.dir, box.bin)
+            came = check_commands.replay(block, box)
             if stripped(came) != stripped(block):
                 yield f"the page shows\n{block}and this comes out\n{came}"
     if len(examples) < 5:

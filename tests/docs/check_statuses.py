@@ -14,6 +14,7 @@ import sys
 from typing import NamedTuple
 
 import check_man
+import example_sandbox
 
 MEMORY_STEP = 64 * 1024
 MEMORY_ENOUGH = 64 << 20
@@ -99,7 +100,7 @@ def faults_of_runs(crv, situations, messages):
         for command, message in commands:
             if command.startswith("memory: "):
                 continue
-            with check_man.ExampleSandbox(crv) as box:
+            with example_sandbox.ExampleSandbox(crv) as box:
                 got, printed = box.run("sh", "-c", command)
             if got != status or message not in printed:
                 yield f"{words}: {command} ends with {got}, not {status}: {printed[-300:]!r}"
@@ -154,7 +155,7 @@ def faults_of_memory(crv, situations):
         for command, report in commands:
             if not command.startswith("memory: "):
                 continue
-            with check_man.ExampleSandbox(crv) as box:
+            with example_sandbox.ExampleSandbox(crv) as box:
                 for number in range(2000):  # a list to pick from that needs memory
                     box.write(f"{number}{'x' * 100}.req", "")
                 statuses = runs_out(box, command.removeprefix("memory: "), report)

@@ -21,8 +21,8 @@ struct reading {
     std::vector<column_copy> columns;
 };
 
-// A header line of a reader's fuzz input: selection, time window, X filter, first slot, debug level
-// and size of a piece, with '|' between them; two numbers of a range have a ':' between them.
+// The header line of a fuzz input of a reader: selection, time window, X filter, first slot, debug
+// level and size of a piece, separated by '|'; a ':' separates the two numbers of a range.
 struct reader_input {
     std::string selection;
     double time_window[2];
@@ -34,19 +34,19 @@ struct reader_input {
 };
 reader_input take_reader_input(const uint8_t *data, size_t size);
 
-// Reads the file as it is, in pieces, and with CR LF for each line end, which must make no
-// difference; and once more with a disk that fails. Returns what the first made.
+// Reads the file unchanged, in pieces, and with CR LF for each line end, which must make no
+// difference; and once more with a disk that fails. Returns the result of the first.
 using file_reader = int (*)(const char *path, const reader_input &input);
 reading check_reading(const reader_input &input, file_reader reader, outcome *result);
 
-// How many columns the selection asks for, with the slots that there are from `first_slot` on.
+// The number of columns of the selection, limited by the slots from `first_slot`.
 int wanted_columns(const reader_input &input, int first_slot);
 
-// The statistics of a format that keeps them all are those of the values: count in 16 bits,
-// extremes, ends, magnitudes, sum and mean.
+// The statistics of a format that stores them all are those of the values: count in 16 bits,
+// extremes, first and last value, magnitudes, sum and mean.
 void check_statistics(const column_copy &column);
 
-// The single ones, for formats that keep less.
+// Single statistics, for formats that store fewer.
 void check_count(const column_copy &column);
 void check_extremes(const column_copy &column);
 void check_sum(const column_copy &column);

@@ -1,5 +1,5 @@
-// fuzz/column_file_target.cpp - what the column file reader makes of any bytes. The first slot of
-// the input is the line of the labels, too.
+// fuzz/column_file_target.cpp - the column file reader on arbitrary bytes. The first slot of the
+// input is the line of the labels too.
 #include "column_check.h"
 
 #include "readers/column_file.h"

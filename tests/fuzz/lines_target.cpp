@@ -1,7 +1,7 @@
-// fuzz/lines_target.cpp - lines are those of fgets, in whatever pieces the file arrives, read or
-// skipped.
+// fuzz/lines_target.cpp - lines that are read or skipped are those of fgets, for pieces of any
+// size.
 //
-// Input: limit, lines to pass between two reads and size of a piece, a line each; then the file.
+// Input: limit, lines to skip between two reads and size of a piece, a line each; then the file.
 #include "harness.h"
 
 #include "text/line_reader.h"

@@ -1,5 +1,5 @@
-// fuzz/selection_target.cpp - a selection is read as strtok and atoi read it, and its entries come
-// in the order of their lines.
+// fuzz/selection_target.cpp - a selection is parsed like by strtok and atoi, and its entries are
+// ordered by their lines.
 //
 // Input: the selection on a line; then a line with the blocks of its entries.
 #include "harness.h"

@@ -39,7 +39,7 @@ static table_input take_input(std::string_view rest) {
     for (size_t k = 0; !rest.empty(); ++k) {
         const std::string text = take_text(&rest, ' ');
         if (text != "-")
-            input.values[k % input.columns].push_back(atof(text.c_str())); // "-" is no value
+            input.values[k % input.columns].push_back(atof(text.c_str())); // "-" is left out
     }
     return input;
 }

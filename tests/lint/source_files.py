@@ -6,8 +6,10 @@ import subprocess
 import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent))
+from support.sandbox import skip  # noqa: E402  (found by the path above)
+
 ROOT = pathlib.Path(sys.argv[1]).resolve() if len(sys.argv) > 1 else HERE.parents[1]
-SKIPPED = 77
 NOT_SOURCE = {".git", "build", "dist", "demo", "__pycache__"}
 # Inputs, and output to the byte.
 DATA = ("tests/cases/*", "tests/fuzz/seeds/*", "tests/fuzz/bugs/*")
@@ -41,8 +43,7 @@ def files(*patterns):
 
 def require(program, tier):
     if not shutil.which(program):
-        print(f"skipped: {program} is not installed; scripts/setup.sh {tier} installs it")
-        sys.exit(SKIPPED)
+        skip(f"{program} is not installed; scripts/setup.sh {tier} installs it")
 
 
 def run_over(names, *command):

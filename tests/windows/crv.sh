@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Stands for crv in the cases: runs the program for Windows under Wine, by the name that it is called by here, and leaves the
-# CR out of its line ends, so that the tools in a case see the lines that they see elsewhere.
+# Is crv in the cases: runs the program for Windows under Wine by the same name, and removes CR from
+# its output, so that the tools in a case get the lines that they get elsewhere.
 #
-# CRV_WINE, CRV_START_AS and CRV_PROGRAM name what is run.
+# CRV_WINE, CRV_START_AS and CRV_PROGRAM are the programs.
 set -o pipefail
 
 name=$0
@@ -17,7 +17,7 @@ without_cr() {
 }
 
 if [ /dev/stdout -ef /dev/stderr ]; then
-    # One stream must stay one, or the order of its lines is lost.
+    # A common stream must stay one, or the order of its lines is lost.
     run "$@" 2>&1 | without_cr
 else
     { run "$@" 2>&1 >&3 3>&- | without_cr >&2; } 3>&1 | without_cr

@@ -1,10 +1,9 @@
-// windows/start_as.cpp - starts a program under a name of its own, as a command interpreter does.
+// windows/start_as.cpp - starts a program under another name, like a command interpreter.
 //
-//   start_as NAME [argument ...]    runs the program that CRV_PROGRAM names and ends with its
-//   status; the program sees NAME and
-//                                   the arguments as they were typed
+//   start_as NAME [argument ...]    runs the program CRV_PROGRAM, which gets NAME and the unchanged
+//                                   arguments as its command line, and ends with its exit status
 //
-// Wine calls a program by its full path; somebody who types crv calls it crv.
+// Wine calls a program by its full path; a user who types crv calls it crv.
 #include <windows.h>
 
 #include <cstdio>
@@ -12,9 +11,8 @@
 
 static constexpr int status_failed = 126;
 
-// Behind the first word of a command line and the blanks after it; a word can stand in double
-// quotes.
-static char *behind_first_word(char *at) {
+// Skips the first word of a command line, which may be in double quotes, and the blanks after it.
+static char *skip_first_word(char *at) {
     bool quoted = false;
     for (; *at != '\0' && (quoted || *at != ' '); ++at)
         if (*at == '"') quoted = !quoted;
@@ -23,7 +21,7 @@ static char *behind_first_word(char *at) {
 }
 
 int main() {
-    char *line = behind_first_word(GetCommandLineA());
+    char *line = skip_first_word(GetCommandLineA());
     STARTUPINFOA start = {};
     start.cb = sizeof start;
     PROCESS_INFORMATION started = {};
