@@ -1,26 +1,34 @@
 #!/usr/bin/env python3
 """Runs command-line cases.
 
-A case is a folder below tests/cases:
+A case is a directory below tests/cases:
 
-    cmd       shell text, run by sh in a fresh folder with a bare environment; "crv" is the program under test
-    inputs    names of files from tests/data or examples to be copied into that folder, one a line (may be missing)
-    in/       files of the case's own to be copied there (may be missing)
+    cmd       shell text, run by sh in a new directory with a bare environment; "crv" is the
+              program under test
+    inputs    names of files from tests/data or examples to copy into that directory, one a line
+              (may be missing)
+    in/       files of the case to copy there (may be missing)
     stdin     standard input (none: empty)
-    stdout, stderr, status   what must come out, to the byte; a missing file means empty, a missing status 0
-    out/      files that must lie there afterwards, to the byte, and no others; inputs must be as they were
+    stdout, stderr, status
+              the expected output, to the byte, and exit status; a missing file means empty, a
+              missing status 0
+    out/      the new or changed files that are expected afterwards, to the byte, and no others;
+              other inputs must be unchanged
 
 The printer command "lpr" is a stand-in that writes its arguments to the file "printed".
 
     run_cases.py [NAME ...]            runs cases (area/case), areas, or all
-    run_cases.py --accept [NAME ...]   writes what came out into the case: read the diff before you keep it
+    run_cases.py --accept [NAME ...]   writes the output into the case: read the diff before you
+                                       keep it
     run_cases.py --except CASE ...     leaves a case out
-    run_cases.py --crv PROGRAM ...     tests this program instead of the last that was built below build/dev or build/release
-    run_cases.py --crv PROGRAM --wine WINE ...   PROGRAM is for Windows and runs under Wine
+    run_cases.py --crv PROGRAM ...     tests this program; the default is the last one that was
+                                       built in build/dev or build/release
+    run_cases.py --crv PROGRAM --wine WINE ...
+                                       PROGRAM is for Windows and runs under Wine
 
-Under Wine, cmd.windows, stdout.windows, stderr.windows, status.windows and out.windows stand in for the files without the
-ending where a case has them, and each has its reason in windows/differences.md; that page also says which cases are left
-out. See windows/wine.py for how the program is called.
+Under Wine, cmd.windows, stdout.windows, stderr.windows, status.windows and out.windows replace the
+files without the ending where a case has them. windows/differences.md gives the reason for each and
+lists the cases that are left out. See windows/wine.py for how the program is called.
 """
 import argparse
 import difflib
@@ -44,32 +52,34 @@ def read(path):
     return path.read_bytes() if path.exists() else b""
 
 
-def fetch_inputs(case, folder):
+def fetch_inputs(case, directory):
     for name in read(case / "inputs").decode().split():
-        source = next((directory / name for directory in INPUT_DIRS if (directory / name).exists()), None)
+        source = next((path / name for path in INPUT_DIRS if (path / name).exists()), None)
         if not source:
             sys.exit(f"{case}: no input {name}")
-        shutil.copyfile(source, folder / name)
+        shutil.copyfile(source, directory / name)
     if (case / "in").is_dir():
-        shutil.copytree(case / "in", folder, dirs_exist_ok=True)
+        shutil.copytree(case / "in", directory, dirs_exist_ok=True)
 
 
-def snapshot(folder):
-    return {str(p.relative_to(folder)): p.read_bytes() for p in sorted(folder.rglob("*")) if p.is_file()}
+def snapshot(directory):
+    """The files below the directory: relative path to bytes."""
+    return {str(path.relative_to(directory)): path.read_bytes()
+            for path in sorted(directory.rglob("*")) if path.is_file()}
 
 
 class Native:
-    """Runs the program as it is."""
+    """Runs the program directly."""
 
     def __init__(self, program):
         self.program = program
 
-    def make_tools(self, folder):
-        """Puts crv and lpr into the folder, and returns the environment in which they are found."""
-        (folder / "crv").symlink_to(self.program)
-        (folder / "lpr").write_text("#!/bin/sh\n" + LPR)
-        (folder / "lpr").chmod(0o755)
-        return {"PATH": f"{folder}:/usr/bin:/bin", "TZ": "UTC0",
+    def make_tools(self, directory):
+        """Writes crv and lpr to the directory, and returns an environment that finds them."""
+        (directory / "crv").symlink_to(self.program)
+        (directory / "lpr").write_text("#!/bin/sh\n" + LPR)
+        (directory / "lpr").chmod(0o755)
+        return {"PATH": f"{directory}:/usr/bin:/bin", "TZ": "UTC0",
                 "LSAN_OPTIONS": f"suppressions={HERE}/unit/leaks.supp:print_suppressions=0"}
 
     def file_of(self, case, name):
@@ -89,26 +99,28 @@ class Native:
 
 
 def run(case, system):
-    """Returns what came out: stdout, stderr, status and the files that are new or changed."""
+    """Returns stdout, stderr, exit status, new or changed files, and names of removed files."""
     with tempfile.TemporaryDirectory() as scratch:
         scratch = pathlib.Path(scratch)
-        folder, tools = scratch / "run", scratch / "bin"
-        folder.mkdir()
+        directory, tools = scratch / "run", scratch / "bin"
+        directory.mkdir()
         tools.mkdir()
         environment = system.make_tools(tools)
-        fetch_inputs(case, folder)
-        before = snapshot(folder)
-        done = subprocess.run(["sh", "-c", system.file_of(case, "cmd").read_text()], cwd=folder, env=environment,
-                              input=read(case / "stdin"), capture_output=True, timeout=TIME_LIMIT)
-        after = snapshot(folder)
+        fetch_inputs(case, directory)
+        before = snapshot(directory)
+        done = subprocess.run(["sh", "-c", system.file_of(case, "cmd").read_text()],
+                              cwd=directory, env=environment, input=read(case / "stdin"),
+                              capture_output=True, timeout=TIME_LIMIT)
+        after = snapshot(directory)
         lost = [name for name in before if name not in after]
-        files = {name: system.normalize(name, data) for name, data in after.items() if before.get(name) != data}
-        return (system.normalize("stdout", done.stdout), system.normalize("stderr", done.stderr), done.returncode, files,
-                lost)
+        files = {name: system.normalize(name, data) for name, data in after.items()
+                 if before.get(name) != data}
+        return (system.normalize("stdout", done.stdout), system.normalize("stderr", done.stderr),
+                done.returncode, files, lost)
 
 
-def expected_files(folder):
-    return snapshot(folder) if folder.is_dir() else {}
+def expected_files(directory):
+    return snapshot(directory) if directory.is_dir() else {}
 
 
 def diff(name, wanted, got):
@@ -116,7 +128,8 @@ def diff(name, wanted, got):
         return []
     lines = difflib.diff_bytes(difflib.unified_diff, wanted.splitlines(True), got.splitlines(True),
                                b"wanted " + name.encode(), b"got " + name.encode())
-    return [line.decode("utf-8", "backslashreplace").rstrip("\n").replace("\r", "\\r") + "$" for line in lines]
+    return [line.decode("utf-8", "backslashreplace").rstrip("\n").replace("\r", "\\r") + "$"
+            for line in lines]
 
 
 def check(case, system):
@@ -137,7 +150,8 @@ def check(case, system):
 
 def accept(case, system):
     stdout, stderr, status, files, _ = run(case, system)
-    for name, data in (("stdout", stdout), ("stderr", stderr), ("status", f"{status}\n".encode() if status else b"")):
+    status_text = f"{status}\n".encode() if status else b""
+    for name, data in (("stdout", stdout), ("stderr", stderr), ("status", status_text)):
         path = system.golden_path(case, name, data)
         if path and (data or path.name != name):
             path.write_bytes(data)
@@ -155,18 +169,22 @@ def accept(case, system):
 
 def last_built():
     """The program of the preset dev or release, whichever was built last."""
-    built = [path for preset in ("dev", "release") if (path := HERE.parent / "build" / preset / "crv").exists()]
+    built = [path for preset in ("dev", "release")
+             if (path := HERE.parent / "build" / preset / "crv").exists()]
     if not built:
-        sys.exit("There is no program below build/dev or build/release: build it, or name one with --crv")
+        sys.exit("There is no program below build/dev or build/release: "
+                 "build it, or name one with --crv")
     return max(built, key=lambda path: path.stat().st_mtime)
 
 
 def select(names, excepted):
-    """The cases that the names stand for: cases, areas, or without any name all. A name that fits nothing ends the run."""
+    """Returns the cases that the names select: cases, areas, or all if there is no name. A name
+    without a match ends the run."""
     every = sorted(str(p.parent.relative_to(CASES)) for p in CASES.rglob("cmd"))
     selected = []
     for name in names or [""]:
-        found = [case for case in every if not name or case == name or case.startswith(name.rstrip("/") + "/")]
+        found = [case for case in every
+                 if not name or case == name or case.startswith(name.rstrip("/") + "/")]
         if not found:
             sys.exit(f"There is no case or area {name}")
         selected += found
