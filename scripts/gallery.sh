@@ -77,7 +77,8 @@ crv -t "Sled test" -t2 "Accelerations in m/s2" \
 END
 
 picture styles "All line styles" \
-    "A chart has five curves, each in its own style. Points outside the ranges are left out and their
+    "A chart has five curves, each in its own style. \
+Points outside the ranges are left out and their
 neighbors joined; a warning says how many." <<'END'
 crv -t "Along x, and the magnitude" -t2 "Accelerations in m/s2" \
     -r 0,1:2,2:2,3:2,1:1,2:1 -fm sled.mad -y -400:400 \

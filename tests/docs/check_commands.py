@@ -23,12 +23,12 @@ FENCED = re.compile(r"^```.*?^```$", re.S | re.M)
 COMPANIONS = ("crv2pdf", "crv2png", "crv2svg")
 
 
-def run(command, folder, tools):
+def run(command, directory, tools):
     """Returns what the command prints and its status."""
     environment = {"PATH": f"{tools}:/usr/bin:/bin", "TZ": "UTC0"}
     done = subprocess.run(
         ["sh", "-c", command],
-        cwd=folder,
+        cwd=directory,
         env=environment,
         stdin=subprocess.DEVNULL,
         stdout=subprocess.PIPE,
@@ -38,22 +38,22 @@ def run(command, folder, tools):
     return done.stdout.decode(), done.returncode
 
 
-def replay(block, folder, tools):
+def replay(block, directory, tools):
     commands = re.findall(r"^\$ (.*(?:\\\n.*)*)$", block, re.M)
-    return "".join(f"$ {command}\n{run(command, folder, tools)[0]}" for command in commands)
+    return "".join(f"$ {command}\n{run(command, directory, tools)[0]}" for command in commands)
 
 
-def does_its_work(command, folder, tools):
+def does_its_work(command, directory, tools):
     """A companion is silent and ends with 0; crv prints messages, none of an error."""
-    printed, status = run(command, folder, tools)
+    printed, status = run(command, directory, tools)
     if command.startswith(COMPANIONS):
         return status == 0 and not printed, printed
     return bool(printed) and not re.search(r"_\d+-[ef]-|^crv2|not found", printed, re.M), printed
 
 
-def faults_of_indented(doc, folder, tools):
+def faults_of_indented(doc, directory, tools):
     for command in INDENTED.findall(FENCED.sub("", doc.read_text())):
-        good, printed = does_its_work(command, folder, tools)
+        good, printed = does_its_work(command, directory, tools)
         if not good:
             yield f"{doc.name}: {command!r} does not do its work: {printed!r}"
 
@@ -61,16 +61,16 @@ def faults_of_indented(doc, folder, tools):
 def check(doc, crv, root, write):
     text = doc.read_text()
     with tempfile.TemporaryDirectory() as scratch:
-        folder, tools = pathlib.Path(scratch, "run"), pathlib.Path(scratch, "bin")
-        shutil.copytree(root / "examples", folder)
+        directory, tools = pathlib.Path(scratch, "run"), pathlib.Path(scratch, "bin")
+        shutil.copytree(root / "examples", directory)
         tools.mkdir()
         (tools / "crv").symlink_to(crv)
         for companion in COMPANIONS:
             (tools / companion).symlink_to(root / "companions" / companion)
         (tools / "lpr").write_text("#!/bin/sh\n")
         (tools / "lpr").chmod(0o755)
-        wrong = list(faults_of_indented(doc, folder, tools))
-        came = BLOCK.sub(lambda m: f"```console\n{replay(m.group(1), folder, tools)}```", text)
+        wrong = list(faults_of_indented(doc, directory, tools))
+        came = BLOCK.sub(lambda m: f"```console\n{replay(m.group(1), directory, tools)}```", text)
     if came == text:
         return len(BLOCK.findall(text)), wrong
     if write:

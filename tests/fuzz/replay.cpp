@@ -1,5 +1,5 @@
-// fuzz/replay.cpp - runs a fuzz target over inputs that were kept: the files, and the files of the
-// folders, that the command line names. For compilers that bring no fuzzer.
+// fuzz/replay.cpp - runs a fuzz target on stored inputs, for compilers without a fuzzer. Arguments
+// are files, or directories whose files are the inputs.
 #include "harness.h"
 
 #include <algorithm>

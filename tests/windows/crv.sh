@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Stands for crv in the cases: runs the program for Windows under Wine, by the name that it is called by here, and leaves the
-# CR out of its line ends, so that the tools in a case see the lines that they see elsewhere.
+# Replaces crv in the cases: runs the Windows program under Wine with the name of this call, and
+# removes the CR from its line ends for the tools in a case.
 #
-# CRV_WINE, CRV_START_AS and CRV_PROGRAM name what is run.
+# CRV_WINE, CRV_START_AS and CRV_PROGRAM are the paths of Wine, start_as.exe and the program.
 set -o pipefail
 
 name=$0

@@ -1,10 +1,9 @@
-// windows/start_as.cpp - starts a program under a name of its own, as a command interpreter does.
+// windows/start_as.cpp - starts a program with a given argv[0], as a command interpreter does.
 //
-//   start_as NAME [argument ...]    runs the program that CRV_PROGRAM names and ends with its
-//   status; the program sees NAME and
-//                                   the arguments as they were typed
+//   start_as NAME [argument ...]    runs the program at CRV_PROGRAM and returns its exit status;
+//                                   the program gets NAME and the arguments unchanged
 //
-// Wine calls a program by its full path; somebody who types crv calls it crv.
+// Wine itself passes the full path of a program as argv[0]; a user types "crv".
 #include <windows.h>
 
 #include <cstdio>
@@ -12,9 +11,9 @@
 
 static constexpr int status_failed = 126;
 
-// Behind the first word of a command line and the blanks after it; a word can stand in double
-// quotes.
-static char *behind_first_word(char *at) {
+// Returns the position after the first word of a command line and the blanks that follow it. Blanks
+// in double quotes belong to the word.
+static char *skip_first_word(char *at) {
     bool quoted = false;
     for (; *at != '\0' && (quoted || *at != ' '); ++at)
         if (*at == '"') quoted = !quoted;
@@ -23,7 +22,7 @@ static char *behind_first_word(char *at) {
 }
 
 int main() {
-    char *line = behind_first_word(GetCommandLineA());
+    char *line = skip_first_word(GetCommandLineA());
     STARTUPINFOA start = {};
     start.cb = sizeof start;
     PROCESS_INFORMATION started = {};
