@@ -30,7 +30,7 @@ list_targets() {
     for source in tests/fuzz/*_target.cpp; do basename "$source" _target.cpp; done
 }
 
-# Prints a line with what came of it; a finding leaves its input and the fuzzer's words in the
+# Prints a line with the result. A finding leaves its input and the output of the fuzzer in the
 # findings.
 fuzz_target() {
     local target=$1 seconds=$2 log=$findings/$1.log words=() inputs=() status=0 directory

@@ -26,7 +26,7 @@ export CRV_PRINTCHAIN="crv2png -r 80"
 page=$docs/gallery.md
 
 # picture NAME HEADING TEXT <<commands: runs the commands among the examples and shows them with the
-# crv.png they leave. The checksum of the chart tells a test when the program draws another one.
+# crv.png that they leave. A test compares the checksum of the chart with that of a new one.
 picture() {
     local name=$1 commands sum
     commands=$(cat)
