@@ -1,5 +1,6 @@
-# The date and time that the program prints as its own. Two builds of the same source must not
-# differ, so they never come from the clock. In this order, and the build prints which one it uses:
+# The date and time that the program prints as those of its build. They never come from the clock,
+# because two builds of the same source must not differ. The first source in this list is used, and
+# the build prints which one:
 #
 #   SOURCE_DATE_EPOCH of the environment when the build is configured
 #   the time of the last commit, in a checkout
@@ -16,7 +17,7 @@ if(DEFINED ENV{SOURCE_DATE_EPOCH})
     message(FATAL_ERROR "SOURCE_DATE_EPOCH is not a number of seconds: '${crv_epoch}'")
   endif()
 elseif(EXISTS ${CMAKE_SOURCE_DIR}/.git)
-  # The time of a commit is safe to read, whoever owns the checkout.
+  # Reading the time of a commit is safe in a checkout of any owner.
   execute_process(
     COMMAND git -c safe.directory=${CMAKE_SOURCE_DIR} log -1 --format=%ct
     WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} RESULT_VARIABLE crv_git_result

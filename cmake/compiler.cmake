@@ -1,13 +1,14 @@
-# How every file of the project is compiled: warnings, exact arithmetic, sanitizers.
+# Compiler and linker options of all targets: warnings, exact arithmetic, sanitizers.
 add_library(crv_compiler INTERFACE)
 
 target_compile_options(crv_compiler INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wformat=2 -Wconversion -Wsign-conversion -Wundef -Wcast-qual
-  # Charts and tables are the same on every machine: no fused operations that round differently.
+  # No fused operations: they round differently, and output must be the same on every machine.
   -ffp-contract=off)
 
 if(WIN32)
-  # Numbers are written by the compiler's own routines: the runtime's give exponents of three digits and know no %zu.
+  # Use the printf of MinGW. That of the C runtime writes exponents of three digits and does not
+  # support %zu.
   target_compile_definitions(crv_compiler INTERFACE __USE_MINGW_ANSI_STDIO=1)
 endif()
 
@@ -23,7 +24,8 @@ if(CRV_WERROR)
 endif()
 
 if(CRV_COVERAGE)
-  target_compile_options(crv_compiler INTERFACE --coverage -fprofile-abs-path -fprofile-update=atomic)
+  target_compile_options(crv_compiler INTERFACE
+    --coverage -fprofile-abs-path -fprofile-update=atomic)
   target_link_options(crv_compiler INTERFACE --coverage)
 endif()
 
@@ -32,6 +34,6 @@ if(CRV_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(crv_compiler INTERFACE -fsanitize=address,undefined)
 else()
-  # Start-up without looking for the compiler's libraries.
+  # The program starts faster without shared libraries of the compiler.
   target_link_options(crv_compiler INTERFACE -static-libstdc++ -static-libgcc)
 endif()

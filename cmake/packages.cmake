@@ -1,7 +1,7 @@
-# What is installed, and the packages made of it: .deb, .tar.gz and .zip, see scripts/package.sh.
+# Installed documents, and the packages (.deb, .tar.gz, .zip) that scripts/package.sh builds.
 
-option(CRV_STATIC "Link the C library into the program too, so that it starts where none is" OFF)
-option(CRV_HARDEN "Compile and link with the hardening that distributions ask for" OFF)
+option(CRV_STATIC "Link the C library statically too" OFF)
+option(CRV_HARDEN "Compile and link with the hardening options of distributions" OFF)
 
 if(CRV_STATIC)
   target_link_options(crv_compiler INTERFACE -static)
@@ -12,7 +12,7 @@ if(CRV_HARDEN)
   target_link_options(crv_compiler INTERFACE -pie -Wl,-z,relro,-z,now)
 endif()
 
-# The documents keep the places they have to each other, so that their links lead somewhere.
+# The documents keep their relative paths, so that the links between them work.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES bench/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/bench)
@@ -27,14 +27,14 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/stage_package.cmake)
 set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/repack_archive.cmake)
 
-# Windows calls the same processor by another name, and its users too.
+# Windows reports the processor as AMD64.
 string(TOLOWER ${CMAKE_SYSTEM_NAME} crv_system)
 string(TOLOWER ${CMAKE_SYSTEM_PROCESSOR} crv_processor)
 string(REPLACE amd64 x86_64 crv_processor ${crv_processor})
 set(CPACK_PACKAGE_FILE_NAME crv-${PROJECT_VERSION}-${crv_system}-${crv_processor})
 
-# The program of the .deb uses the C library of the system, and nothing else. A revision of our own leaves the plain ones to
-# whoever takes the program into a distribution.
+# The program of the .deb depends on the C library of the system only. Its revision is 0crv1:
+# revisions without a suffix are for distributions.
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 0crv1)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
@@ -50,14 +50,16 @@ their statistics, and then draws them as a one-page PostScript chart and
 prints it, writes them as aligned text tables, or tells the value of one
 series where another meets a condition.")
 
-# For stage_package.cmake, which sees nothing but names of this kind.
+# For stage_package.cmake: only variables that begin with CPACK_ are passed to it.
 set(CPACK_CRV_EPOCH ${crv_epoch})
-set(CPACK_CRV_DEBIAN_FOLDER ${CMAKE_BINARY_DIR}/debian)
+set(CPACK_CRV_DEBIAN_DIR ${CMAKE_BINARY_DIR}/debian)
 set(crv_debian_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 set(crv_contact ${CPACK_PACKAGE_CONTACT})
-execute_process(COMMAND date -u -R -d @${crv_epoch} OUTPUT_VARIABLE crv_debian_date OUTPUT_STRIP_TRAILING_WHITESPACE)
+execute_process(COMMAND date -u -R -d @${crv_epoch}
+  OUTPUT_VARIABLE crv_debian_date OUTPUT_STRIP_TRAILING_WHITESPACE)
 file(READ ${CMAKE_SOURCE_DIR}/LICENSE crv_license)
-string(REGEX REPLACE "^MIT License\n\n(Copyright[^\n]*)\n\n(.*)\n$" "\\2" crv_license "${crv_license}")
+string(REGEX REPLACE "^MIT License\n\n(Copyright[^\n]*)\n\n(.*)\n$" "\\2"
+  crv_license "${crv_license}")
 string(REGEX REPLACE "\n\n" "\n.\n" crv_license "${crv_license}")
 string(REGEX REPLACE "\n" "\n " crv_license "${crv_license}")
 configure_file(cmake/debian/changelog.in debian/changelog @ONLY)

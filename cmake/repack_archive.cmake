@@ -1,16 +1,17 @@
-# Run by cpack when a package is made. Its archives hold the files as the file system lists them, and owned by whoever made
-# them; packed again in the order of their names and owned by root, two builds of the same source are the same.
+# Packs .tar.gz and .zip again for reproducible builds; cpack runs it after it has built a package.
+# The archives of cpack contain the files in the order of the file system and with the owner of the
+# build. Here they are sorted by name and owned by root.
 cmake_path(GET CPACK_TEMPORARY_DIRECTORY PARENT_PATH parent)
-cmake_path(GET CPACK_TEMPORARY_DIRECTORY FILENAME folder)
+cmake_path(GET CPACK_TEMPORARY_DIRECTORY FILENAME directory)
 if(CPACK_GENERATOR STREQUAL "TGZ")
   execute_process(
-    COMMAND tar --format=gnu --sort=name --owner=0 --group=0 --numeric-owner -c ${folder}
+    COMMAND tar --format=gnu --sort=name --owner=0 --group=0 --numeric-owner -c ${directory}
     COMMAND gzip -9n
     WORKING_DIRECTORY ${parent} OUTPUT_FILE ${CPACK_PACKAGE_FILES} COMMAND_ERROR_IS_FATAL ANY)
 elseif(CPACK_GENERATOR STREQUAL "ZIP")
   file(REMOVE ${CPACK_PACKAGE_FILES})
   execute_process(
-    COMMAND find ${folder}
+    COMMAND find ${directory}
     COMMAND sort
     COMMAND zip -q -X -@ ${CPACK_PACKAGE_FILES}
     WORKING_DIRECTORY ${parent} COMMAND_ERROR_IS_FATAL ANY)

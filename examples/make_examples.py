@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""Makes the example files. Only + - * / and the square root are used, so that every machine makes the same bytes.
+"""Writes the example files. Only + - * / and the square root are used, because their results are
+the same on every machine.
 
-run1.req     a quarter-car model drives over a bump: a car body on a suspension on a wheel on a tyre
-sled.mad     a sled test: the crash pulse of the sled, and how chest and head follow in their belts
-sensors.pos  a table as a data logger writes it: a press closes, holds and opens again, with noise
-bumper.vdr   force against deflection of a bumper that is pushed in and let go
+run1.req     a quarter-car model drives over a bump: car body, suspension, wheel and tyre
+sled.mad     a sled test: the crash pulse of the sled, and the response of a belted chest and head
+sensors.pos  a table in the style of a data logger: a press closes, pauses and opens, with noise
+bumper.vdr   force against deflection of a bumper that is compressed and released
 """
 import math
 import pathlib
@@ -46,7 +47,8 @@ def advance(t, state, h):
     k2 = slope(t + h / 2.0, shifted(k1, h / 2.0))
     k3 = slope(t + h / 2.0, shifted(k2, h / 2.0))
     k4 = slope(t + h, shifted(k3, h))
-    return tuple(x + h / 6.0 * (a + 2.0 * b + 2.0 * c + d) for x, a, b, c, d in zip(state, k1, k2, k3, k4))
+    return tuple(x + h / 6.0 * (a + 2.0 * b + 2.0 * c + d)
+                 for x, a, b, c, d in zip(state, k1, k2, k3, k4))
 
 
 def record(*numbers):
@@ -107,7 +109,8 @@ def pulse(t):
 
 
 def belted(stiffness, damping, h=0.0001):
-    """Accelerations of a part held to the sled by a spring and a damper per unit of mass, every 0.001 s."""
+    """Accelerations every 0.001 s of a part that a spring and a damper connect to the sled.
+    Stiffness and damping are per unit of mass."""
     travel = speed = 0.0
     for k in range(1501):
         pull = -stiffness * travel - damping * speed
@@ -120,8 +123,9 @@ def belted(stiffness, damping, h=0.0001):
 def madymo_file():
     names = ["SLED", "CHEST", "HEAD"]
     columns = ["resultant acceleration", "x acceleration", "y acceleration", "z acceleration"]
-    out = ["Sled test, 48 km/h\n", "accelerations in m/s2 over time in s\n", f"{len(names):5d}{len(columns):5d}\n"]
-    out += [f"{name:<10}{place:4d}\n" for place, name in enumerate(names, 1)]
+    out = ["Sled test, 48 km/h\n", "accelerations in m/s2 over time in s\n",
+           f"{len(names):5d}{len(columns):5d}\n"]
+    out += [f"{name:<10}{position:4d}\n" for position, name in enumerate(names, 1)]
     out += [name + "\n" for name in columns]
     for k, (chest, head) in enumerate(zip(belted(3600.0, 36.0), belted(1600.0, 16.0))):
         t = k * 0.001
@@ -144,28 +148,38 @@ def column_file():
             jitter.append(noise / 1073741824.0 - 1.0)
         force = 80.0 * closed * closed * closed + 0.4 * jitter[0]
         travel = 12.0 * closed + 0.02 * jitter[1]
-        out.append(f"{t:.2f}, {force:.3f}, {travel:.4f}, {21.5 + 0.01 * k + 0.05 * jitter[2]:.2f}\n")
+        temperature = 21.5 + 0.01 * k + 0.05 * jitter[2]
+        out.append(f"{t:.2f}, {force:.3f}, {travel:.4f}, {temperature:.2f}\n")
     return "".join(out)
 
 
 def frame_file():
     pushed = [(d, 0.9 * d + 0.012 * d * d) for d in (2.0 * k for k in range(31))]
     top, force = pushed[-1]
-    released = [(d, force * ((d - 18.0) / (top - 18.0)) ** 2) for d in (top - 2.0 * k for k in range(1, 22))]
+    released = [(d, force * ((d - 18.0) / (top - 18.0)) ** 2)
+                for d in (top - 2.0 * k for k in range(1, 22))]
     points = pushed + released
-    out = ["%T\n", "Bumper, pushed in and let go\n", "%XA\n", "Deflection (mm)\n", "%YA\n", "Force (kN)\n"]
-    out += ["%XR\n", "0\n", "60\n", "%YR\n", "0\n", "100\n", "%S\n", "1\n", "%N\n", f"{len(points)}\n", "%XY\n", "%D\n"]
+    out = ["%T\n", "Bumper, pushed in and let go\n"]
+    out += ["%XA\n", "Deflection (mm)\n", "%YA\n", "Force (kN)\n"]
+    out += ["%XR\n", "0\n", "60\n", "%YR\n", "0\n", "100\n"]
+    out += ["%S\n", "1\n", "%N\n", f"{len(points)}\n", "%XY\n", "%D\n"]
     out += [f"{d:8.2f} {f:10.4f}\n" for d, f in points]
     return "".join(out)
 
 
-FILES = {"run1.req": request_file, "sled.mad": madymo_file, "sensors.pos": column_file, "bumper.vdr": frame_file}
+FILES = {
+    "run1.req": request_file,
+    "sled.mad": madymo_file,
+    "sensors.pos": column_file,
+    "bumper.vdr": frame_file,
+}
 
 
 def main():
-    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent
+    here = pathlib.Path(__file__).parent
+    directory = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else here
     for name, make in FILES.items():
-        (folder / name).write_bytes(make().encode("ascii"))
+        (directory / name).write_bytes(make().encode("ascii"))
 
 
 if __name__ == "__main__":

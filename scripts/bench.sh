@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the program as released and measures it beside the tools that a user would take instead.
+# Builds the release program and compares its speed with the tools that a user would take instead.
 #
-#   scripts/bench.sh [--write]    with --write the tables of bench/README.md are renewed
+#   scripts/bench.sh [--write]    with --write it also writes the tables of bench/README.md
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"

@@ -3,19 +3,19 @@
 #
 #   scripts/demo.sh [DIRECTORY]    leaves crv.ps and crv.png in the directory, by default "demo"
 set -euo pipefail
-folder=${1:+$(realpath -m "$1")}
+directory=${1:+$(realpath -m "$1")}
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"
 scripts/setup.sh demo
 here=$PWD
-folder=${folder:-$here/demo}
+directory=${directory:-$here/demo}
 
 cmake --preset release >/dev/null
 cmake --build --preset release --parallel "$(nproc)" | tail -n 1
 
-mkdir -p "$folder"
-cp examples/run1.req "$folder"
-cd "$folder"
+mkdir -p "$directory"
+cp examples/run1.req "$directory"
+cd "$directory"
 # A finished chart ends with status 1. The printer command is left out: ':' does nothing.
 status=0
 CRV_PRINTCHAIN=: "$here/build/release/crv" -t "Quarter car over a bump" \
@@ -26,4 +26,4 @@ if [ "$status" -ne 1 ]; then
 fi
 "$here/companions/crv2png" crv.ps
 echo
-echo "The chart is in $folder/crv.ps and, to look at, in $folder/crv.png"
+echo "The chart is in $directory/crv.ps and, to look at, in $directory/crv.png"

@@ -6,7 +6,7 @@
 #                                           that covers the same
 #
 # The fuzzers start from the corpus (tests/fuzz/corpus.tar.xz, which CMake unpacks), the seeds and
-# the bugs beside it, and add new inputs to build/fuzz/corpus. An input that breaks a property is
+# the bugs next to it, and add new inputs to build/fuzz/corpus. An input that breaks a property is
 # left in build/fuzz/findings, and the status is 1: the end of its .log says which.
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
@@ -30,14 +30,14 @@ list_targets() {
     for source in tests/fuzz/*_target.cpp; do basename "$source" _target.cpp; done
 }
 
-# Prints a line with what came of it; a finding leaves its input and the fuzzer's words in the
+# Prints a line with the result. A finding leaves its input and the output of the fuzzer in the
 # findings.
 fuzz_target() {
-    local target=$1 seconds=$2 log=$findings/$1.log words=() inputs=() status=0 folder
+    local target=$1 seconds=$2 log=$findings/$1.log words=() inputs=() status=0 directory
     [ -f "tests/fuzz/$target.dict" ] && words=(-dict="tests/fuzz/$target.dict")
     mkdir -p "$found/$target"
-    for folder in "$kept/$target" "tests/fuzz/seeds/$target" "tests/fuzz/bugs/$target"; do
-        [ -d "$folder" ] && inputs+=("$folder")
+    for directory in "$kept/$target" "tests/fuzz/seeds/$target" "tests/fuzz/bugs/$target"; do
+        [ -d "$directory" ] && inputs+=("$directory")
     done
     "$programs/fuzz_$target" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 \
         -print_final_stats=1 -artifact_prefix="$findings/$target-" "${words[@]}" \

@@ -26,7 +26,7 @@ export CRV_PRINTCHAIN="crv2png -r 80"
 page=$docs/gallery.md
 
 # picture NAME HEADING TEXT <<commands: runs the commands among the examples and shows them with the
-# crv.png they leave. The checksum of the chart tells a test when the program draws another one.
+# crv.png that they leave. A test compares the checksum of the chart with that of a new one.
 picture() {
     local name=$1 commands sum
     commands=$(cat)
@@ -77,7 +77,8 @@ crv -t "Sled test" -t2 "Accelerations in m/s2" \
 END
 
 picture styles "All line styles" \
-    "A chart has five curves, each in its own style. Points outside the ranges are left out and their
+    "A chart has five curves, each in its own style. \
+Points outside the ranges are left out and their
 neighbors joined; a warning says how many." <<'END'
 crv -t "Along x, and the magnitude" -t2 "Accelerations in m/s2" \
     -r 0,1:2,2:2,3:2,1:1,2:1 -fm sled.mad -y -400:400 \

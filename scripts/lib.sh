@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
-# Sourced by the other scripts, which it takes to the top directory: stages, builds and runs of
-# tests.
+# Sourced by the other scripts: stages, builds and runs of tests. Changes to the top directory.
 #
-# Each stage prints one line with its time; what its commands print goes to build/logs and is shown
-# when they fail.
+# Each stage prints one line with its time. The output of its commands goes to build/logs, and is
+# shown if they fail.
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 jobs=$(nproc 2>/dev/null || echo 2)
@@ -24,7 +23,7 @@ stage() {
     shift
     log=build/logs/${name//[^a-zA-Z0-9]/_}.log
     mkdir -p build/logs
-    # Not in an if or before ||, where `set -e` would not hold in functions.
+    # Not in an if or before ||, where `set -e` has no effect in functions.
     set +e
     (set -e; "$@") >"$log" 2>&1
     status=$?

@@ -1,4 +1,4 @@
-"""The option table of the program as Python objects, read from what crv_print_options prints."""
+"""The option table of the program as Python objects, read from the output of crv_print_options."""
 import dataclasses
 import pathlib
 import subprocess

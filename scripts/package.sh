@@ -8,12 +8,12 @@ set -euo pipefail
 # the language.
 umask 022
 export TZ=UTC LC_ALL=C
-folder=${1:+$(realpath -m "$1")}
+directory=${1:+$(realpath -m "$1")}
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"
 require_tier package
 here=$PWD
-folder=${folder:-$here/dist}
+directory=${directory:-$here/dist}
 
 make_package() { # preset, kind of package
     cmake --preset "$1" >/dev/null
@@ -26,11 +26,11 @@ make_package() { # preset, kind of package
     export SOURCE_DATE_EPOCH
     cpack --config "build/$1/CPackConfig.cmake" -G "$2" -B "$here/build/$1/packages" \
         >"build/$1/packages.log" 2>&1 || { cat "build/$1/packages.log" >&2; return 1; }
-    cp "build/$1/packages/"*.* "$folder"
+    cp "build/$1/packages/"*.* "$directory"
 }
 
-mkdir -p "$folder"
-rm -f "$folder"/crv[-_]*.{deb,tar.gz,zip} "$folder/SHA256SUMS"
+mkdir -p "$directory"
+rm -f "$directory"/crv[-_]*.{deb,tar.gz,zip} "$directory/SHA256SUMS"
 make_package deb DEB
 make_package static TGZ
 if ! cmake --list-presets | grep -q '"windows"'; then
@@ -40,6 +40,6 @@ elif ! command -v x86_64-w64-mingw32-g++-posix >/dev/null; then
 else
     make_package windows ZIP
 fi
-cd "$folder"
+cd "$directory"
 sha256sum crv[-_]* >SHA256SUMS
 ls -l

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Prints what came of a run of ctest: one line, and the output of what failed or was skipped.
+"""Prints a summary of a run of ctest: one line, and the output of failed and skipped tests.
 
     report_tests.py NAME REPORT COUNTS [--strict]
 

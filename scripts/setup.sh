@@ -2,13 +2,13 @@
 # Installs the packages of a tier. No other script installs anything; test.sh, ci.sh, nightly.sh and
 # demo.sh call this one.
 #
-#   scripts/setup.sh TIER             installs what is missing of the tier
+#   scripts/setup.sh TIER             installs the missing packages of the tier
 #   scripts/setup.sh TIER --list      prints all packages of the tier
 #   scripts/setup.sh TIER --missing   prints those that are missing
 #
 # Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, nightly. Each
-# includes what it builds on. On other systems than Debian and Ubuntu it says what is needed, by
-# Debian's names, and installs nothing.
+# includes the tiers it depends on. On systems other than Debian and Ubuntu it prints the needed
+# packages by their Debian names and installs nothing.
 set -euo pipefail
 
 packages_of() {

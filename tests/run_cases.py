@@ -3,26 +3,33 @@
 
 A case is a directory below tests/cases:
 
-    cmd       shell text for sh, in an empty directory and a bare environment with "crv"
-    inputs    names of files of tests/data or examples to copy there, one on a line
-    in/       files of the case to copy there
-    stdin     standard input
-    stdout, stderr, status   expected output, to the byte, and exit status
-    out/      files that the run makes or changes, to the byte; it must not lose a file
+    cmd       shell text, run by sh in a new directory with a bare environment; "crv" is the
+              program under test
+    inputs    names of files from tests/data or examples to copy into that directory, one a line
+              (may be missing)
+    in/       files of the case to copy there (may be missing)
+    stdin     standard input (none: empty)
+    stdout, stderr, status
+              the expected output, to the byte, and exit status; a missing file means empty, a
+              missing status 0
+    out/      the new or changed files that are expected afterwards, to the byte, and no others;
+              other inputs must be unchanged
 
 A missing file is empty, a missing status 0. The printer command "lpr" is a stand-in that writes
 its arguments to the file "printed".
 
     run_cases.py [NAME ...]            runs cases (area/case), areas, or all
-    run_cases.py --accept [NAME ...]   writes the output into the cases: read the diff
-    run_cases.py --except CASE ...     omits a case
-    run_cases.py --crv PROGRAM ...     tests this program instead of the last that was built below
-                                       build/dev or build/release
-    run_cases.py --crv PROGRAM --wine WINE ...   PROGRAM is for Windows and runs under Wine
+    run_cases.py --accept [NAME ...]   writes the output into the case: read the diff before you
+                                       keep it
+    run_cases.py --except CASE ...     leaves a case out
+    run_cases.py --crv PROGRAM ...     tests this program; the default is the last one that was
+                                       built in build/dev or build/release
+    run_cases.py --crv PROGRAM --wine WINE ...
+                                       PROGRAM is for Windows and runs under Wine
 
-Under Wine, the files cmd.windows, stdout.windows, stderr.windows, status.windows and out.windows
-of a case replace those without the suffix. windows/differences.md has the reason for each, and for
-each case that is left out. windows/wine.py says how the program is called.
+Under Wine, cmd.windows, stdout.windows, stderr.windows, status.windows and out.windows replace the
+files without the ending where a case has them. windows/differences.md gives the reason for each and
+lists the cases that are left out. See windows/wine.py for how the program is called.
 """
 import argparse
 import difflib
@@ -57,18 +64,19 @@ def fetch_inputs(case, directory):
 
 
 def snapshot(directory):
+    """The files below the directory: relative path to bytes."""
     return {str(path.relative_to(directory)): path.read_bytes()
             for path in sorted(directory.rglob("*")) if path.is_file()}
 
 
 class Native:
-    """Runs the program as it is."""
+    """Runs the program directly."""
 
     def __init__(self, program):
         self.program = program
 
     def make_tools(self, directory):
-        """Puts crv and lpr into the directory, and returns an environment with it."""
+        """Writes crv and lpr to the directory, and returns an environment that finds them."""
         (directory / "crv").symlink_to(self.program)
         (directory / "lpr").write_text("#!/bin/sh\n" + LPR)
         (directory / "lpr").chmod(0o755)
@@ -92,7 +100,7 @@ class Native:
 
 
 def run(case, system):
-    """Returns stdout, stderr, status, the files that are new or changed, and those that are lost."""
+    """Returns stdout, stderr, exit status, new or changed files, and names of removed files."""
     with tempfile.TemporaryDirectory() as scratch:
         scratch = pathlib.Path(scratch)
         directory, tools = scratch / "run", scratch / "bin"
@@ -101,9 +109,9 @@ def run(case, system):
         environment = system.make_tools(tools)
         fetch_inputs(case, directory)
         before = snapshot(directory)
-        command = system.file_of(case, "cmd").read_text()
-        done = subprocess.run(["sh", "-c", command], cwd=directory, env=environment,
-                              input=read(case / "stdin"), capture_output=True, timeout=TIME_LIMIT)
+        done = subprocess.run(["sh", "-c", system.file_of(case, "cmd").read_text()],
+                              cwd=directory, env=environment, input=read(case / "stdin"),
+                              capture_output=True, timeout=TIME_LIMIT)
         after = snapshot(directory)
         lost = [name for name in before if name not in after]
         files = {name: system.normalize(name, data) for name, data in after.items()
@@ -143,8 +151,8 @@ def check(case, system):
 
 def accept(case, system):
     stdout, stderr, status, files, _ = run(case, system)
-    shown_status = f"{status}\n".encode() if status else b""
-    for name, data in (("stdout", stdout), ("stderr", stderr), ("status", shown_status)):
+    status_text = f"{status}\n".encode() if status else b""
+    for name, data in (("stdout", stdout), ("stderr", stderr), ("status", status_text)):
         path = system.golden_path(case, name, data)
         if path and (data or path.name != name):
             path.write_bytes(data)
@@ -162,21 +170,22 @@ def accept(case, system):
 
 def last_built():
     """The program of the preset dev or release, whichever was built last."""
-    built = [HERE.parent / "build" / preset / "crv" for preset in ("dev", "release")]
-    built = [path for path in built if path.exists()]
+    built = [path for preset in ("dev", "release")
+             if (path := HERE.parent / "build" / preset / "crv").exists()]
     if not built:
-        sys.exit("no program below build/dev or build/release: build it, or name one with --crv")
+        sys.exit("There is no program below build/dev or build/release: "
+                 "build it, or name one with --crv")
     return max(built, key=lambda path: path.stat().st_mtime)
 
 
 def select(names, excepted):
-    """The cases of the names, which are cases or areas; all without names. An unknown name ends the
-    run."""
-    every = sorted(str(path.parent.relative_to(CASES)) for path in CASES.rglob("cmd"))
+    """Returns the cases that the names select: cases, areas, or all if there is no name. A name
+    without a match ends the run."""
+    every = sorted(str(p.parent.relative_to(CASES)) for p in CASES.rglob("cmd"))
     selected = []
     for name in names or [""]:
-        area = name.rstrip("/") + "/"
-        found = [case for case in every if not name or case == name or case.startswith(area)]
+        found = [case for case in every
+                 if not name or case == name or case.startswith(name.rstrip("/") + "/")]
         if not found:
             sys.exit(f"There is no case or area {name}")
         selected += found

@@ -1,4 +1,4 @@
-"""What the command-line scripts share: a small file of each format, and the messages of its run."""
+"""Shared by the command-line scripts: a small file of each format, and the messages of its run."""
 import os
 import pathlib
 import resource

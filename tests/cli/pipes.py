@@ -45,7 +45,7 @@ def take(box, output, name):
 
 
 def from_file(box, options, data, output="crv.ps"):
-    """What a run on a file prints, and its output file."""
+    """Returns the output of a run on a file, and its output file."""
     box.write("plain.in", data)
     return run_named(box, options, "plain.in"), take(box, output, "plain.in")
 

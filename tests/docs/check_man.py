@@ -32,7 +32,7 @@ def plain(text):
 
 
 def section(page, title):
-    """What stands under the heading, up to the next one."""
+    """Returns the text between this heading and the next."""
     found = re.search(rf"^\.S[hs] {re.escape(title)}\n(.*?)(?=^\.S[hs] |\Z)", page, re.S | re.M)
     return found.group(1) if found else ""
 

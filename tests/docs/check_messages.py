@@ -11,7 +11,7 @@ import re
 import struct
 import sys
 
-# A constant text that ends in NUL; what stands before it need not be text.
+# A constant text that ends in NUL; any bytes can precede it.
 TEXT = re.compile(rb"[\n -~]+\0")
 MESSAGE = re.compile(r"(?:(?:%%|%c)(?:crv|utl)| (?:crv|utl)|   )_([0-9]+|xx|%d)-[a-z]-?")
 MIN_MESSAGES = 150

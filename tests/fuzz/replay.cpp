@@ -1,5 +1,5 @@
-// fuzz/replay.cpp - runs a fuzz target on stored inputs, for compilers without a fuzzer: on the
-// files of the command line, and on the files in its directories.
+// fuzz/replay.cpp - runs a fuzz target on stored inputs, for compilers without a fuzzer. Arguments
+// are files, or directories whose files are the inputs.
 #include "harness.h"
 
 #include <algorithm>

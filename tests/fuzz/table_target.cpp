@@ -38,8 +38,8 @@ static table_input take_input(std::string_view rest) {
     input.values.resize(input.columns);
     for (size_t k = 0; !rest.empty(); ++k) {
         const std::string text = take_text(&rest, ' ');
-        if (text != "-")
-            input.values[k % input.columns].push_back(atof(text.c_str())); // "-" is left out
+        if (text != "-") // "-" skips a column
+            input.values[k % input.columns].push_back(atof(text.c_str()));
     }
     return input;
 }

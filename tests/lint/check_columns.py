@@ -1,8 +1,7 @@
 #!/usr/bin/env python3
 """Lines of code, comments, scripts and documents have at most 100 characters.
 
-Exempt is what cannot be broken: tables, addresses, blocks of code in documents, and a line that is
-one string literal.
+Exempt: tables, URLs, blocks of code in documents, and a line that is one string literal.
 """
 import re
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Every test has one label, which is what its name begins with.
+"""Every test has one label: the part of its name before the first slash.
 
     check_labels.py CTEST BUILD
 """

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Comments and documents use the words of the writing guide in CONTRIBUTING.md.
 
-Messages of the program are exempt: string literals, and in documents what stands in backticks or in
-blocks of code.
+Messages of the program are exempt: string literals, and in documents text in backticks and blocks
+of code.
 """
 import io
 import re
@@ -10,7 +10,7 @@ import tokenize
 
 import source_files
 
-# What is written instead. A word counts in any of its forms that are listed.
+# Banned words (regular expressions) and their replacements.
 INSTEAD = {
     "whoever": "users who, anyone who",
     "behind": "after",

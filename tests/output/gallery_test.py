@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The gallery is what its script makes of the examples today.
+"""The gallery equals the output of its script.
 
 The page has a checksum of each chart, so that any change of a chart is seen. Another version of
 Ghostscript smooths lines and shapes letters a little differently. Pictures are compared by the

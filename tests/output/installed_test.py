@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The companions are installed beside the program and work from there."""
+"""The companions are installed next to the program and work from there."""
 from workbench import BUILD, SUFFIXES, main
 
 

@@ -1,1 +1,1 @@
-"""What the test scripts share: the sandbox with its checks, and the pseudo-terminal."""
+"""Shared by the test scripts: the sandbox with its checks, and the pseudo-terminal."""

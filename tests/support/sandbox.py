@@ -23,7 +23,7 @@ SYSTEM_PATH = "/usr/bin:/bin"
 
 
 class Result(NamedTuple):
-    """What a run printed, and its exit status: below 0 when a signal ended it."""
+    """Output and exit status of a run; a signal is a negative status."""
     stdout: str
     stderr: str
     status: int

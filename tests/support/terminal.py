@@ -1,4 +1,4 @@
-"""A program on a pseudo-terminal: what it shows is read, keys are typed."""
+"""A program on a pseudo-terminal: reads its output and types keys."""
 import os
 import pty
 import select

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Is crv in the cases: runs the program for Windows under Wine by the same name, and removes CR from
-# its output, so that the tools in a case get the lines that they get elsewhere.
+# Replaces crv in the cases: runs the Windows program under Wine with the name of this call, and
+# removes the CR from its line ends for the tools in a case.
 #
-# CRV_WINE, CRV_START_AS and CRV_PROGRAM are the programs.
+# CRV_WINE, CRV_START_AS and CRV_PROGRAM are the paths of Wine, start_as.exe and the program.
 set -o pipefail
 
 name=$0

@@ -1,9 +1,9 @@
-// windows/start_as.cpp - starts a program under another name, like a command interpreter.
+// windows/start_as.cpp - starts a program with a given argv[0], as a command interpreter does.
 //
-//   start_as NAME [argument ...]    runs the program CRV_PROGRAM, which gets NAME and the unchanged
-//                                   arguments as its command line, and ends with its exit status
+//   start_as NAME [argument ...]    runs the program at CRV_PROGRAM and returns its exit status;
+//                                   the program gets NAME and the arguments unchanged
 //
-// Wine calls a program by its full path; a user who types crv calls it crv.
+// Wine itself passes the full path of a program as argv[0]; a user types "crv".
 #include <windows.h>
 
 #include <cstdio>
@@ -11,7 +11,8 @@
 
 static constexpr int status_failed = 126;
 
-// Skips the first word of a command line, which may be in double quotes, and the blanks after it.
+// Returns the position after the first word of a command line and the blanks that follow it. Blanks
+// in double quotes belong to the word.
 static char *skip_first_word(char *at) {
     bool quoted = false;
     for (; *at != '\0' && (quoted || *at != ' '); ++at)

@@ -23,13 +23,13 @@ class WineSandbox(sandbox.Sandbox):
         self.environment = wine.environment(pathlib.Path(given("--crv")).resolve(), given("--wine"))
 
     def start_program(self, *command, **options):
-        """What a program prints on both streams, and its exit status."""
+        """Returns the output of a program on both streams, and its exit status."""
         result = self.run_program(self.environment["CRV_WINE"], *command, stderr=subprocess.STDOUT,
                                   **options)
         return result.stdout, result.status
 
     def prints(self, *arguments, **options):
-        """What crv prints, its name being a word of the command line."""
+        """Returns the output of crv, called as a word of the command line."""
         return self.start_program(self.environment["CRV_START_AS"], "crv", *arguments,
                                   **options)[0]
 

@@ -17,7 +17,7 @@ def test_second_build_gives_same_bytes(box):
     with tarfile.open(package(".tar.gz")) as archive:
         times = {member.mtime for member in archive}
     box.expect("times of the files of an archive", len(times), 1)
-    copy = box.copy_source("another folder")
+    copy = box.copy_source("another directory")
     os.umask(0o077)
     box.environment = {name: value for name, value in os.environ.items()
                        if name != "SOURCE_DATE_EPOCH"}

@@ -1,4 +1,4 @@
-"""What the scripts of the packages share: the packages, and charts of a program from them."""
+"""Shared by the package tests: the packages, and charts of a program from them."""
 import os
 import pathlib
 import shutil
@@ -80,7 +80,7 @@ class Sandbox(sandbox.Sandbox):
 
 
 def require_to_build():
-    """Requires what scripts/package.sh would install."""
+    """Requires the packages that scripts/package.sh would install."""
     require("dpkg-shlibdeps", "fakeroot", "file", "lintian", "unzip", "zip", path=PATH)
 
 

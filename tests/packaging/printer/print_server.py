@@ -18,8 +18,9 @@ HELPERS = pathlib.Path("/usr/lib/cups")
 # A job gets its name when it is complete.
 BACKEND = """#!/bin/sh
 if [ $# -eq 0 ]; then echo 'direct keep:/ "Unknown" "keeper"'; exit 0; fi
-folder=${DEVICE_URI#keep:}
-if [ $# -ge 6 ]; then cat "$6"; else cat; fi >"$folder/.part" && mv "$folder/.part" "$folder/job$1"
+directory=${DEVICE_URI#keep:}
+if [ $# -ge 6 ]; then cat "$6"; else cat; fi >"$directory/.part" &&
+    mv "$directory/.part" "$directory/job$1"
 """
 
 SETTINGS = """Listen 127.0.0.1:{port}
@@ -39,7 +40,7 @@ DefaultAuthType None
 </Policy>
 """
 
-FOLDERS = """ServerRoot {base}/etc
+DIRECTORIES = """ServerRoot {base}/etc
 ServerBin {base}/lib
 DataDir /usr/share/cups
 DocumentRoot {base}/doc
@@ -88,7 +89,8 @@ class PrintServer:
         backend.chmod(0o700)  # so the server runs it as itself, which may write the jobs
         settings, files = self.base / "etc/cupsd.conf", self.base / "etc/cups-files.conf"
         settings.write_text(SETTINGS.format(port=port))
-        files.write_text(FOLDERS.format(base=self.base) + (ROOT_ONLY if os.geteuid() == 0 else ""))
+        user = ROOT_ONLY if os.geteuid() == 0 else ""
+        files.write_text(DIRECTORIES.format(base=self.base) + user)
         (box.bin / "lpr").unlink()
         box.environment = {"PATH": f"{box.bin}:{PATH}", "TZ": "UTC0", "LC_ALL": "C",
                            "HOME": str(self.base / "home"), "CUPS_SERVER": f"127.0.0.1:{port}"}
