@@ -13,6 +13,7 @@ A case is a folder below tests/cases:
 The printer command "lpr" is a stand-in that writes its arguments to the file "printed".
 
     run_cases.py --crv PROGRAM [case ...]            runs the cases named, or all
+    run_cases.py --crv PROGRAM --fail-fast [case ...]   stops after the first case that fails
     run_cases.py --crv PROGRAM --accept [case ...]   writes what came out into the case: read the diff before you keep it
     run_cases.py --crv PROGRAM --wine WINE ...       PROGRAM is for Windows and runs under Wine
 
@@ -156,6 +157,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--crv", required=True)
     parser.add_argument("--accept", action="store_true")
+    parser.add_argument("--fail-fast", action="store_true")
     parser.add_argument("--wine")
     parser.add_argument("cases", nargs="*")
     given = parser.parse_args()
@@ -176,6 +178,8 @@ def main():
         failed += bool(faults)
         if faults:
             print(f"FAIL {name}", *faults, sep="\n    ")
+            if given.fail_fast:
+                sys.exit(1)
     if not given.accept:
         print(f"{len(names) - failed - skipped} cases passed, {failed} failed" +
               (f", {skipped} skipped" if skipped else ""))
