@@ -60,6 +60,16 @@ TEST_F(file_pickers, AnEmptyAnswerAsksForANameWhereTypingIsAllowed) {
         " \n  1 --> a.req\n\nSelect file to be processed? 1, 2, 3, ...:  Enter desired file: ");
 }
 
+TEST_F(file_pickers, ReadsNamesOf4095Characters) {
+    make("a.req");
+    std::string name;
+    for (const size_t length : {4094U, 4095U, 4096U}) {
+        type("\n" + std::string(length, 'n') + "\n");
+        stdout_of([&] { utl_lstfile("*.req", &name, 1, 0); });
+        EXPECT_EQ(name.size(), length < 4095 ? length : 4095);
+    }
+}
+
 // What the several-files picker says to an answer, with five files.
 TEST_F(file_pickers, EveryWayOfAnswering) {
     for (const char *name : {"a.req", "b.req", "c.req", "d.req", "e.req"}) make(name);

@@ -64,6 +64,16 @@ TEST_F(madymo_file, ItemsFrom14OnAreLabelledWithQuestionMarks) {
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{14}));
 }
 
+TEST_F(madymo_file, LabelsItemsByTheirNumbers) {
+    for (int item = 1; item <= 13; ++item) {
+        read(head + steps({0}), ("3:" + std::to_string(item)).c_str());
+        char label[32];
+        snprintf(label, sizeof label, "PELVIS, R 3, C %-2d", item);
+        EXPECT_STREQ(crv_columns[0]->colname, label);
+        SetUp();
+    }
+}
+
 TEST_F(madymo_file, ItemZeroIsTheTime) {
     read(head + steps({0.25}), "3:0");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{0.25}));

@@ -266,6 +266,28 @@ TEST_F(sections, FiveDecimalsWhenTheUpperBoundIsAtMost0_05) {
         testing::HasSubstr("75 106 moveto (-1.00000) show \n75 506 moveto (0.05000) show \n"));
 }
 
+TEST_F(sections, SymmetricRangesScaleNumbersAndPoints) {
+    add_column(0, {-10, 0, 5, 10}, "x");
+    add_column(1, {-100, 0, 50, 100}, "y");
+    chart->num_curves = 1;
+    chart->xminmax[0] = -10;
+    chart->yminmax[0] = -100;
+    const std::string text = data_section();
+    EXPECT_EQ(out, "");
+    EXPECT_THAT(text, testing::HasSubstr("127 95 moveto ( -10.00) show \n"
+                                         "727 95 moveto (  10.00) show \n"
+                                         "427 95 moveto (   0.00) show \n"
+                                         "277 95 moveto (  -5.00) show \n"
+                                         "577 95 moveto (   5.00) show \n"
+                                         "75 106 moveto (-100.00) show \n"
+                                         "75 506 moveto ( 100.00) show \n"
+                                         "75 306 moveto (   0.00) show \n"
+                                         "75 206 moveto ( -50.00) show \n"
+                                         "75 406 moveto (  50.00) show \n"));
+    EXPECT_EQ(path_of(text, 1), "135 110 moveto \n"
+                                "435 310 lineto 585 410 lineto 735 510 lineto stroke \n");
+}
+
 TEST_F(sections, AnUpperBoundThatIsNoNumberHasTwoDecimals) {
     add_curves(1);
     chart->xminmax[1] = NAN;
