@@ -74,6 +74,12 @@ TEST_F(madymo_file, LabelsItemsByTheirNumbers) {
     }
 }
 
+// The rest of the title line stands for line 2.
+TEST_F(madymo_file, LongTitleEndsAtNulWithoutNewline) {
+    read("ti" + std::string(1, '\0') + std::string(123, 'x') + "rest\n0 0\n1\n", "0");
+    EXPECT_STREQ(crv_columns[0]->coltitle, "ti");
+}
+
 TEST_F(madymo_file, ItemZeroIsTheTime) {
     read(head + steps({0.25}), "3:0");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{0.25}));
