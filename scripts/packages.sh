@@ -53,3 +53,5 @@ coverage_packages=(gcovr)
 package_packages=(dpkg-dev fakeroot file lintian unzip zip)
 # shellcheck disable=SC2034
 printer_packages=(cups-bsd cups-client cups-daemon)
+# shellcheck disable=SC2034
+mutate_packages=(ninja-build lld)
