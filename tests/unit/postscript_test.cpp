@@ -301,6 +301,19 @@ TEST_F(sections, APointOnARangeBoundIsKept) {
     EXPECT_EQ(path_of(data_section(), 1), "135 510 moveto \n735 110 lineto stroke \n");
 }
 
+// Longer positions than any on a page: the path exceeds its buffer within a stroke.
+TEST_F(sections, LongPathIsWrittenWhole) {
+    add_column(0, std::vector<double>(900, 10));
+    add_column(1, std::vector<double>(900, 100));
+    chart->num_curves = 1;
+    const std::string text = written_by(
+        [&](FILE *stream) { crv_PlotData(stream, 2000000000, 1000000000, 600, 400, chart); });
+    std::string wanted = "2000000600 1000000400 moveto \n";
+    for (int k = 2; k <= 900; ++k)
+        wanted += k % 5 == 1 ? "2000000600 1000000400 lineto \n" : "2000000600 1000000400 lineto ";
+    EXPECT_EQ(path_of(text, 1), wanted + "stroke \n");
+}
+
 TEST_F(sections, ListsOfDifferentLengthsArePairedUpToTheShorter) {
     add_column(0, {0, 5, 10});
     add_column(1, {0, 0});
