@@ -128,6 +128,16 @@ TEST_F(file_pickers, OneFileIsLeftWithALetterE) {
     remove("utl_temp.tmp");
 }
 
+TEST_F(file_pickers, EmptyListAcceptsExitAndTypedName) {
+    std::string name;
+    type("e\n");
+    stdout_of([&] { EXPECT_EQ(utl_lstfile("*.req", &name, 0, 0), 0); });
+    EXPECT_EQ(name, "");
+    type("\ntyped.req\n");
+    stdout_of([&] { EXPECT_EQ(utl_lstfile("*.req", &name, 1, 0), 1); });
+    EXPECT_EQ(name, "typed.req");
+}
+
 TEST_F(file_pickers, AListingDoesNotWriteToWhatStandsInItsPlace) {
     make("a.req");
     make("precious");
