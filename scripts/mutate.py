@@ -50,7 +50,7 @@ COPIED = ["CMakeLists.txt", "CMakePresets.json", "cmake", "src", "tests", "examp
 
 MIN_SCORE = 0.99
 MAX_EQUIVALENT = 0.12
-CPU_SECONDS = 20  # of one process of a mutant
+CPU_SECONDS = 10  # of one process of a mutant
 MEMORY_KIB = 4 * 1024 * 1024
 TIME_LIMIT = "a time limit"
 FILE_BLOCKS = 1024 * 1024  # of 512 bytes or 1 KiB, by shell
