@@ -6,7 +6,7 @@
 #   scripts/setup.sh TIER --list      prints all packages of the tier
 #   scripts/setup.sh TIER --missing   prints those that are missing
 #
-# Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, nightly. Each
+# Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, mutate, nightly. Each
 # includes the tiers it depends on. On systems other than Debian and Ubuntu it prints the needed
 # packages by their Debian names and installs nothing.
 set -euo pipefail
@@ -38,7 +38,8 @@ packages_of() {
             echo mandoc man-db bash-completion zsh fish          # manual page and completions
             echo cups-bsd cups-client cups-daemon                # printing
             ;;
-        nightly) packages_of ci && packages_of bench ;;
+        mutate) packages_of check && echo ninja-build lld ;;
+        nightly) packages_of ci && packages_of bench && packages_of mutate ;;
         *)
             echo "setup.sh: there is no tier $1" >&2
             return 1

@@ -21,6 +21,7 @@ its arguments to the file "printed".
     run_cases.py [NAME ...]            runs cases (area/case), areas, or all
     run_cases.py --accept [NAME ...]   writes the output into the case: read the diff before you
                                        keep it
+    run_cases.py --fail-fast ...       stops after the first case that fails
     run_cases.py --except CASE ...     leaves a case out
     run_cases.py --crv PROGRAM ...     tests this program; the default is the last one that was
                                        built in build/dev or build/release
@@ -200,6 +201,7 @@ def main():
     parser.add_argument("--crv")
     parser.add_argument("--accept", action="store_true")
     parser.add_argument("--except", action="append", default=[], dest="excepted")
+    parser.add_argument("--fail-fast", action="store_true")
     parser.add_argument("--wine")
     parser.add_argument("names", nargs="*")
     given = parser.parse_args()
@@ -220,6 +222,8 @@ def main():
         failed += bool(faults)
         if faults:
             print(f"FAIL {name}", *faults, sep="\n    ")
+            if given.fail_fast:
+                sys.exit(1)
     if not given.accept:
         print(f"{len(names) - failed - skipped} cases passed, {failed} failed" +
               (f", {skipped} skipped" if skipped else ""))

@@ -3,6 +3,8 @@
 
 #include "support.h"
 
+#include <csignal>
+
 namespace {
 
 std::string answer_to(const std::string &typed, size_t size) {
@@ -39,6 +41,17 @@ TEST(Console, UnterminatedAnswerEndsAfterMillionCharacters) {
     EXPECT_STREQ(answer, "");
 }
 
+// 8192 chunks of 127 characters, after those that fit into the answer.
+TEST(Console, DiscardsAtMostAMillionCharacters) {
+    const text_file file("abc" + std::string(8192 * 127, 'x') + "next\n");
+    ASSERT_TRUE(freopen(file.path(), "r", stdin));
+    char answer[4];
+    utl_ReadAnswer(answer, sizeof answer);
+    EXPECT_STREQ(answer, "abc");
+    utl_ReadAnswer(answer, sizeof answer);
+    EXPECT_STREQ(answer, "nex");
+}
+
 TEST(Console, OutputIsFlushedBeforeErrorReport) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
@@ -58,5 +71,15 @@ TEST(Console, QuittingEndsWithTheStatus) {
 }
 
 TEST(Console, FailedCommandIsIgnored) { EXPECT_TRUE(utl_RunCommand("exit 7")); }
+
+// The system cannot wait for the shell of a process that ignores its children.
+TEST(Console, ReportsFailedSystemCall) {
+    auto *const before = signal(SIGCHLD, SIG_IGN);
+    errno = 0;
+    EXPECT_FALSE(utl_RunCommand(":"));
+    EXPECT_EQ(errno, ECHILD);
+    signal(SIGCHLD, before);
+    EXPECT_TRUE(utl_RunCommand(":"));
+}
 
 } // namespace

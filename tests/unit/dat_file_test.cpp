@@ -4,7 +4,9 @@
 #include "support.h"
 
 #include <cmath>
+#include <csignal>
 #include <cstring>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -245,6 +247,28 @@ TEST_F(dat_file, FullDiskReportKeepsDevice) {
                 "^ crv_84-f-fwrite, in crv_writecols\\(\\) : No space left on device\n$");
     struct stat status = {};
     EXPECT_EQ(lstat((folder + "/run.dat").c_str(), &status), 0);
+}
+
+void set_file_size_limit(rlim_t bytes) {
+    rlimit limit = {};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = bytes < limit.rlim_max ? bytes : limit.rlim_max;
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+// One write fails, and all later ones succeed.
+void write_with_one_failure(const char *path) {
+    signal(SIGXFSZ, [](int) { set_file_size_limit(RLIM_INFINITY); });
+    set_file_size_limit(8192);
+    crv_WriteCols(path, 0, 1, 4);
+    _exit(77);
+}
+
+TEST_F(dat_file, LostMiddleOfTableIsReported) {
+    add_column(0, std::vector<double>(2000, 1.0));
+    EXPECT_EXIT(write_with_one_failure((folder + "/run.req").c_str()), testing::ExitedWithCode(0),
+                "^ crv_84-f-fwrite, in crv_writecols\\(\\) : File too large\n$");
+    EXPECT_NE(access((folder + "/run.dat").c_str(), F_OK), 0);
 }
 
 } // namespace

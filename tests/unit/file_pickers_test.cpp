@@ -60,6 +60,16 @@ TEST_F(file_pickers, EmptyAnswerPromptsForName) {
         " \n  1 --> a.req\n\nSelect file to be processed? 1, 2, 3, ...:  Enter desired file: ");
 }
 
+TEST_F(file_pickers, ReadsNamesOf4095Characters) {
+    make("a.req");
+    std::string name;
+    for (const size_t length : {4094U, 4095U, 4096U}) {
+        type("\n" + std::string(length, 'n') + "\n");
+        stdout_of([&] { utl_lstfile("*.req", &name, 1, 0); });
+        EXPECT_EQ(name.size(), length < 4095 ? length : 4095);
+    }
+}
+
 // Messages of the list of several files for each kind of answer, with five files.
 TEST_F(file_pickers, EveryWayOfAnswering) {
     for (const char *name : {"a.req", "b.req", "c.req", "d.req", "e.req"}) make(name);
@@ -116,6 +126,16 @@ TEST_F(file_pickers, LetterESelectsNoFile) {
     stdout_of([&] { EXPECT_EQ(utl_lstfile("*.req", &name, 0, 0), 1); });
     EXPECT_EQ(name, "a.req") << "fifteen characters count";
     remove("utl_temp.tmp");
+}
+
+TEST_F(file_pickers, EmptyListAcceptsExitAndTypedName) {
+    std::string name;
+    type("e\n");
+    stdout_of([&] { EXPECT_EQ(utl_lstfile("*.req", &name, 0, 0), 0); });
+    EXPECT_EQ(name, "");
+    type("\ntyped.req\n");
+    stdout_of([&] { EXPECT_EQ(utl_lstfile("*.req", &name, 1, 0), 1); });
+    EXPECT_EQ(name, "typed.req");
 }
 
 TEST_F(file_pickers, ListingReplacesLinksAndPipes) {

@@ -133,6 +133,14 @@ TEST_F(frame_file, OtherLinesAreSkipped) {
     EXPECT_EQ(crv_columns[0]->numpts, 5);
 }
 
+TEST_F(frame_file, IgnoresDirectiveWithoutPercent) {
+    EXPECT_EQ(read("%N\n5\nxN\n7\nxS\n4\nxT\nTitle\nxXA\nLabel\nxD\n" + five), 2);
+    EXPECT_EQ(crv_columns[0]->numpts, 5);
+    EXPECT_EQ(chart->style, 1);
+    EXPECT_STREQ(crv_columns[0]->coltitle, "");
+    EXPECT_STREQ(crv_columns[0]->colname, "VDR col_0");
+}
+
 TEST_F(frame_file, FewerThanThreePointsAreRefused) {
     for (const char *bytes : {"%N\n2\n%D\n1 2\n3 4\n", "%D\n1 2\n", "%N\n-5\n%D\n"}) {
         EXPECT_EQ(read(bytes), 0);

@@ -4,7 +4,12 @@
 
 #include "support.h"
 
+#include <cstring>
 #include <random>
+
+#ifndef _WIN32
+#include <sys/mman.h>
+#endif
 
 namespace {
 
@@ -48,6 +53,40 @@ TEST(LineScan, SkipsLinesWithoutMarks) {
     EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 3, 9).lines, 0U)
         << "stops before a line of the limit";
 }
+
+#ifndef _WIN32
+// Two pages of memory, of which only the first can be read.
+class guarded_page {
+  public:
+    guarded_page() {
+        const int access = PROT_READ | PROT_WRITE;
+        void *pages = mmap(nullptr, 2 * size, access, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        begin_ = static_cast<char *>(pages);
+        mprotect(begin_ + size, size, PROT_NONE);
+    }
+    guarded_page(const guarded_page &) = delete;
+    guarded_page &operator=(const guarded_page &) = delete;
+    ~guarded_page() { munmap(begin_, 2 * size); }
+    char *end() const { return begin_ + size; }
+
+  private:
+    static constexpr size_t size = 65536; // a multiple of the page size of every system
+    char *begin_;
+};
+
+TEST(LineScan, ReadsOnlyPaddingAfterText) {
+    const guarded_page page;
+    for (size_t length = 0; length <= 100; ++length) {
+        char *const text = page.end() - utl_scan_padding - length;
+        memset(text, 'x', length + utl_scan_padding);
+        EXPECT_EQ(utl_ScanLine(text, length).length, length);
+        EXPECT_EQ(utl_ScanLineRun(text, length, 510, 10).lines, 0U);
+        if (length > 0) text[length / 2] = '\n';
+        EXPECT_EQ(utl_ScanLine(text, length).length, length / 2);
+        EXPECT_EQ(utl_ScanLineRun(text, length, 510, 10).lines, length > 0 ? 1U : 0U);
+    }
+}
+#endif
 
 TEST(LineScan, VectorFormScansLikeScalarForm) {
     std::mt19937_64 random(16);

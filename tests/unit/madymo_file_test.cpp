@@ -64,6 +64,22 @@ TEST_F(madymo_file, ItemsFrom14HaveQuestionMarks) {
     EXPECT_EQ(values_of(crv_columns[1]), (numbers{14}));
 }
 
+TEST_F(madymo_file, LabelsItemsByTheirNumbers) {
+    for (int item = 1; item <= 13; ++item) {
+        read(head + steps({0}), ("3:" + std::to_string(item)).c_str());
+        char label[32];
+        snprintf(label, sizeof label, "PELVIS, R 3, C %-2d", item);
+        EXPECT_STREQ(crv_columns[0]->colname, label);
+        SetUp();
+    }
+}
+
+// The rest of the title line stands for line 2.
+TEST_F(madymo_file, LongTitleEndsAtNulWithoutNewline) {
+    read("ti" + std::string(1, '\0') + std::string(123, 'x') + "rest\n0 0\n1\n", "0");
+    EXPECT_STREQ(crv_columns[0]->coltitle, "ti");
+}
+
 TEST_F(madymo_file, ItemZeroIsTheTime) {
     read(head + steps({0.25}), "3:0");
     EXPECT_EQ(values_of(crv_columns[0]), (numbers{0.25}));

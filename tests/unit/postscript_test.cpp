@@ -266,6 +266,28 @@ TEST_F(sections, FiveDecimalsUpTo0_05) {
         testing::HasSubstr("75 106 moveto (-1.00000) show \n75 506 moveto (0.05000) show \n"));
 }
 
+TEST_F(sections, SymmetricRangesScaleNumbersAndPoints) {
+    add_column(0, {-10, 0, 5, 10}, "x");
+    add_column(1, {-100, 0, 50, 100}, "y");
+    chart->num_curves = 1;
+    chart->xminmax[0] = -10;
+    chart->yminmax[0] = -100;
+    const std::string text = data_section();
+    EXPECT_EQ(out, "");
+    EXPECT_THAT(text, testing::HasSubstr("127 95 moveto ( -10.00) show \n"
+                                         "727 95 moveto (  10.00) show \n"
+                                         "427 95 moveto (   0.00) show \n"
+                                         "277 95 moveto (  -5.00) show \n"
+                                         "577 95 moveto (   5.00) show \n"
+                                         "75 106 moveto (-100.00) show \n"
+                                         "75 506 moveto ( 100.00) show \n"
+                                         "75 306 moveto (   0.00) show \n"
+                                         "75 206 moveto ( -50.00) show \n"
+                                         "75 406 moveto (  50.00) show \n"));
+    EXPECT_EQ(path_of(text, 1), "135 110 moveto \n"
+                                "435 310 lineto 585 410 lineto 735 510 lineto stroke \n");
+}
+
 TEST_F(sections, NanUpperBoundHasTwoDecimals) {
     add_curves(1);
     chart->xminmax[1] = NAN;
@@ -277,6 +299,19 @@ TEST_F(sections, PointOnRangeBoundIsDrawn) {
     add_column(1, {100, 0, 50, 50, 100.001, -0.001, 50, NAN});
     chart->num_curves = 1;
     EXPECT_EQ(path_of(data_section(), 1), "135 510 moveto \n735 110 lineto stroke \n");
+}
+
+// Longer positions than any on a page: the path exceeds its buffer within a stroke.
+TEST_F(sections, LongPathIsWrittenWhole) {
+    add_column(0, std::vector<double>(900, 10));
+    add_column(1, std::vector<double>(900, 100));
+    chart->num_curves = 1;
+    const std::string text = written_by(
+        [&](FILE *stream) { crv_PlotData(stream, 2000000000, 1000000000, 600, 400, chart); });
+    std::string wanted = "2000000600 1000000400 moveto \n";
+    for (int k = 2; k <= 900; ++k)
+        wanted += k % 5 == 1 ? "2000000600 1000000400 lineto \n" : "2000000600 1000000400 lineto ";
+    EXPECT_EQ(path_of(text, 1), wanted + "stroke \n");
 }
 
 TEST_F(sections, ShorterListLimitsPairs) {

@@ -385,6 +385,12 @@ TEST_F(request_file, TitleWithNulKeepsNewline) {
     EXPECT_STREQ(crv_columns[0]->coltitle, "ti\n");
 }
 
+// The rest of the title line stands for line 3.
+TEST_F(request_file, LongTitleEndsAtNulWithoutNewline) {
+    read("\nti" + std::string(1, '\0') + std::string(122, 'x') + "0\n1\n", "0");
+    EXPECT_STREQ(crv_columns[0]->coltitle, "ti");
+}
+
 TEST_F(request_file, PaddedTitleLosesBlanks) {
     read(with_title("Padded" + std::string(74, ' ')), "0");
     EXPECT_STREQ(crv_columns[0]->coltitle, "Padded");

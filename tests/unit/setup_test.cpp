@@ -35,6 +35,18 @@ TEST_F(setup, MissingChartEndsRunAtUse) {
     EXPECT_EXIT(without_chart({"-p"}), testing::ExitedWithCode(0), no_chart + "%crv_05-f-dat");
 }
 
+TEST_F(setup, StoresMenuPanesFrom0To15) {
+    const auto panes_after = [](const char *number) {
+        crv_settings.menu_panes = 7;
+        stdout_of([&] { run({"-n", number, "-w", "x"}); });
+        return crv_settings.menu_panes;
+    };
+    EXPECT_EQ(panes_after("0"), 0);
+    EXPECT_EQ(panes_after("15"), 15);
+    EXPECT_EQ(panes_after("16"), 7);
+    EXPECT_EQ(panes_after("-1"), 7);
+}
+
 // A selection longer than a shell can pass.
 TEST_F(setup, AHundredThousandPairsAreRefused) {
     std::string selection = "7";

@@ -149,6 +149,59 @@ TEST(Text, ANumberEndsWithItsText) {
     EXPECT_EQ(utl_ToInt(std::string_view("12345").substr(0, 2)), 12);
 }
 
+// Reads a field that is followed by enough separators for the vector form.
+double number_in_line(const std::string &field) {
+    const std::string line = field + std::string(32, ' ');
+    std::string_view rest = line;
+    double number = -1;
+    EXPECT_TRUE(utl_NextNumber(&rest, &number)) << field;
+    EXPECT_EQ(rest.size(), 32U) << field;
+    return number;
+}
+
+// The digits of these wrap to 0 or 1 in 64 bits.
+TEST(Text, ReadsMoreThanNineteenDigits) {
+    for (const char *text :
+         {"18446744073709551616", "18446744073709551617", "0.18446744073709551617",
+          "1844674407.3709551617", "00000000.0000000018446744073709551617"}) {
+        expect_same(utl_ToDouble(text), atof(text), text);
+        expect_same(number_in_line(text), atof(text), text);
+    }
+}
+
+TEST(Text, ReadsNothingAfterCutText) {
+    for (const std::string &text : std::vector<std::string>{
+             "1234567890123456789012345678.901234567890e123", "-0.12345678901234567890123",
+             "1.5e-1234567", "+12.5e+123", "0x1F.8p+12", "-infinity", "nan(123)", "123,456"}) {
+        for (size_t length = 0; length <= text.size(); ++length) {
+            const std::string cut = text.substr(0, length);
+            const std::string_view view = std::string_view(text).substr(0, length);
+            expect_same(utl_ToDouble(view), atof(cut.c_str()), cut);
+            EXPECT_EQ(utl_ToInt(view), atoi(cut.c_str())) << cut;
+            std::string_view rest = view;
+            double number = -1;
+            if (utl_NextNumber(&rest, &number))
+                expect_same(number, atof(cut.substr(0, cut.find(',')).c_str()), cut);
+        }
+    }
+}
+
+TEST(Text, ReadsOtherCharactersAsEndOfNumber) {
+    for (char c = '!'; c <= '~'; ++c) {
+        if (c == ',') continue;
+        for (const std::string &text :
+             {std::string("1") + c + "5", std::string("-12") + c + "25e+1", c + std::string("1.5"),
+              std::string("1.5") + c + "+12", std::string("1.5e") + c + "12"})
+            expect_same(number_in_line(text), atof(text.c_str()), text);
+    }
+}
+
+TEST(Text, ReadsLongDecimalBeforeOtherCharacters) {
+    const std::string number = "1" + std::string(200, '0') + "." + std::string(3000, '0') + "e-100";
+    EXPECT_EQ(utl_ToDouble(number), 1e100);
+    EXPECT_EQ(utl_ToDouble(number + "z"), 1e100);
+}
+
 TEST(Text, IntegersAreReadAsByAtoi) {
     for (const char *text : {"",
                              "x",
@@ -157,11 +210,19 @@ TEST(Text, IntegersAreReadAsByAtoi) {
                              "+5",
                              " 7.9",
                              "\t8",
+                             "\n8",
+                             "\v8",
+                             "\f8",
+                             "\r8",
+                             "\b8",
+                             "\0168",
                              "--1",
                              "2147483647",
                              "2147483648",
                              "-2147483649",
                              "4294967295",
+                             "9223372036854775800",
+                             "-9223372036854775801",
                              "9223372036854775807",
                              "9223372036854775808",
                              "-9223372036854775808",
