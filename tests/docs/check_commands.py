@@ -21,54 +21,31 @@ INDENTED = re.compile(r"^    ((?:\w+=\S+ )?crv\w* .*?) *(?:#.*)?$", re.M)
 FENCED = re.compile(r"^```.*?^```$", re.S | re.M)
 
 
-def run(command, directory, tools):
-    """Returns what the command prints and its status."""
-    environment = {"PATH": f"{tools}:/usr/bin:/bin", "TZ": "UTC0"}
-    done = subprocess.run(
-        ["sh", "-c", command],
-        cwd=directory,
-        env=environment,
-        stdin=subprocess.DEVNULL,
-        stdout=subprocess.PIPE,
-        stderr=subprocess.STDOUT,
-        timeout=60,
-    )
-    return done.stdout.decode(), done.returncode
-
-
-def replay(block, directory, tools):
+def replay(block, box):
     commands = re.findall(r"^\$ (.*(?:\\\n.*)*)$", block, re.M)
-    return "".join(f"$ {command}\n{run(command, directory, tools)[0]}" for command in commands)
+    return "".join(f"$ {command}\n{box.run('sh', '-c', command)[1]}" for command in commands)
 
 
-def does_its_work(command, directory, tools):
+def does_its_work(command, box):
     """A companion is silent and ends with 0; crv prints messages, none of an error."""
-    printed, status = run(command, directory, tools)
+    status, printed = box.run("sh", "-c", command)
     if command.startswith(COMPANIONS):
         return status == 0 and not printed, printed
     return bool(printed) and not re.search(r"_\d+-[ef]-|^crv2|not found", printed, re.M), printed
 
 
-def faults_of_indented(doc, directory, tools):
+def faults_of_indented(doc, box):
     for command in INDENTED.findall(FENCED.sub("", doc.read_text())):
-        good, printed = does_its_work(command, directory, tools)
+        good, printed = does_its_work(command, box)
         if not good:
             yield f"{doc.name}: {command!r} does not do its work: {printed!r}"
 
 
 def check(doc, crv, write):
     text = doc.read_text()
-    with tempfile.TemporaryDirectory() as scratch:
-        directory, tools = pathlib.Path(scratch, "run"), pathlib.Path(scratch, "bin")
-        shutil.copytree(root / "examples", directory)
-        tools.mkdir()
-        (tools / "crv").symlink_to(crv)
-        for companion in COMPANIONS:
-            (tools / companion).symlink_to(root / "companions" / companion)
-        (tools / "lpr").write_text("#!/bin/sh\n")
-        (tools / "lpr").chmod(0o755)
-        wrong = list(faults_of_indented(doc, directory, tools))
-        came = BLOCK.sub(lambda m: f"```console\n{replay(m.group(1), directory, tools)}```", text)
+    with ExampleSandbox(crv) as box:
+        wrong = list(faults_of_indented(doc, box))
+        came = BLOCK.sub(lambda match: f"```console\n{replay(match.group(1), box)}```", text)
     if came == text:
         return len(BLOCK.findall(text)), wrong
     if write:
