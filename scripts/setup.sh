@@ -6,9 +6,9 @@
 #   scripts/setup.sh TIER --list      prints all packages of the tier
 #   scripts/setup.sh TIER --missing   prints those that are missing
 #
-# Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, mutate, nightly. Each
-# includes the tiers it depends on. On systems other than Debian and Ubuntu it prints the needed
-# packages by their Debian names and installs nothing.
+# Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, mutate, nightly.
+# Each includes the tiers it depends on. On systems other than Debian and Ubuntu it prints the
+# needed packages by their Debian names and installs nothing.
 set -euo pipefail
 
 packages_of() {
