@@ -45,8 +45,9 @@ WORK = ROOT / "build" / "mutate"
 TREE = WORK / "tree"
 BASE = WORK / "base"
 EQUIVALENTS = ROOT / "scripts" / "mutate_equivalents.txt"
-COPIED = ["CMakeLists.txt", "CMakePresets.json", "cmake", "src", "tests", "examples", "companions",
-          "completions", "man", "docs", "LICENSE", "README.md", "CHANGELOG.md"]
+COPIED = ["CMakeLists.txt", "CMakePresets.json", "cmake", "scripts", "src", "tests", "bench",
+          "examples", "companions", "completions", "man", "docs", "LICENSE", "README.md",
+          "CHANGELOG.md"]
 
 MIN_SCORE = 0.99
 MAX_EQUIVALENT = 0.12
@@ -97,7 +98,8 @@ def configure():
     linker = ["-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld"] if shutil.which("ld.lld") else []
     run(["cmake", "-S", TREE, "-B", BASE, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
          "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DCRV_TESTS=ON",
-         f"-DCMAKE_PROJECT_crv_INCLUDE={hook}"] + linker, stdout=subprocess.DEVNULL)
+         f"-DCMAKE_PROJECT_crv_INCLUDE={hook}"] + linker, stdout=subprocess.DEVNULL,
+        env=os.environ | {"SOURCE_DATE_EPOCH": "0"})  # the copy has no commits
 
 
 def build_base(jobs):
