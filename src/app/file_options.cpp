@@ -1,4 +1,5 @@
-// app/file_options.cpp - see file_options.h.
+// app/file_options.cpp - chooses the files of a file option, reads them, updates the chart ranges,
+// and writes the tables.
 #include "app/file_options.h"
 
 #include "readers/column_file.h"

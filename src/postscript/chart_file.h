@@ -41,8 +41,10 @@ void crv_PlotTxt(FILE *stream, int x0, int y0, int w, int h, int font_size, cons
 int crv_PlotAppen(FILE *stream, const char *user_file, const char *path);
 
 // Routines 44 and 58. Draws the first seven of num_curves curves; points outside the ranges of the
-// chart are omitted. Prints a message and writes nothing if a range is zero. Afterwards the val_cur
-// of a drawn column is its first node beyond the end of the shorter list, or null.
+// chart are omitted. Warns on standard error of points outside the ranges, of values without a
+// partner, and of curves that show a column against itself. Prints a message and writes nothing if
+// a range is zero. Afterwards the val_cur of a drawn column is its first node beyond the end of the
+// shorter list, or null.
 void crv_PlotData(FILE *stream, int x0, int y0, int w, int h, crv_chart *chart);
 
 // Routine 42. Draws grid, ticks and frame: four major divisions per axis with five minor ones each,

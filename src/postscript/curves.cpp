@@ -128,8 +128,6 @@ static void draw_to(polyline *path, unsigned x, unsigned y) {
 }
 
 // Draws the pairs of values of both columns that are inside the area, up to the end of the shorter
-// list. Both columns may be the same. Returns false if no pair is inside.
-// Draws the pairs of values of both columns that are inside the area, up to the end of the shorter
 // list. Both columns may be the same.
 static point_counts draw_points(FILE *stream, const plot_area &area, crv_column *x_column,
                                 crv_column *y_column) {

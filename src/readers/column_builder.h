@@ -1,5 +1,5 @@
-// readers/column_builder.h - steps that every reader does alike with the columns it makes: titles,
-// means, trace lines.
+// readers/column_builder.h - steps that several readers do alike with the columns they make:
+// titles, means, trace lines. Request and frame files set their means themselves.
 #pragma once
 
 #include "records/column.h"

@@ -74,6 +74,6 @@ inline void crv_UpdateAbsMinMaxBySign(crv_column *column, double value) {
     if (first || value > column->absmax) column->absmax = magnitude;
 }
 
-// Returns the mean. The count is a signed 16-bit number, as in crv_column; without values the
-// result is that of a division by 0.
+// Returns the mean; all four readers use it. The count is a signed 16-bit number, as in crv_column;
+// without values the result is that of a division by 0.
 inline double crv_MeanOf(double sum, int16_t count) { return utl_Divide(sum, count); }

@@ -3,7 +3,8 @@
 //
 // The sign of a not-a-number is printed ("-nan"), and processors set it differently: x86 makes the
 // result of an invalid operation (inf - inf, 0 / 0) negative and returns the first operand that is
-// not a number otherwise; ARM makes it positive, RISC-V in both cases. These routines follow x86.
+// not a number otherwise; ARM makes it positive, RISC-V in both cases. These routines follow x86,
+// by the same code everywhere.
 #pragma once
 
 #include <limits>

@@ -1,4 +1,7 @@
 // system/console.h - process exit, error messages, prompts and shell commands.
+//
+// Implemented in console.cpp, exit.cpp, command.cpp and, by system, console_posix.cpp and
+// console_win32.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// text/simd.h - a vector of 16 characters and its bit masks: the only code that differs by
-// processor.
+// text/simd.h - a vector of 16 characters and its bit masks: the only code with instructions of
+// one processor.
 //
 // The vector is the compiler's own type, which GCC and Clang have for every processor. Only the
 // step from a vector of flags to a mask of bits is written for each.

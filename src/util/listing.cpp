@@ -1,10 +1,10 @@
-// util/listing.cpp - runs the listing and removal commands of the host for the list of several
+// util/listing.cpp - runs the listing and removal commands of the system for the list of several
 // files.
 #include "util/listing.h"
 
 #include "records/settings.h"
 #include "system/console.h"
-#include "util/listing_host.h"
+#include "util/listing_system.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -17,12 +17,12 @@ bool utl_RemoveOldListing(const char *path) { return unlink(path) == 0 || errno 
 
 utl_line_reader *utl_OpenCrvListing(const char *pattern) {
     const std::string command =
-        std::string(utl_host_listing.list) + pattern + utl_host_listing.list_end;
+        std::string(utl_system_listing.list) + pattern + utl_system_listing.list_end;
     if (!utl_RemoveOldListing(crv_listing)) return nullptr;
     if (crv_DBG == 34) {
         printf("    _34-i-wri, Writing \"crv_temp.tmp\". \n");
         printf("    _34-i-val command1 = \"%s\" \n", command.c_str());
-        printf("    _34-i-val command2 = \"%s\" \n", utl_host_listing.remove);
+        printf("    _34-i-val command2 = \"%s\" \n", utl_system_listing.remove);
     }
     utl_RunCommand(command.c_str());
     if (crv_DBG == 34) printf("    _34-i-after system command. \n");
@@ -31,5 +31,5 @@ utl_line_reader *utl_OpenCrvListing(const char *pattern) {
 
 void utl_RemoveCrvListing() {
     utl_AllowRemoval(crv_listing);
-    utl_RunCommand(utl_host_listing.remove);
+    utl_RunCommand(utl_system_listing.remove);
 }

@@ -1,4 +1,4 @@
-// util/listing.h - listings of the current directory, which the host writes to temporary files.
+// util/listing.h - listings of the current directory in temporary files, for the file pickers.
 //
 // An existing file of the temporary name is removed first, so that nothing is written through a
 // link. A directory of that name is an error.
@@ -6,21 +6,15 @@
 
 #include "text/line_reader.h"
 
-// The shell commands of a host: the pattern goes between `list` and `list_end`.
-struct utl_listing_commands {
-    const char *list;
-    const char *list_end;
-    const char *remove;
-};
-
-// Runs the listing command of the host, which writes the names that match `pattern` to
-// crv_temp.tmp, and opens that file. Returns null with errno set if the file cannot be opened.
-// Debug level 34 prints the commands. utl_RemoveCrvListing removes the file.
+// For the picker of several files (routine 34): runs the listing command of the system, which
+// writes the names that match `pattern` to crv_temp.tmp, and opens that file. Returns null with
+// errno set if the file cannot be opened. Debug level 34 prints the commands. utl_RemoveCrvListing
+// removes the file.
 utl_line_reader *utl_OpenCrvListing(const char *pattern);
 void utl_RemoveCrvListing();
 
-// Does the same with utl_temp.tmp, without trace lines. Names are sorted; hidden files are
-// excluded, directories are included. Windows ignores case and lists directories first; other hosts
-// sort names by their bytes.
+// For the picker of one file (routine 33): does the same with utl_temp.tmp, without trace lines.
+// Names are sorted; hidden files are excluded, directories are included. Windows ignores case and
+// lists directories first; other systems sort names by their bytes.
 utl_line_reader *utl_OpenUtlListing(const char *pattern);
 void utl_RemoveUtlListing();

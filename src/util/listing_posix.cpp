@@ -1,12 +1,12 @@
 // util/listing_posix.cpp - listings on POSIX systems: /bin/ls, and glob for the list of one file.
-#include "util/listing_host.h"
+#include "util/listing_system.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <glob.h>
 #include <sys/stat.h>
 
-const utl_listing_commands utl_host_listing = {
+const utl_listing_commands utl_system_listing = {
     .list = "/bin/ls > crv_temp.tmp ",
     .list_end = "",
     .remove = "rm crv_temp.tmp",

@@ -1,10 +1,10 @@
 // util/listing_win32.cpp - listings on Windows, both by dir.
 #include "system/console.h"
-#include "util/listing_host.h"
+#include "util/listing_system.h"
 
 #include <string>
 
-const utl_listing_commands utl_host_listing = {
+const utl_listing_commands utl_system_listing = {
     .list = "dir /o /b > crv_temp.tmp ",
     .list_end = "",
     .remove = "del crv_temp.tmp",
