@@ -276,9 +276,22 @@ class Worker:
         failed = re.findall(r"^FAIL (\S+)", output, re.MULTILINE)
         return failed[0] if failed else f"crash of a case (status {status})"
 
+    def run_option_check(self):
+        """The texts of the option table are seen in the documents and completions only."""
+        program = str(self.place / "print_options")
+        subprocess.run(["g++", "-std=c++20", f"-I{self.place / 'src'}", f"-I{TREE / 'src'}",
+                        TREE / "scripts/print_options.cpp", "-o", program], check=True)
+        status, _ = run_limited([sys.executable, TREE / "scripts/generate_options.py", "--check",
+                                 program], self.limits["cases"], self.scratch, self.environment())
+        return "lint/options" if status else None
+
     def find_killer(self, file, objects, crv):
         likely = self.suites.likely_units(file)
         units = None
+        if file == "src/app/option_table.h":
+            killer = self.run_option_check()
+            if killer:
+                return killer
         if likely:
             units = self.link_units(file, objects)
             killer = self.run_units(units, likely)
