@@ -128,7 +128,8 @@ static void draw_to(polyline *path, unsigned x, unsigned y) {
 }
 
 // Draws the pairs of values of both columns that are inside the area, up to the end of the shorter
-// list. Both columns may be the same.
+// list. Both columns may be the same. Deliberate: a point outside is left out and its neighbors are
+// joined; the curve is not clipped at the frame.
 static point_counts draw_points(FILE *stream, const plot_area &area, crv_column *x_column,
                                 crv_column *y_column) {
     point_counts counts = {};
@@ -154,12 +155,12 @@ static point_counts draw_points(FILE *stream, const plot_area &area, crv_column 
 
 // The neighbours of a point that is left out are joined, which can look like data.
 static void warn_left_out(int curve, const point_counts &counts) {
+    const unsigned long long points = counts.outside + counts.drawn;
     if (counts.outside > 0)
         fprintf(utl_ErrorStream(),
                 "%%crv_44-w-pts, Curve %d: %llu of %llu points are outside the ranges of the chart"
                 " and left out\n",
-                curve, static_cast<unsigned long long>(counts.outside),
-                static_cast<unsigned long long>(counts.outside + counts.drawn));
+                curve, static_cast<unsigned long long>(counts.outside), points);
     if (counts.unpaired > 0)
         fprintf(
             utl_ErrorStream(),

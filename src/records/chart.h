@@ -39,5 +39,7 @@ extern crv_chart *crv_charts[crv_chart_slots];
 //
 // Curves 0 to 4 get the columns {0, k + 1}, curves 5 and 6 {0, 0}.
 //
+// Deliberate: curves 6 and 7 plot column 0 against itself, so that a chart has five curves.
+//
 // Deliberate: a reused record keeps its axis titles, legends and figure label.
 crv_chart *crv_AllocCht(int index);
