@@ -5,8 +5,8 @@ A case is a directory below tests/cases:
 
     cmd       shell text, run by sh in a new directory with a bare environment; "crv" is the
               program under test
-    inputs    names of files from tests/data or examples to copy into that directory, one a line
-              (may be missing)
+    inputs    names of files from tests/data or examples to copy into that directory, one a line;
+              of a directory, all its files are copied (may be missing)
     in/       files of the case to copy there (may be missing)
     stdin     standard input (none: empty)
     stdout, stderr, status
@@ -59,7 +59,10 @@ def fetch_inputs(case, directory):
         source = next((path / name for path in INPUT_DIRS if (path / name).exists()), None)
         if not source:
             sys.exit(f"{case}: no input {name}")
-        shutil.copyfile(source, directory / name)
+        if source.is_dir():
+            shutil.copytree(source, directory, dirs_exist_ok=True)
+        else:
+            shutil.copyfile(source, directory / name)
     if (case / "in").is_dir():
         shutil.copytree(case / "in", directory, dirs_exist_ok=True)
 
