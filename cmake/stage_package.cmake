@@ -6,7 +6,8 @@ if(CPACK_GENERATOR STREQUAL "DEB")
   file(REMOVE ${doc}/LICENSE) # it is in the copyright file
   file(COPY ${CPACK_CRV_DEBIAN_DIR}/copyright DESTINATION ${doc})
   file(COPY_FILE ${CPACK_CRV_DEBIAN_DIR}/changelog ${doc}/changelog.Debian)
-  file(RENAME ${doc}/CHANGELOG.md ${doc}/changelog)
+  # README.md links to CHANGELOG.md, and Debian wants a packed changelog.
+  file(COPY_FILE ${doc}/CHANGELOG.md ${doc}/changelog)
   file(CHMOD ${doc}/copyright ${doc}/changelog.Debian
     PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
   file(GLOB pages ${share}/man/man*/*)

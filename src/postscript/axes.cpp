@@ -7,6 +7,7 @@
 #include "records/column.h"
 #include "records/settings.h"
 #include "system/arithmetic.h"
+#include "text/number_writer.h"
 
 // The position of the title is fixed: 435 is the centre of the frame that the driver passes.
 static void write_title(FILE *stream, const crv_chart *chart) {
@@ -40,7 +41,7 @@ static void write_x_label(FILE *stream, int x0, int y0, const crv_chart *chart) 
 
 static void write_number(FILE *stream, int x, int y, int precision, double value) {
     fprintf(stream, "%u %u moveto ", crv_ToUnsigned(x), crv_ToUnsigned(y));
-    fprintf(stream, "(%7.*f) show \n", precision, value);
+    fprintf(stream, "(%s) show \n", utl_FormatFixed(value, 7, precision).text);
 }
 
 // Returns the digits after the decimal point. Deliberate: they depend on the upper bound only, not

@@ -3,11 +3,15 @@
 
 #include "records/chart.h"
 #include "records/column.h"
+#include "text/number_writer.h"
 
 #include <cstdint>
 #include <cstdio>
 
 static constexpr int values_per_line = 8;
+
+// As "%f".
+static utl_number_text fixed(double value) { return utl_FormatFixed(value, 0, 6); }
 
 void crv_DumpChts(int index) {
     const crv_chart *chart = crv_charts[index];
@@ -27,8 +31,10 @@ void crv_DumpChts(int index) {
     printf("    _82-i-val, yaxis_ts[2] = %s\n", chart->yaxis_ts[2]);
     printf("    _82-i-val, ylegends[0] = %s\n", chart->ylegends[0]);
     printf("    _82-i-val, fig         = %s\n", chart->fig);
-    printf("    _82-i-val, xminmax     = %f   ::: %f \n", chart->xminmax[0], chart->xminmax[1]);
-    printf("    _82-i-val, yminmax     = %f   ::: %f \n", chart->yminmax[0], chart->yminmax[1]);
+    printf("    _82-i-val, xminmax     = %s   ::: %s \n", fixed(chart->xminmax[0]).text,
+           fixed(chart->xminmax[1]).text);
+    printf("    _82-i-val, yminmax     = %s   ::: %s \n", fixed(chart->yminmax[0]).text,
+           fixed(chart->yminmax[1]).text);
     printf("    _82-i-val, zoomxminmax = %f   ::: %f \n", chart->zoomxminmax[0],
            chart->zoomxminmax[1]);
     printf("    _82-i-val, zoomyminmax = %f   ::: %f \n", chart->zoomyminmax[0],
@@ -43,9 +49,9 @@ static void print_header(const crv_column *column) {
     printf("    _86-i-val, colname  = \"%s\" \n", column->colname);
     // The 16-bit count is widened with its sign: 32,768 points print as 4294934528.
     printf("    _86-i-val, numpts   = \"%u\" \n", static_cast<unsigned>(int{column->numpts}));
-    printf("    _86-i-val, min      = \"%f\" \n", column->min);
-    printf("    _86-i-val, max      = \"%f\" \n", column->max);
-    printf("    _86-i-val, mean     = \"%f\" \n", column->mean);
+    printf("    _86-i-val, min      = \"%s\" \n", fixed(column->min).text);
+    printf("    _86-i-val, max      = \"%s\" \n", fixed(column->max).text);
+    printf("    _86-i-val, mean     = \"%s\" \n", fixed(column->mean).text);
     printf("    _86-i-val, stddev   = \"%f\" \n", column->stddev);
 }
 
@@ -53,7 +59,9 @@ static void print_values(crv_column *column) {
     int on_line = 0;
     for (column->val_cur = column->val_list; column->val_cur;
          column->val_cur = column->val_cur->next) {
-        printf("%11.4e ", column->val_cur->val);
+        char number[utl_max_number_chars];
+        *utl_WriteE11_4(number, column->val_cur->val) = '\0';
+        printf("%s ", number);
         if (++on_line == values_per_line) {
             printf("\n");
             on_line = 0;

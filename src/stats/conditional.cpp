@@ -5,6 +5,7 @@
 #include "records/column.h"
 #include "system/arithmetic.h"
 #include "text/number_reader.h"
+#include "text/number_writer.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -52,8 +53,9 @@ static void report_extreme(const char *name, const crv_column *first, const crv_
                            uint32_t step, double time) {
     point_pair point = {};
     if (find_point(first, step, &point)) {
-        printf("%f [%s] when [%s] = %s, (s = %d, t = %f)\n", point.current, first->colname,
-               second->colname, name, static_cast<int>(step), time);
+        printf("%s [%s] when [%s] = %s, (s = %d, t = %f)\n",
+               utl_FormatFixed(point.current, 0, 6).text, first->colname, second->colname, name,
+               static_cast<int>(step), time);
     } else {
         report_not_found(first, second, 0.0);
     }
@@ -86,8 +88,8 @@ static void report_number(const char *condition, const crv_column *first,
     }
     const double rise = utl_Subtract(point.current, point.previous);
     const double value = utl_Add(point.previous, utl_Multiply(hit.fraction, rise));
-    printf("%f [%s] when [%s] = %f, (s = %d, %f) \n", value, first->colname, second->colname, x,
-           hit.number, hit.fraction);
+    printf("%s [%s] when [%s] = %f, (s = %d, %f) \n", utl_FormatFixed(value, 0, 6).text,
+           first->colname, second->colname, x, hit.number, hit.fraction);
 }
 
 void crv_ReportValue(const char *condition, int /*debug_level*/) {

@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 
 static constexpr size_t field_width = 11;
@@ -119,4 +120,15 @@ char *utl_WriteE11_4(char *to, double value) {
 char *utl_WriteUnsigned(char *to, unsigned value) {
     if (value < 100 || value > 999) return std::to_chars(to, to + utl_max_number_chars, value).ptr;
     return write_three_digits(to, value);
+}
+
+utl_number_text utl_FormatFixed(double value, int width, int precision) {
+    utl_number_text number;
+    if (std::isnan(value)) {
+        const char *name = std::signbit(value) ? "-nan" : "nan";
+        snprintf(number.text, sizeof number.text, "%*s", width, name);
+    } else {
+        snprintf(number.text, sizeof number.text, "%*.*f", width, precision, value);
+    }
+    return number;
 }

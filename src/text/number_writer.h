@@ -13,3 +13,12 @@ char *utl_WriteE11_4(char *to, double value);
 
 // Does the same in the form "%u".
 char *utl_WriteUnsigned(char *to, unsigned value);
+
+// A number as text: at most a sign, 309 digits, a point and 6 digits.
+struct utl_number_text {
+    char text[328];
+};
+
+// Returns `value` as the printf format "%*.*f" with `width` and `precision`, at most 6. A negative
+// not-a-number is "-nan" everywhere; the printf of some libraries omits its sign.
+utl_number_text utl_FormatFixed(double value, int width, int precision);

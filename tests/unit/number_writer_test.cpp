@@ -106,4 +106,28 @@ TEST(NumberText, WritesUnsignedNumbersLikePrintf) {
     }
 }
 
+TEST(NumberWriter, FormatsFixedLikePrintf) {
+    for (const double value : {0.0, -0.0, 1.0, -2.345678901, 1e300, -1e-300, 1e15, HUGE_VAL}) {
+        for (const int precision : {2, 5, 6}) {
+            char wanted[400];
+            snprintf(wanted, sizeof wanted, "%7.*f", precision, value);
+            EXPECT_STREQ(utl_FormatFixed(value, 7, precision).text, wanted);
+        }
+    }
+    EXPECT_STREQ(utl_FormatFixed(-DBL_MAX, 0, 6).text + 310, ".000000");
+}
+
+TEST(NumberWriter, NanKeepsItsSign) {
+    EXPECT_STREQ(utl_FormatFixed(NAN, 7, 2).text, "    nan");
+    EXPECT_STREQ(utl_FormatFixed(-NAN, 7, 2).text, "   -nan");
+    EXPECT_STREQ(utl_FormatFixed(-NAN, 0, 6).text, "-nan");
+    char number[utl_max_number_chars];
+    *utl_WriteE11_4(number, -NAN) = '\0';
+    EXPECT_STREQ(number, "       -nan");
+    *utl_WriteE11_4(number, NAN) = '\0';
+    EXPECT_STREQ(number, "        nan");
+    *utl_WriteE11_4(number, -INFINITY) = '\0';
+    EXPECT_STREQ(number, "       -inf");
+}
+
 } // namespace
