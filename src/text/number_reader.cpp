@@ -12,10 +12,12 @@
 #include "text/powers_of_ten.h"
 
 #include <bit>
+#include <cerrno>
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 static constexpr uint64_t max_exact_integer = uint64_t{1} << 53;
 
@@ -210,8 +212,17 @@ static bool convert_decimal(std::string_view text, double *value) {
 
 #else
 
-// A library without from_chars for floating point, such as libc++ 14, leaves all to strtod.
-static bool convert_decimal(std::string_view /*text*/, double * /*value*/) { return false; }
+// The same for a library without from_chars for floating point, such as libc++ 14. strtod needs a
+// zero-terminated copy, of whatever length.
+static bool convert_decimal(std::string_view text, double *value) {
+    const std::string copy(text);
+    const char *const digits = copy.c_str() + (copy[0] == '-' ? 1 : 0);
+    if (digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X')) return false;
+    char *end = nullptr;
+    errno = 0;
+    *value = strtod(copy.c_str(), &end);
+    return end != copy.c_str() && errno != ERANGE;
+}
 
 #endif
 
