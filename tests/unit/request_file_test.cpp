@@ -342,6 +342,16 @@ TEST_F(request_file, MissingNumbersAreZeroWithWarning) {
               "%crv_83-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 6\n");
 }
 
+// The time decides whether a step is in the time window, even if it is not selected.
+TEST_F(request_file, MissingTimeIsZeroWithWarning) {
+    EXPECT_EQ(read("\nt\n1\n7 1 0 0 0\n0.5\n1 2\n  \n3 4\n", "7:2"), 1);
+    EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{2, 4}));
+    EXPECT_EQ(crv_columns[0]->min_time, 0.5);
+    EXPECT_EQ(crv_columns[0]->max_time, 0.0);
+    EXPECT_EQ(err,
+              "%crv_83-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 7\n");
+}
+
 TEST_F(request_file, UnselectedNumbersMayBeMissing) {
     read("\nt\n1\n7 1 0 0 0\n0.5\n1 2\n", "0,7:2");
     EXPECT_EQ(err, "");

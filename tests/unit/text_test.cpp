@@ -200,6 +200,23 @@ TEST(Text, ReadsLongDecimalBeforeOtherCharacters) {
     const std::string number = "1" + std::string(200, '0') + "." + std::string(3000, '0') + "e-100";
     EXPECT_EQ(utl_ToDouble(number), 1e100);
     EXPECT_EQ(utl_ToDouble(number + "z"), 1e100);
+    EXPECT_EQ(utl_ToDouble("-" + number), -1e100);
+}
+
+TEST(Text, ReadsLongLeadingZeros) {
+    const std::string zeros(3000, '0');
+    EXPECT_EQ(utl_ToDouble(zeros + "5"), 5.0);
+    EXPECT_EQ(utl_ToDouble("-" + zeros + "5"), -5.0);
+}
+
+// The line limit cuts a line in the middle of its text: another digit may follow its end.
+TEST(Text, CutExponentIsNotRead) {
+    for (const char *text : {"1e5 ", "1e+5 ", "1e-5 ", "-7.5E3 "}) {
+        const size_t length = std::string_view(text).size() - 2;
+        double number = -1;
+        EXPECT_TRUE(utl_ReadNumberAt(std::string_view(text, length), 1, &number)) << text;
+        EXPECT_EQ(number, text[0] == '-' ? -7.5 : 1.0) << text;
+    }
 }
 
 TEST(Text, IntegersAreReadAsByAtoi) {
