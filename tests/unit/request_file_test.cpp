@@ -301,6 +301,15 @@ TEST_F(request_file, ColumnWithoutPointsEndsProgram) {
                 "^%crv_83-e-pts, No data points found for item \\(4\\)\n$");
 }
 
+// The line of request 10 comes before that of entry 0 and is screened by the X value before it.
+TEST_F(request_file, EntryWithoutPointsIsNumbered) {
+    crv_settings.x_filter[0] = -11;
+    crv_settings.x_filter[1] = -9;
+    EXPECT_EXIT(crv_ReadReq(text_file(two_requests({0})).path(), crv_ParseSel("20,10", 4)),
+                testing::ExitedWithCode(1),
+                "^%crv_83-e-pts, No data points found for item \\(5\\)\n$");
+}
+
 TEST_F(request_file, AcceptsMaximumPointCount) {
     EXPECT_EQ(read(many_steps(32767), "0"), 1);
     EXPECT_EQ(crv_columns[0]->mean, 1.0);

@@ -209,13 +209,21 @@ TEST(Text, ReadsLongLeadingZeros) {
     EXPECT_EQ(utl_ToDouble("-" + zeros + "5"), -5.0);
 }
 
-// The line limit cuts a line in the middle of its text: another digit may follow its end.
-TEST(Text, CutExponentIsNotRead) {
-    for (const char *text : {"1e5 ", "1e+5 ", "1e-5 ", "-7.5E3 "}) {
-        const size_t length = std::string_view(text).size() - 2;
+// Where the line limit cuts a line, its text continues after the end.
+TEST(Text, CutNumberIsNotContinued) {
+    const struct {
+        std::string line;
+        size_t length;
+        double number;
+    } cuts[] = {{"1e5 ", 2, 1.0},
+                {"1e+5 ", 3, 1.0},
+                {"-7.5E-3 ", 6, -7.5},
+                {"12.5 ", 2, 12.0},
+                {"12.5 ", 3, 12.0}};
+    for (const auto &cut : cuts) {
         double number = -1;
-        EXPECT_TRUE(utl_ReadNumberAt(std::string_view(text, length), 1, &number)) << text;
-        EXPECT_EQ(number, text[0] == '-' ? -7.5 : 1.0) << text;
+        EXPECT_TRUE(utl_ReadNumberAt(std::string_view(cut.line).substr(0, cut.length), 1, &number));
+        EXPECT_EQ(number, cut.number) << cut.line << " cut to " << cut.length;
     }
 }
 
