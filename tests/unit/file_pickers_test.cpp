@@ -1,5 +1,6 @@
 // unit/file_pickers_test.cpp - file lists in states that tests/cases/pick does not reach.
 #include "util/file_pickers.h"
+#include "util/listing_system.h"
 
 #include "support.h"
 
@@ -47,6 +48,18 @@ TEST_F(file_pickers, ALongNameIsNotCut) {
     crv_file *file = crv_AllocFile(name.c_str());
     EXPECT_EQ(file->name, name);
     crv_FreeFile(file);
+}
+
+// rm asks before it removes a file without write permission.
+TEST_F(file_pickers, RemovableFileIsWritableByOwner) {
+    make("list.tmp");
+    for (const mode_t mode : {0400U, 0000U, 0644U}) {
+        ASSERT_EQ(chmod("list.tmp", mode), 0);
+        utl_AllowRemoval("list.tmp");
+        struct stat status = {};
+        ASSERT_EQ(stat("list.tmp", &status), 0);
+        EXPECT_EQ(status.st_mode & 07777, mode_t{0600});
+    }
 }
 
 TEST_F(file_pickers, EmptyAnswerPromptsForName) {

@@ -32,6 +32,7 @@ TEST_F(frame_file, PointBlockHasRoundedExtremes) {
     EXPECT_EQ(crv_columns[1]->min, -40.0);
     EXPECT_EQ(crv_columns[1]->max, 50.0);
     EXPECT_EQ(crv_columns[0]->mean, 15.5 / 5);
+    EXPECT_EQ(crv_columns[1]->mean, 73.0 / 5);
     EXPECT_EQ(crv_columns[0]->sum, 0.0) << "the sum is not kept";
     EXPECT_STREQ(crv_columns[0]->colname, "VDR col_0");
     EXPECT_STREQ(crv_columns[1]->colname, "VDR col_1");
@@ -64,6 +65,16 @@ TEST_F(frame_file, TheStyleIsSixteenBitsWide) {
     EXPECT_EQ(chart->style, 3);
     read("%S\n300\n");
     EXPECT_EQ(chart->style, 300);
+}
+
+// After the end of a long file, the block of the reader still has earlier characters of the file.
+TEST_F(frame_file, PercentAtFileEndIsIgnored) {
+    const std::string header = "%N\n5\n" + five;
+    for (const std::string last : {"%", "%X", "%Y"}) {
+        EXPECT_EQ(read(header + std::string(300'000, last == "%" ? 'N' : 'R') + "\n" + last), 2);
+        EXPECT_EQ(out, "%crv_85-i-dat, Vandor CRV_FRM_FILE data loaded, number of points = 5 \n");
+        EXPECT_EQ(crv_columns[1]->max, 50.0);
+    }
 }
 
 TEST_F(frame_file, LineOf126CharactersIsComplete) {

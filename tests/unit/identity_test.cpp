@@ -106,6 +106,15 @@ TEST_F(identity, SummerDateHasSummerOffset) {
     EXPECT_EQ(offset(), "+0200");
 }
 
+TEST_F(identity, SecondsOfOffsetAreDropped) {
+    zone("ABC-1:00:59");
+    EXPECT_EQ(offset(), "+0100");
+    zone("ABC-10:59:59");
+    EXPECT_EQ(offset(), "+1059");
+    zone("ABC7:29:59");
+    EXPECT_EQ(offset(), "-0729");
+}
+
 TEST_F(identity, OffsetOfMinutesHasNoMinus) {
     zone("ABC0:30");
     EXPECT_EQ(offset(), "+0030");

@@ -301,6 +301,15 @@ TEST_F(request_file, ColumnWithoutPointsEndsProgram) {
                 "^%crv_83-e-pts, No data points found for item \\(4\\)\n$");
 }
 
+// The line of request 10 comes before that of entry 0 and is screened by the X value before it.
+TEST_F(request_file, EntryWithoutPointsIsNumbered) {
+    crv_settings.x_filter[0] = -11;
+    crv_settings.x_filter[1] = -9;
+    EXPECT_EXIT(crv_ReadReq(text_file(two_requests({0})).path(), crv_ParseSel("20,10", 4)),
+                testing::ExitedWithCode(1),
+                "^%crv_83-e-pts, No data points found for item \\(5\\)\n$");
+}
+
 TEST_F(request_file, AcceptsMaximumPointCount) {
     EXPECT_EQ(read(many_steps(32767), "0"), 1);
     EXPECT_EQ(crv_columns[0]->mean, 1.0);
@@ -340,6 +349,16 @@ TEST_F(request_file, MissingNumbersAreZeroWithWarning) {
     EXPECT_EQ(values_of(crv_columns[1]), (std::vector<double>{2, 0}));
     EXPECT_EQ(err,
               "%crv_83-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 6\n");
+}
+
+// The time decides whether a step is in the time window, even if it is not selected.
+TEST_F(request_file, MissingTimeIsZeroWithWarning) {
+    EXPECT_EQ(read("\nt\n1\n7 1 0 0 0\n0.5\n1 2\n  \n3 4\n", "7:2"), 1);
+    EXPECT_EQ(values_of(crv_columns[0]), (std::vector<double>{2, 4}));
+    EXPECT_EQ(crv_columns[0]->min_time, 0.5);
+    EXPECT_EQ(crv_columns[0]->max_time, 0.0);
+    EXPECT_EQ(err,
+              "%crv_83-w-num, Missing numbers in \"" + path + "\" read as 0.0, first on line 7\n");
 }
 
 TEST_F(request_file, UnselectedNumbersMayBeMissing) {

@@ -200,6 +200,31 @@ TEST(Text, ReadsLongDecimalBeforeOtherCharacters) {
     const std::string number = "1" + std::string(200, '0') + "." + std::string(3000, '0') + "e-100";
     EXPECT_EQ(utl_ToDouble(number), 1e100);
     EXPECT_EQ(utl_ToDouble(number + "z"), 1e100);
+    EXPECT_EQ(utl_ToDouble("-" + number), -1e100);
+}
+
+TEST(Text, ReadsLongLeadingZeros) {
+    const std::string zeros(3000, '0');
+    EXPECT_EQ(utl_ToDouble(zeros + "5"), 5.0);
+    EXPECT_EQ(utl_ToDouble("-" + zeros + "5"), -5.0);
+}
+
+// Where the line limit cuts a line, its text continues after the end.
+TEST(Text, CutNumberIsNotContinued) {
+    const struct {
+        std::string line;
+        size_t length;
+        double number;
+    } cuts[] = {{"1e5 ", 2, 1.0},
+                {"1e+5 ", 3, 1.0},
+                {"-7.5E-3 ", 6, -7.5},
+                {"12.5 ", 2, 12.0},
+                {"12.5 ", 3, 12.0}};
+    for (const auto &cut : cuts) {
+        double number = -1;
+        EXPECT_TRUE(utl_ReadNumberAt(std::string_view(cut.line).substr(0, cut.length), 1, &number));
+        EXPECT_EQ(number, cut.number) << cut.line << " cut to " << cut.length;
+    }
 }
 
 TEST(Text, IntegersAreReadAsByAtoi) {
