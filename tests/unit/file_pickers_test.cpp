@@ -96,6 +96,7 @@ TEST_F(file_pickers, EveryWayOfAnswering) {
         size_t taken;
     } const cases[] = {{"a", "%crv_34-i-files, All Files, 1 through 5 \n", 1, 5, 5},
                        {"A", "%crv_34-i-files, All Files, 1 through 5 \n", 1, 5, 5},
+                       {"2:2", "", 2, 2, 1},
                        {"e", leaving + numeric, -10, -1, 0},
                        {"E", leaving + numeric, -10, -1, 0},
                        {"q", leaving + numeric, -10, -1, 0},

@@ -3,7 +3,19 @@
 
 #include "support.h"
 
+#include "system/input_file.h"
+
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+TEST(InputFile, CommandsDoNotInheritIt) {
+    const text_file file("one");
+    const int input = utl_OpenInput(file.path());
+    ASSERT_GE(input, 0);
+    EXPECT_NE(fcntl(input, F_GETFD) & FD_CLOEXEC, 0);
+    close(input);
+}
 
 TEST(same_file, AllNamesAreTheSameFile) {
     const text_file file("one");

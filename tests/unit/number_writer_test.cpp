@@ -25,6 +25,11 @@ std::string printed(double value) {
     return text;
 }
 
+TEST(NumberText, WritesValuesAbovePowerOfTen) {
+    for (const double value : {100000.3, 100000.7, 1000007.0, 10000070.0})
+        EXPECT_EQ(exp11(value), printed(value));
+}
+
 TEST(NumberText, WritesSpecialValuesLikePrintf) {
     for (const double value : {0.0,
                                -0.0,

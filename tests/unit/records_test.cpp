@@ -116,6 +116,8 @@ TEST_F(records, ChartDumpShowsLinesInOrder) {
     strcpy(chart->major_t[0], "first");
     strcpy(chart->minor_t[1], "fourth");
     strcpy(chart->fig, "F1");
+    strcpy(chart->yaxis_ts[2], "third");
+    strcpy(chart->yaxis_ts[3], "not shown");
     chart->num_curves = 3;
     const auto address = std::to_string(static_cast<unsigned>(reinterpret_cast<uintptr_t>(chart)));
     EXPECT_EQ(stdout_of([] { crv_DumpChts(0); }),
@@ -132,7 +134,7 @@ TEST_F(records, ChartDumpShowsLinesInOrder) {
                   "    _82-i-val, xaxis_t     = \n"
                   "    _82-i-val, yaxis_ts[0] = \n"
                   "    _82-i-val, yaxis_ts[1] = \n"
-                  "    _82-i-val, yaxis_ts[2] = \n"
+                  "    _82-i-val, yaxis_ts[2] = third\n"
                   "    _82-i-val, ylegends[0] = \n"
                   "    _82-i-val, fig         = F1\n"
                   "    _82-i-val, xminmax     = 10.000000   ::: -10.000000 \n"
