@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Each file *.windows of a case has a row in tests/windows/differences.md, and each row its files."""
+"""Each file *.windows of a case has a row in tests/windows/differences.md, and each row its
+files."""
 import pathlib
 import sys
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""codespell finds no misspelling in code, documents and manual pages. Two stand in messages, which are fixed."""
+"""codespell finds no misspelling in code, documents and manual pages, except two in messages that
+must not change."""
 import source_files
 
 IN_MESSAGES = ("incorectly", "reqest")

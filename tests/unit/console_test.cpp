@@ -24,8 +24,9 @@ TEST(Console, AnswerIsLineWithoutNewline) {
 
 TEST(Console, EofIsEmptyAnswer) { EXPECT_EQ(answer_to("", 64), ""); }
 
-TEST(Console, RestOfLongAnswerIsConsumed) {
-    const text_file file("abcdefgh\nnext\n");
+// Reads two answers of at most three characters.
+void expect_abc_then_nex(const std::string &input) {
+    const text_file file(input);
     ASSERT_TRUE(freopen(file.path(), "r", stdin));
     char answer[4];
     utl_ReadAnswer(answer, sizeof answer);
@@ -33,6 +34,8 @@ TEST(Console, RestOfLongAnswerIsConsumed) {
     utl_ReadAnswer(answer, sizeof answer);
     EXPECT_STREQ(answer, "nex");
 }
+
+TEST(Console, RestOfLongAnswerIsConsumed) { expect_abc_then_nex("abcdefgh\nnext\n"); }
 
 TEST(Console, UnterminatedAnswerEndsAfterMillionCharacters) {
     ASSERT_TRUE(freopen("/dev/zero", "r", stdin));
@@ -43,13 +46,7 @@ TEST(Console, UnterminatedAnswerEndsAfterMillionCharacters) {
 
 // 8192 chunks of 127 characters, after those that fit into the answer.
 TEST(Console, DiscardsAtMostAMillionCharacters) {
-    const text_file file("abc" + std::string(8192 * 127, 'x') + "next\n");
-    ASSERT_TRUE(freopen(file.path(), "r", stdin));
-    char answer[4];
-    utl_ReadAnswer(answer, sizeof answer);
-    EXPECT_STREQ(answer, "abc");
-    utl_ReadAnswer(answer, sizeof answer);
-    EXPECT_STREQ(answer, "nex");
+    expect_abc_then_nex("abc" + std::string(8192 * 127, 'x') + "next\n");
 }
 
 TEST(Console, OutputIsFlushedBeforeErrorReport) {

@@ -29,7 +29,7 @@ class Sandbox(sandbox.Sandbox):
         return printed
 
     def copy_source(self, name):
-        """Copies the source as a source archive has it: without git, with the time of the commit."""
+        """Copies the source like a source archive: without git, with the time of the commit."""
         ignore = shutil.ignore_patterns(".git", "build", "dist", "demo", "__pycache__")
         copy = shutil.copytree(ROOT, self.base / name, ignore=ignore)
         if (ROOT / ".git").exists():
