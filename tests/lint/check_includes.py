@@ -5,7 +5,14 @@ import re
 import sys
 
 # The layers, lowest first; directories of one row do not see each other.
-LAYERS = [{"system"}, {"text"}, {"records"}, {"util", "stats"}, {"readers", "postscript"}, {"app"}]
+LAYERS = [
+    {"system"},
+    {"text"},
+    {"records"},
+    {"util", "stats"},
+    {"readers", "postscript", "page", "terminal", "csv"},
+    {"app"},
+]
 ALLOWED = {
     directory: {directory}.union(*LAYERS[:row])
     for row, layer in enumerate(LAYERS) for directory in layer
