@@ -35,6 +35,13 @@ bool utl_SkipFields(std::string_view *rest, unsigned count) {
     return count == 0;
 }
 
+size_t utl_CountFields(std::string_view line) {
+    size_t count = 0;
+    std::string_view field;
+    while (utl_NextField(&line, &field)) ++count;
+    return count;
+}
+
 int utl_ReadNumbers(std::string_view line, std::span<double> numbers) {
     int found = 0;
     for (double &number : numbers) found += utl_NextNumber(&line, &number);

@@ -45,6 +45,9 @@ bool utl_NextNumber(std::string_view *rest, double *number);
 // Removes `count` fields from the front of `rest`. Returns false if there are fewer.
 bool utl_SkipFields(std::string_view *rest, unsigned count);
 
+// Returns the number of fields of `line`.
+size_t utl_CountFields(std::string_view line);
+
 // Reads the first fields of `line` into `numbers`, as many as it has elements. Returns the number
 // of fields found; the elements without a field are 0.
 int utl_ReadNumbers(std::string_view line, std::span<double> numbers);
