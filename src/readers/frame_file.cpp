@@ -228,8 +228,10 @@ void crv_SurveyVDR(utl_line_reader *lines, crv_frame_survey *survey) {
         survey->too_few = survey->header.num_points < crv_frame_min_points;
         if (survey->too_few) break;
         ++survey->num_blocks;
-        read_points(&in, survey->header,
-                    [survey](const double(&point)[2]) { survey_point(survey, point); });
+        const int found = read_points(&in, survey->header, [survey](const double(&point)[2]) {
+            survey_point(survey, point);
+        });
+        if (found < survey->header.num_points) survey->ends_early = true;
     }
     survey->missing_line = in.missing_line;
 }

@@ -21,8 +21,14 @@ static void read_range(utl_line_reader *lines, double (&range)[2]) {
     range[1] = utl_ToDouble(next_line(lines).text);
 }
 
+static void read_count(utl_line_reader *lines, crv_frame_header *header) {
+    header->num_points = next_integer(lines);
+    header->has_points_of_style = false;
+}
+
 static void read_style(utl_line_reader *lines, crv_frame_header *header) {
     header->num_points = next_integer(lines);
+    header->has_points_of_style = true;
     header->has_style = true;
     header->style = static_cast<uint16_t>(header->num_points);
 }
@@ -66,7 +72,7 @@ crv_frame_event crv_ReadFrameDirective(utl_line_reader *lines, crv_frame_header 
     const char letter = character(line.text, 2);
     const char number = character(line.text, 3);
     switch (character(line.text, 1)) {
-    case 'N': header->num_points = next_integer(lines); break;
+    case 'N': read_count(lines, header); break;
     case 'S': read_style(lines, header); break;
     case 'T': read_text(lines, &header->title); break;
     case 'X': return read_x_directive(lines, header, letter);

@@ -23,7 +23,8 @@ template <size_t length> struct crv_frame_text {
 
 // Ranges are pairs {low, high}; low above high means not given.
 struct crv_frame_header {
-    int num_points = 0; // NUMDATA
+    int num_points = 0;               // NUMDATA
+    bool has_points_of_style = false; // the last %S was after the last %N
     bool has_style = false;
     uint16_t style = 0;
     crv_frame_text<crv_frame_title_length> title = {};
