@@ -99,7 +99,8 @@ static void read_point(crv_input *in, utl_line line, double (&point)[2]) {
     if (crv_DBG == routine) trace_record(line);
     if (line.status != utl_line_status::newline) line.text = utl_TrimEnd(line.text);
     if (crv_DBG == routine) trace_record(line);
-    if (utl_ReadNumbers(line.text, point) < 2) crv_WarnMissingNumbers(in);
+    utl_line_fields fields = utl_SplitLine(line.text);
+    if (utl_TakeNumbers(&fields, point) < 2) crv_WarnMissingNumbers(in);
 }
 
 // Reads the data points that the header announces, until the file ends; `keep` is called for each.

@@ -51,7 +51,7 @@ struct selected_lines {
     size_t next = 0; // index into the order of the entries
 
     int64_t next_block() const;
-    void read(int64_t block, utl_line line);
+    void read(int64_t block, utl_line line, utl_line_fields *fields);
 };
 
 // All lines of a step, whose numbers are counted.
@@ -60,13 +60,13 @@ struct counted_lines {
     int64_t block = 0;
 
     int64_t next_block() const { return block; }
-    void read(int64_t, utl_line line);
+    void read(int64_t, utl_line, utl_line_fields *fields);
 };
 
 // None of the lines of a step.
 struct skipped_lines {
     int64_t next_block() const { return INT64_MAX; }
-    void read(int64_t, utl_line) {}
+    void read(int64_t, utl_line, utl_line_fields *) {}
 };
 
 } // namespace
@@ -137,7 +137,7 @@ static void make_columns(madymo_file *mad) {
     crv_SortByBlock(&mad->selection);
 }
 
-static double read_item(madymo_file *mad, std::string_view line, uint32_t item) {
+static double read_item(madymo_file *mad, utl_line_fields *fields, uint32_t item) {
     if (item > max_numbers_per_line) { // Deliberate: the message is misspelled.
         fprintf(utl_ErrorStream(), "%%crv_88-f-col, Exceeded Max number of col to reqest of %d\n",
                 static_cast<int>(max_numbers_per_line));
@@ -145,7 +145,7 @@ static double read_item(madymo_file *mad, std::string_view line, uint32_t item) 
     }
     if (item == 0) return mad->time;
     double number = 0.0;
-    if (!utl_ReadNumberAt(line, item, &number)) crv_WarnMissingNumbers(&mad->in);
+    if (!utl_TakeNumberAt(fields, item, &number)) crv_WarnMissingNumbers(&mad->in);
     return number;
 }
 
@@ -167,9 +167,9 @@ static void keep_value(const madymo_file *mad, crv_column *column, double value)
 
 // Reads the value of entry k from the line of its request, and stores it if the time is in the
 // window.
-static void read_value(madymo_file *mad, size_t k, utl_line line) {
+static void read_value(madymo_file *mad, size_t k, utl_line line, utl_line_fields *fields) {
     const uint32_t item = mad->selection.table[k].item;
-    const double value = read_item(mad, line.text, item);
+    const double value = read_item(mad, fields, item);
     if (crv_DBG == routine) trace_value(mad, line, item, value);
     if (mad->in_window) keep_value(mad, mad->columns[k], value);
 }
@@ -185,12 +185,12 @@ int64_t selected_lines::next_block() const {
     return crv_NextNeededBlock(mad->selection, next, mad->header.num_requests);
 }
 
-void selected_lines::read(int64_t block, utl_line line) {
-    for (; next_block() == block; ++next) read_value(mad, mad->selection.order[next], line);
+void selected_lines::read(int64_t block, utl_line line, utl_line_fields *fields) {
+    for (; next_block() == block; ++next) read_value(mad, mad->selection.order[next], line, fields);
 }
 
-static void read_time(madymo_file *mad, utl_line line) {
-    if (!utl_ReadNumberAt(line.text, 1, &mad->time)) crv_WarnMissingNumbers(&mad->in);
+static void read_time(madymo_file *mad, utl_line_fields *fields) {
+    if (!utl_TakeNumberAt(fields, 1, &mad->time)) crv_WarnMissingNumbers(&mad->in);
     mad->in_window = crv_CountPoint(&mad->in, mad->time);
 }
 
@@ -206,8 +206,9 @@ template <typename needed_lines> static bool read_step(madymo_file *mad, needed_
             mad->end = line.status;
             return false;
         }
-        if (block == 0) read_time(mad, line);
-        needed.read(block, line);
+        utl_line_fields fields = utl_SplitLine(line.text);
+        if (block == 0) read_time(mad, &fields);
+        needed.read(block, line, &fields);
         ++block;
         const int64_t next = std::min(needed.next_block(), num_lines);
         block += utl_SkipLines(mad->in.lines, line_limit, next - block);
@@ -272,9 +273,11 @@ int crv_ReadMad(const char *path, const crv_selection &selection) {
     return count;
 }
 
-void counted_lines::read(int64_t, utl_line line) {
-    if (block++ > 0 && survey->numbers.size() < crv_max_listed)
-        survey->numbers.push_back(utl_CountFields(line.text));
+void counted_lines::read(int64_t, utl_line, utl_line_fields *fields) {
+    if (block++ == 0 || survey->numbers.size() == crv_max_listed) return;
+    while (!utl_TakeField(fields).empty()) {
+    }
+    survey->numbers.push_back(fields->taken);
 }
 
 // Reads names and descriptions into the survey.
