@@ -4,13 +4,17 @@
 
 #include "text/powers_of_ten.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <limits>
+#include <string_view>
 
 static constexpr size_t field_width = 11;
 static constexpr int decimals = 4;
@@ -120,6 +124,32 @@ char *utl_WriteE11_4(char *to, double value) {
 char *utl_WriteUnsigned(char *to, unsigned value) {
     if (value < 100 || value > 999) return std::to_chars(to, to + utl_max_number_chars, value).ptr;
     return write_three_digits(to, value);
+}
+
+#ifdef __cpp_lib_to_chars
+
+static char *write_shortest_finite(char *to, double value) {
+    return std::to_chars(to, to + utl_max_number_chars, value).ptr;
+}
+
+#else
+
+// The same for a library without to_chars for floating point, such as libc++ 14. Every decimal of
+// 15 digits is the shortest text of a normal number; subnormal numbers have fewer digits.
+static char *write_shortest_finite(char *to, double value) {
+    int precision = std::fabs(value) < std::numeric_limits<double>::min() ? 1 : 15;
+    int length = snprintf(to, utl_max_number_chars, "%.*g", precision, value);
+    while (precision < 17 && strtod(to, nullptr) != value)
+        length = snprintf(to, utl_max_number_chars, "%.*g", ++precision, value);
+    return to + length;
+}
+
+#endif
+
+char *utl_WriteShortest(char *to, double value) {
+    if (std::isfinite(value)) return write_shortest_finite(to, value);
+    const std::string_view text = std::isnan(value) ? "nan" : value < 0.0 ? "-inf" : "inf";
+    return std::copy(text.begin(), text.end(), to);
 }
 
 utl_number_text utl_FormatFixed(double value, int width, int precision) {
