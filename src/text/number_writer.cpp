@@ -3,18 +3,14 @@
 #include "text/number_writer.h"
 
 #include "text/powers_of_ten.h"
+#include "text/three_digits.h"
 
-#include <algorithm>
-#include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <limits>
-#include <string_view>
 
 static constexpr size_t field_width = 11;
 static constexpr int decimals = 4;
@@ -61,25 +57,8 @@ static scaled_value scale(double magnitude) {
     return {digits, exponent};
 }
 
-// The numbers 0 to 999 with three digits each, 3,000 characters: one copy replaces the divisions
-// that separate the digits.
-static constexpr auto three_digits = [] {
-    std::array<char, 3 * 1000> text = {};
-    for (size_t k = 0; k < 1000; ++k) {
-        text[3 * k] = static_cast<char>('0' + k / 100);
-        text[3 * k + 1] = static_cast<char>('0' + k / 10 % 10);
-        text[3 * k + 2] = static_cast<char>('0' + k % 10);
-    }
-    return text;
-}();
-
-static char *write_three_digits(char *to, unsigned value) {
-    memcpy(to, &three_digits[size_t{3} * value], 3);
-    return to + 3;
-}
-
 static char *write_two_digits(char *to, unsigned value) {
-    memcpy(to, &three_digits[size_t{3} * value + 1], 2);
+    memcpy(to, &utl_three_digits[size_t{3} * value + 1], 2);
     return to + 2;
 }
 
@@ -123,33 +102,7 @@ char *utl_WriteE11_4(char *to, double value) {
 
 char *utl_WriteUnsigned(char *to, unsigned value) {
     if (value < 100 || value > 999) return std::to_chars(to, to + utl_max_number_chars, value).ptr;
-    return write_three_digits(to, value);
-}
-
-#ifdef __cpp_lib_to_chars
-
-static char *write_shortest_finite(char *to, double value) {
-    return std::to_chars(to, to + utl_max_number_chars, value).ptr;
-}
-
-#else
-
-// The same for a library without to_chars for floating point, such as libc++ 14. Every decimal of
-// 15 digits is the shortest text of a normal number; subnormal numbers have fewer digits.
-static char *write_shortest_finite(char *to, double value) {
-    int precision = std::fabs(value) < std::numeric_limits<double>::min() ? 1 : 15;
-    int length = snprintf(to, utl_max_number_chars, "%.*g", precision, value);
-    while (precision < 17 && strtod(to, nullptr) != value)
-        length = snprintf(to, utl_max_number_chars, "%.*g", ++precision, value);
-    return to + length;
-}
-
-#endif
-
-char *utl_WriteShortest(char *to, double value) {
-    if (std::isfinite(value)) return write_shortest_finite(to, value);
-    const std::string_view text = std::isnan(value) ? "nan" : value < 0.0 ? "-inf" : "inf";
-    return std::copy(text.begin(), text.end(), to);
+    return utl_WriteThreeDigits(to, value);
 }
 
 utl_number_text utl_FormatFixed(double value, int width, int precision) {
