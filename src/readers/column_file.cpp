@@ -15,6 +15,7 @@
 #include "text/line_reader.h"
 
 #include <cstdio>
+#include <limits>
 
 static constexpr int routine = 94;
 static constexpr size_t line_limit = crv_column_line_limit;
@@ -124,19 +125,44 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _94-f-calloc", status_failed);
 }
 
+// Counts the value of an entry, and stores it if its row is in the time window.
+static void read_value(const column_file *pos, const row_entry &entry, utl_line line,
+                       bool in_window, double value) {
+    // Deliberate: also for dropped rows, unless the settings keep all data.
+    if (in_window || !crv_settings.keeps_all_data) crv_CountValue(entry.column);
+    if (crv_DBG == routine) trace_value(line, entry.number, value);
+    if (in_window) keep_value(pos, entry.column, value);
+}
+
+// Fills a row that is too short from its entry `next` on, if the settings keep all data: the values
+// of the next rows then stay in line with those of the other columns.
+static void fill_row(column_file *pos, size_t next, utl_line line, bool in_window) {
+    if (!crv_settings.keeps_all_data) return;
+    if (pos->in.missing_line == 0) {
+        pos->in.missing_line = pos->in.lines->line_number;
+        fprintf(utl_ErrorStream(),
+                "%%crv_94-w-num, Missing numbers in \"%s\" read as nan, first on line %llu\n",
+                pos->in.path, static_cast<unsigned long long>(pos->in.missing_line));
+    }
+    for (; next < pos->selection.count; ++next)
+        read_value(pos, pos->row[next], line, in_window, std::numeric_limits<double>::quiet_NaN());
+}
+
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
-// value.
+// value, unless the settings keep all data.
 static void read_row(column_file *pos, utl_line line) {
     const double row = pos->rows_done + 1.0; // counted from 1
     const bool in_window = crv_CountPoint(&pos->in, row);
     utl_line_fields fields = utl_SplitLine(line.text);
     double value = row;
-    for (const row_entry &entry : std::span(pos->row, pos->selection.count)) {
+    for (size_t next = 0; next < pos->selection.count; ++next) {
+        const row_entry &entry = pos->row[next];
         for (int32_t skipped = 1; skipped < entry.advance; ++skipped) utl_TakeField(&fields);
-        if (entry.advance > 0 && !utl_TakeNumber(&fields, &value)) return;
-        crv_CountValue(entry.column); // also for dropped rows
-        if (crv_DBG == routine) trace_value(line, entry.number, value);
-        if (in_window) keep_value(pos, entry.column, value);
+        if (entry.advance > 0 && !utl_TakeNumber(&fields, &value)) {
+            fill_row(pos, next, line, in_window);
+            return;
+        }
+        read_value(pos, entry, line, in_window, value);
     }
 }
 
@@ -164,7 +190,7 @@ static void list_columns(const column_file *pos) {
 }
 
 static void warn_dropped_rows(const column_file *pos) {
-    if (pos->in.points_dropped == 0) return;
+    if (pos->in.points_dropped == 0 || crv_settings.keeps_all_data) return;
     const uint64_t kept = pos->in.points - pos->in.points_dropped;
     fprintf(utl_ErrorStream(),
             "%%crv_94-w-mea, Means of \"%s\" are sums over %llu rows divided by all %llu rows\n",
@@ -180,6 +206,7 @@ static int read_file(column_file *pos, int label_line, int first_line) {
     set_labels(pos);
     if (first_line < 1) line = utl_ReadLine(pos->in.lines, line_limit);
     read_rows(pos, line, [pos](utl_line row) { read_row(pos, row); });
+    if (pos->end == utl_line_status::unterminated) crv_WarnIncompleteLine(pos->in);
     if (crv_ReadFailed(pos->in)) {
         utl_QuitWithError("    _94-f-fread", status_failed);
     }

@@ -219,6 +219,7 @@ template <typename needed_lines> static bool read_step(madymo_file *mad, needed_
 static void read_steps(madymo_file *mad) {
     while (read_step(mad, selected_lines{mad})) ++mad->steps_done;
     if (mad->end != utl_line_status::eof) reject_long_line(mad);
+    if (mad->lines_left > 0) crv_WarnIncompleteStep(mad->in, mad->steps_done + 1);
 }
 
 static void set_labels(madymo_file *mad) {
