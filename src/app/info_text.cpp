@@ -56,6 +56,11 @@ static void add_line(std::string *text, std::string_view name, const std::string
     *text += '\n';
 }
 
+static void add_heading(std::string *text, const std::string &row) {
+    *text += '\n';
+    *text += row;
+}
+
 static void add_steps(std::string *text, const crv_survey &steps) {
     add_line(text, "steps", std::to_string(steps.steps));
     if (steps.steps == 0) return;
@@ -96,7 +101,7 @@ static void add_request(std::string *text, const crv_request_survey &survey) {
     size_t width = std::string_view("request").size();
     for (const crv_request_line &request : survey.requests)
         width = std::max(width, std::to_string(request.identifier).size());
-    *text += "\n" + table_row(right("request", width) + "  type ", "name");
+    add_heading(text, table_row(right("request", width) + "  type ", "name"));
     for (const crv_request_line &request : survey.requests) {
         std::string type = crv_TypeText(request.type);
         const std::string name(utl_TrimEnd(request.name));
@@ -109,14 +114,14 @@ static void add_request(std::string *text, const crv_request_survey &survey) {
 static void add_madymo(std::string *text, const crv_madymo_survey &survey) {
     add_steps(text, survey.steps);
     add_line(text, "requests", std::to_string(survey.header.num_names));
-    if (!survey.names.empty()) *text += "\n" + table_row("request  numbers", "name");
+    if (!survey.names.empty()) add_heading(text, table_row("request  numbers", "name"));
     for (size_t k = 0; k < survey.names.size(); ++k) {
         const bool has_line = k < survey.numbers.size();
         const std::string numbers = has_line ? std::to_string(survey.numbers[k]) : "-";
         *text += table_row(right(std::to_string(k + 1), 7) + "  " + right(numbers, 7),
                            utl_TrimEnd(survey.names[k]));
     }
-    if (!survey.descriptions.empty()) *text += "\n" + table_row("   item", "description");
+    if (!survey.descriptions.empty()) add_heading(text, table_row("   item", "description"));
     for (size_t k = 0; k < survey.descriptions.size(); ++k)
         *text += table_row(right(std::to_string(k + 1), 7), utl_TrimEnd(survey.descriptions[k]));
     *text += "\n";
@@ -127,7 +132,7 @@ static void add_column(std::string *text, const crv_info &info) {
     add_line(text, "rows", std::to_string(survey.rows.steps));
     add_line(text, "columns", std::to_string(survey.header.num_columns));
     if (survey.header.num_columns < 1) return;
-    *text += "\n" + table_row(" column", "label");
+    add_heading(text, table_row(" column", "label"));
     const std::vector<std::string> labels = crv_LabelsOf(info);
     for (size_t k = 0; k < static_cast<size_t>(survey.header.num_columns); ++k)
         *text += table_row(right(std::to_string(k + 1), 7), k < labels.size() ? labels[k] : "");

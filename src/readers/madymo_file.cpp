@@ -306,8 +306,11 @@ bool crv_SurveyMad(utl_line_reader *lines, uint64_t max_steps, crv_madymo_survey
         more = survey->steps.steps < max_steps && read_step(&mad, skipped_lines{});
     }
     crv_SurveyInput(&survey->steps, mad.in);
-    survey->steps.lines_left = static_cast<uint64_t>(mad.lines_left);
     survey->steps.unterminated = mad.end == utl_line_status::unterminated;
-    if (mad.end == utl_line_status::partial) survey->long_line = lines->line_number;
+    if (mad.end == utl_line_status::partial) {
+        survey->long_line = lines->line_number;
+    } else {
+        survey->steps.lines_left = static_cast<uint64_t>(mad.lines_left);
+    }
     return true;
 }
