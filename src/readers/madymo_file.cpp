@@ -96,7 +96,7 @@ static void read_header(madymo_file *mad) {
         fprintf(utl_ErrorStream(),
                 "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
                 mad->header.num_requests, mad->in.path);
-        utl_Quit(status_failed);
+        utl_Fail(status_failed);
     }
     assign_lines(mad);
     std::string_view text;
@@ -141,7 +141,7 @@ static double read_item(madymo_file *mad, utl_line_fields *fields, uint32_t item
     if (item > max_numbers_per_line) { // Deliberate: the message is misspelled.
         fprintf(utl_ErrorStream(), "%%crv_88-f-col, Exceeded Max number of col to reqest of %d\n",
                 static_cast<int>(max_numbers_per_line));
-        utl_Quit(status_failed);
+        utl_Fail(status_failed);
     }
     if (item == 0) return mad->time;
     double number = 0.0;
@@ -178,7 +178,7 @@ static void read_value(madymo_file *mad, size_t k, utl_line line, utl_line_field
 [[noreturn]] static void reject_long_line(const madymo_file *mad) {
     fprintf(utl_ErrorStream(), "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n",
             mad->in.path);
-    utl_Quit(status_failed);
+    utl_Fail(status_failed);
 }
 
 int64_t selected_lines::next_block() const {
