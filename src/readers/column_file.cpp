@@ -126,17 +126,18 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
 }
 
 // Counts the value of an entry, and stores it if its row is in the time window.
-static void read_value(const column_file *pos, const row_entry &entry, utl_line line,
-                       bool in_window, double value) {
+static inline void read_value(const column_file *pos, const row_entry &entry, utl_line line,
+                              bool in_window, double value) {
     // Deliberate: also for dropped rows, unless the settings keep all data.
     if (in_window || !crv_settings.keeps_all_data) crv_CountValue(entry.column);
     if (crv_DBG == routine) trace_value(line, entry.number, value);
     if (in_window) keep_value(pos, entry.column, value);
 }
 
-// Fills a row that is too short from its entry `next` on, if the settings keep all data: the values
-// of the next rows then stay in line with those of the other columns.
-static void fill_row(column_file *pos, size_t next, utl_line line, bool in_window) {
+// Fills a row that is too short, if the settings keep all data: the values of the next rows then
+// stay in line with those of the other columns. `rest` are the entries without a field.
+static void fill_row(column_file *pos, std::span<const row_entry> rest, utl_line line,
+                     bool in_window) {
     if (!crv_settings.keeps_all_data) return;
     if (pos->in.missing_line == 0) {
         pos->in.missing_line = pos->in.lines->line_number;
@@ -144,8 +145,8 @@ static void fill_row(column_file *pos, size_t next, utl_line line, bool in_windo
                 "%%crv_94-w-num, Missing numbers in \"%s\" read as nan, first on line %llu\n",
                 pos->in.path, static_cast<unsigned long long>(pos->in.missing_line));
     }
-    for (; next < pos->selection.count; ++next)
-        read_value(pos, pos->row[next], line, in_window, std::numeric_limits<double>::quiet_NaN());
+    for (const row_entry &entry : rest)
+        read_value(pos, entry, line, in_window, std::numeric_limits<double>::quiet_NaN());
 }
 
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
@@ -153,13 +154,14 @@ static void fill_row(column_file *pos, size_t next, utl_line line, bool in_windo
 static void read_row(column_file *pos, utl_line line) {
     const double row = pos->rows_done + 1.0; // counted from 1
     const bool in_window = crv_CountPoint(&pos->in, row);
+    const std::span<const row_entry> entries(pos->row, pos->selection.count);
     utl_line_fields fields = utl_SplitLine(line.text);
     double value = row;
-    for (size_t next = 0; next < pos->selection.count; ++next) {
-        const row_entry &entry = pos->row[next];
+    for (size_t next = 0; next < entries.size(); ++next) {
+        const row_entry &entry = entries[next];
         for (int32_t skipped = 1; skipped < entry.advance; ++skipped) utl_TakeField(&fields);
         if (entry.advance > 0 && !utl_TakeNumber(&fields, &value)) {
-            fill_row(pos, next, line, in_window);
+            fill_row(pos, entries.subspan(next), line, in_window);
             return;
         }
         read_value(pos, entry, line, in_window, value);
