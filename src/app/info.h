@@ -61,7 +61,8 @@ std::string crv_TitleOf(const crv_info &info);
 std::vector<std::string> crv_LabelsOf(const crv_info &info);
 
 // Return the contents as text, as a JSON object without a newline at its end, and as one line for
-// each pair of a selection: the pair, a tab, and its meaning. All are UTF-8 without control
+// each pair of a selection. Such a line has three texts between tabs: the pair, the name of the
+// request or column, and what the item is; the last two can be empty. All are UTF-8 without control
 // characters except the tabs and the newlines of the layout.
 std::string crv_InfoText(const crv_info &info);
 std::string crv_InfoJson(const crv_info &info);

@@ -180,45 +180,43 @@ std::string crv_InfoText(const crv_info &info) {
 
 // ----- pairs
 
-static std::string pair_line(const std::string &pair, const std::string &meaning) {
-    return pair + "\t" + utl_CleanText(meaning) + "\n";
+static std::string pair_line(const std::string &pair, std::string_view name,
+                             std::string_view item) {
+    return pair + "\t" + utl_CleanText(utl_TrimLine(name)) + "\t" +
+           utl_CleanText(utl_TrimLine(item)) + "\n";
 }
 
 static std::string request_pairs(const crv_request_survey &survey) {
-    std::string text = pair_line("0", "time");
+    std::string text = pair_line("0", "time", "");
     for (const crv_request_line &request : survey.requests) {
         if (request.identifier == 0) continue;
         const std::string identifier = std::to_string(request.identifier);
-        const std::string name(utl_TrimLine(request.name));
         for (size_t k = 0; k < crv_ItemTexts().size(); ++k)
-            text += pair_line(identifier + ":" + std::to_string(k + 1),
-                              crv_TypeText(request.type) + " " + crv_ItemTexts()[k] +
-                                  (name.empty() ? "" : " of " + name));
+            text += pair_line(identifier + ":" + std::to_string(k + 1), request.name,
+                              crv_TypeText(request.type) + " " + crv_ItemTexts()[k]);
     }
     return text;
 }
 
 static std::string madymo_pairs(const crv_madymo_survey &survey) {
-    std::string text = pair_line("0", "time");
+    std::string text = pair_line("0", "time", "");
+    constexpr size_t max_item = crv_madymo_max_numbers;
     for (size_t k = 0; k < survey.names.size() && k < survey.numbers.size(); ++k) {
-        const std::string name(utl_TrimLine(survey.names[k]));
-        const size_t max_item = crv_madymo_max_numbers;
         for (size_t item = 1; item <= std::min(survey.numbers[k], max_item); ++item) {
             const bool is_described = item <= survey.descriptions.size();
-            std::string meaning = is_described ? survey.descriptions[item - 1] : "";
-            if (!is_described) meaning = "number " + std::to_string(item);
-            if (!name.empty()) meaning += " of " + name;
-            text += pair_line(std::to_string(k + 1) + ":" + std::to_string(item), meaning);
+            text += pair_line(std::to_string(k + 1) + ":" + std::to_string(item), survey.names[k],
+                              is_described ? survey.descriptions[item - 1]
+                                           : "number " + std::to_string(item));
         }
     }
     return text;
 }
 
 static std::string column_pairs(const crv_info &info) {
-    std::string text = pair_line("0", "row count");
+    std::string text = pair_line("0", "row count", "");
     const std::vector<std::string> labels = crv_LabelsOf(info);
     for (size_t k = 0; k < static_cast<size_t>(info.column.header.num_columns); ++k)
-        text += pair_line(std::to_string(k + 1), k < labels.size() ? labels[k] : "column");
+        text += pair_line(std::to_string(k + 1), k < labels.size() ? labels[k] : "", "");
     return text;
 }
 
@@ -227,6 +225,6 @@ std::string crv_InfoPairs(const crv_info &info) {
     case crv_format::request: return request_pairs(info.request);
     case crv_format::madymo: return madymo_pairs(info.madymo);
     case crv_format::column: return column_pairs(info);
-    default: return pair_line("0", "X and Y");
+    default: return pair_line("0", "X and Y", "");
     }
 }
