@@ -1,4 +1,5 @@
-# completions/crv.bash - bash completion for crv and the viewers crv-html, crv-term and crv-csv.
+# completions/crv.bash - bash completion for crv, the viewers crv-html, crv-term and crv-csv, and
+# crv-info.
 # shellcheck shell=bash
 #
 # Names and texts come from the disk and from the line: they are compared and listed, never run.
@@ -150,7 +151,7 @@ _crv_selected_file() {
 _crv_pairs() {
     local file option pair rest
     _crv_selected_file || return 0
-    LC_ALL=C head -c 1000000 <"$file" 2>/dev/null | crv-info --pairs "$option" - 2>/dev/null |
+    LC_ALL=C head -c 1000000 <"$file" 2>/dev/null | command crv-info --pairs "$option" - 2>/dev/null |
         while IFS='	' read -r pair rest; do printf '%s\n' "$pair"; done
 }
 
@@ -307,3 +308,37 @@ _crv() {
 }
 
 complete -F _crv crv crv-html crv-term crv-csv
+
+_crv_info_options=(
+    '-f	request files'
+    '-fr	request files'
+    '-fm	Madymo files'
+    '-fp	column files'
+    '-fg	frame files'
+    '--json	print JSON'
+    '--pairs	print the pairs that -r can select'
+    '-h	help'
+    '--help	help'
+    '--version	version'
+)
+
+_crv_info() {
+    local words glued k suffix name
+    local current width=9 listed=("${_crv_info_options[@]}")
+    COMPREPLY=()
+    _crv_split
+    current=${words[-1]#[\"\']}
+    if [[ $current == -* ]]; then
+        _crv_list_options
+    else
+        _crv_files .req
+        while IFS= read -r name; do
+            [[ $name == -* ]] || COMPREPLY+=("$name")
+        done < <(for suffix in mad pos vdr; do compgen -f -X "!*.$suffix" -- "$current"; done)
+    fi
+    for k in "${!COMPREPLY[@]}"; do
+        COMPREPLY[k]=${COMPREPLY[k]#"$glued"}
+    done
+}
+
+complete -F _crv_info crv-info

@@ -1,4 +1,5 @@
-# completions/crv.fish - fish completion for crv and the viewers crv-html, crv-term and crv-csv.
+# completions/crv.fish - fish completion for crv, the viewers crv-html, crv-term and crv-csv, and
+# crv-info.
 #
 # Names and texts come from the disk and from the line: they are compared and listed, never run.
 
@@ -45,7 +46,7 @@ end
 # megabyte of the file is read.
 function __crv_pairs
     set -l found (__crv_selected_file); or return
-    LC_ALL=C head -c 1000000 <$found[2] 2>/dev/null | crv-info --pairs $found[1] - 2>/dev/null
+    LC_ALL=C head -c 1000000 <$found[2] 2>/dev/null | command crv-info --pairs $found[1] - 2>/dev/null
 end
 
 # The identifiers of the pairs, or the numbers of columns, each with its name.
@@ -300,3 +301,23 @@ __crv_viewer_option -o 'h' 'help'
 __crv_viewer_option -l 'help' 'help'
 __crv_viewer_option -l 'version' 'version'
 # End of the generated part.
+
+# Result files of all formats, and directories.
+function __crv_result_files
+    for suffix in .req .mad .pos .vdr
+        __crv_files $suffix
+    end | awk '!seen[$0]++'
+end
+
+complete -c crv-info -e
+complete -c crv-info -f -a '(__crv_result_files)'
+complete -c crv-info -o f -d 'request files'
+complete -c crv-info -o fr -d 'request files'
+complete -c crv-info -o fm -d 'Madymo files'
+complete -c crv-info -o fp -d 'column files'
+complete -c crv-info -o fg -d 'frame files'
+complete -c crv-info -l json -d 'print JSON'
+complete -c crv-info -l pairs -d 'print the pairs that -r can select'
+complete -c crv-info -o h -d help
+complete -c crv-info -l help -d help
+complete -c crv-info -l version -d version

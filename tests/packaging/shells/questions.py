@@ -93,6 +93,10 @@ USUAL = [
     ("-p of crv-csv takes the names of tables", "crv-csv -r 0 -fm sled.mad -p s",
      ["sled.csv", "sub"]),
     ("a viewer takes requests", "crv-html -r 0,6", ["0,61:", "0,62:"]),
+    ("crv-info has its own options", "crv-info -",
+     ["-f", "-fr", "-fm", "-fp", "-fg", "--json", "--pairs", "-h", "--help", "--version"]),
+    ("crv-info takes result files", "crv-info s", ["sled.mad", "sensors.pos", "sub"]),
+    ("crv-info takes several files", "crv-info sled.mad b", ["bumper.vdr"]),
     ("a viewer takes no condition", "crv-csv -r 0,38:3=", []),
 ]
 
