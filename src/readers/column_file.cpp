@@ -10,6 +10,7 @@
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
@@ -68,6 +69,7 @@ static utl_line read_header(column_file *pos, int label_line, int first_line) {
         pos->labels_status = line.status;
     }
     pos->num_columns = count_fields(line.text);
+    utl_EraseStatusLine();
     printf("%ccrv_94-i-val, file %s has %2u columns.\n", '%', pos->in.path,
            static_cast<unsigned>(pos->num_columns));
     return line;

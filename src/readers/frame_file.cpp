@@ -11,6 +11,7 @@
 #include "stats/rounding.h"
 #include "system/arithmetic.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
@@ -83,18 +84,23 @@ static void read_y_label(const frame_file *vdr, char number) {
 // Deliberate: one of the two messages is misspelled.
 static void read_x_range(frame_file *vdr) {
     read_range(vdr, vdr->x_range);
-    if (vdr->x_range[0] > vdr->x_range[1])
+    if (vdr->x_range[0] > vdr->x_range[1]) {
+        utl_EraseStatusLine();
         printf("%ccrv_85-e-ran, X axis range incorectly specified\n", '%');
+    }
 }
 
 static void read_y_range(frame_file *vdr) {
     read_range(vdr, vdr->y_range);
-    if (vdr->y_range[0] > vdr->y_range[1])
+    if (vdr->y_range[0] > vdr->y_range[1]) {
+        utl_EraseStatusLine();
         printf("%ccrv_85-e-ran, Y axis range incorrectly specified\n", '%');
+    }
 }
 
 // Prints a line with its line end. Blanks are trimmed only from a line without one.
 static void trace_record(utl_line line) {
+    utl_EraseStatusLine();
     printf("    _85-i-val, vdr_record = \"%.*s%s\"\n", static_cast<int>(line.text.size()),
            line.text.data(), line.status == utl_line_status::newline ? "\n" : "");
 }
@@ -127,6 +133,7 @@ static void round_extremes(crv_column *column) {
 
 static bool read_data(frame_file *vdr) {
     if (vdr->num_points < min_points) {
+        utl_EraseStatusLine();
         printf("%%crv_85-f-nopts, VDR NUMDATA incorrectly specified!\n");
         return false;
     }
@@ -153,7 +160,10 @@ static void read_x_directive(frame_file *vdr, char letter) {
     switch (letter) {
     case 'A': read_x_label(vdr); break;
     case 'R': read_x_range(vdr); break;
-    case 'Y': printf("%ccrv_85-i-red, Begin reading file \"%s\" \n", '%', vdr->in.path); break;
+    case 'Y':
+        utl_EraseStatusLine();
+        printf("%ccrv_85-i-red, Begin reading file \"%s\" \n", '%', vdr->in.path);
+        break;
     default: break;
     }
 }

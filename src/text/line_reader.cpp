@@ -4,6 +4,7 @@
 
 #include "system/input_file.h"
 #include "system/memory.h"
+#include "system/status_line.h"
 #include "text/line_scan.h"
 #include "text/simd.h"
 
@@ -22,13 +23,16 @@ static void fill_block(utl_line_reader *in, size_t wanted) {
     memmove(in->block, in->next, held);
     while (held < wanted && !in->at_file_end) {
         const auto room = static_cast<unsigned>(block_size - held);
+        utl_AwaitProgress(&in->progress, in->file);
         const ssize_t got = read(in->file, in->block + held, room);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) in->error = errno;
         if (got <= 0) {
             in->at_file_end = true;
+            utl_EraseStatusLine();
         } else {
             held += static_cast<size_t>(got);
+            utl_CountProgress(&in->progress, static_cast<uint64_t>(got));
         }
     }
     in->next = in->block;
@@ -57,7 +61,8 @@ utl_line_reader *utl_OpenReader(const char *path) {
                .lines_ended = 0,
                .next = block,
                .block_end = block,
-               .block = block};
+               .block = block,
+               .progress = utl_StartProgress(file, path)};
         fill_block(in, 1); // fails for a directory, which opens like a file
         if (in->error == 0 && is_unbounded_device(in)) in->error = ENOTSUP;
         if (in->error == 0) return in;
@@ -126,6 +131,7 @@ int64_t utl_SkipLines(utl_line_reader *in, size_t limit, int64_t max_lines) {
 }
 
 void utl_CloseReader(utl_line_reader *in) {
+    utl_EraseStatusLine();
     close(in->file);
     free(in->block);
     free(in);
