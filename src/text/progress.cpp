@@ -91,8 +91,10 @@ static std::string numbers_text(const utl_progress &progress, double seconds) {
     const auto size = static_cast<double>(progress.size);
     snprintf(text, sizeof text, "%3.0f %%  %.1f MB/s", std::floor(100 * bytes / size),
              bytes / 1e6 / seconds);
-    if (progress.bytes == 0) return text;
-    return text + ("  " + time_text(seconds * (size - bytes) / bytes) + " left");
+    std::string numbers = text;
+    if (progress.bytes == 0) return numbers;
+    numbers.append("  ").append(time_text(seconds * (size - bytes) / bytes)).append(" left");
+    return numbers;
 }
 
 static bool is_continuation(char c) { return (static_cast<unsigned char>(c) & 0xc0) == 0x80; }
@@ -118,8 +120,8 @@ static std::string_view end_that_fits(std::string_view text, int *left) {
 std::string utl_ProgressText(const utl_progress &progress, int64_t milliseconds, int columns,
                              int *filled) {
     const double seconds = static_cast<double>(std::max<int64_t>(milliseconds, 1)) / 1000;
-    const std::string numbers = numbers_text(progress, seconds) + "  ";
-    std::string text = numbers.substr(0, static_cast<size_t>(std::max(columns, 0)));
+    std::string text = numbers_text(progress, seconds).append("  ");
+    text.resize(std::min(text.size(), static_cast<size_t>(std::max(columns, 0))));
     int left = columns - static_cast<int>(text.size());
     const std::string name = utl_CleanText(progress.name);
     text += end_that_fits(name, &left);
