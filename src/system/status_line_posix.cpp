@@ -13,7 +13,11 @@ static struct {
     volatile size_t length;
 } on_interrupt;
 
-bool utl_IsInForeground() { return tcgetpgrp(fileno(stderr)) == getpgrp(); }
+// A terminal that does not control this process has no foreground for it.
+bool utl_IsInForeground() {
+    const pid_t foreground = tcgetpgrp(fileno(stderr));
+    return foreground == -1 || foreground == getpgrp();
+}
 
 bool utl_AwaitInput(int file, int milliseconds) {
     struct pollfd input = {.fd = file, .events = POLLIN, .revents = 0};
