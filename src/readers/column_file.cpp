@@ -16,6 +16,7 @@
 #include "text/line_reader.h"
 
 #include <cstdio>
+#include <limits>
 
 static constexpr int routine = 94;
 static constexpr size_t line_limit = 1023; // 1,022 characters and the line end
@@ -153,19 +154,45 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _94-f-calloc", status_failed);
 }
 
+// Counts the value of an entry, and stores it if its row is in the time window.
+static inline void read_value(const column_file *pos, const row_entry &entry, utl_line line,
+                              bool in_window, double value) {
+    // Also for dropped rows, unless the settings keep all data.
+    if (in_window || !crv_settings.keeps_all_data) crv_CountValue(entry.column);
+    if (crv_DBG == routine) trace_value(line, entry.number, value);
+    if (in_window) keep_value(pos, entry.column, value);
+}
+
+// Fills a row that is too short, if the settings keep all data: the values of the next rows then
+// stay in line with those of the other columns. `rest` are the entries without a field.
+static void fill_row(column_file *pos, std::span<const row_entry> rest, utl_line line,
+                     bool in_window) {
+    if (!crv_settings.keeps_all_data) return;
+    if (!pos->in.warned_missing)
+        fprintf(utl_ErrorStream(),
+                "%%crv_94-w-num, Missing numbers in \"%s\" read as nan, first on line %llu\n",
+                pos->in.path, static_cast<unsigned long long>(pos->in.lines->line_number));
+    pos->in.warned_missing = true;
+    for (const row_entry &entry : rest)
+        read_value(pos, entry, line, in_window, std::numeric_limits<double>::quiet_NaN());
+}
+
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
-// value.
+// value, unless the settings keep all data.
 static void read_row(column_file *pos, utl_line line) {
     const double row = pos->rows_done + 1.0; // counted from 1
     const bool in_window = crv_CountPoint(&pos->in, row);
+    const std::span<const row_entry> entries(pos->row, pos->selection.count);
     utl_line_fields fields = utl_SplitLine(line.text);
     double value = row;
-    for (const row_entry &entry : std::span(pos->row, pos->selection.count)) {
+    for (size_t next = 0; next < entries.size(); ++next) {
+        const row_entry &entry = entries[next];
         for (int32_t skipped = 1; skipped < entry.advance; ++skipped) utl_TakeField(&fields);
-        if (entry.advance > 0 && !utl_TakeNumber(&fields, &value)) return;
-        crv_CountValue(entry.column); // also for dropped rows
-        if (crv_DBG == routine) trace_value(line, entry.number, value);
-        if (in_window) keep_value(pos, entry.column, value);
+        if (entry.advance > 0 && !utl_TakeNumber(&fields, &value)) {
+            fill_row(pos, entries.subspan(next), line, in_window);
+            return;
+        }
+        read_value(pos, entry, line, in_window, value);
     }
 }
 
@@ -175,6 +202,7 @@ static void read_rows(column_file *pos, utl_line line) {
         read_row(pos, line);
         ++pos->rows_done;
     }
+    if (line.status == utl_line_status::unterminated) crv_WarnIncompleteLine(pos->in);
 }
 
 static void list_columns(const column_file *pos) {
@@ -190,7 +218,7 @@ static void list_columns(const column_file *pos) {
 }
 
 static void warn_dropped_rows(const column_file *pos) {
-    if (pos->in.points_dropped == 0) return;
+    if (pos->in.points_dropped == 0 || crv_settings.keeps_all_data) return;
     const uint64_t kept = pos->in.points - pos->in.points_dropped;
     fprintf(utl_ErrorStream(),
             "%%crv_94-w-mea, Means of \"%s\" are sums over %llu rows divided by all %llu rows\n",
