@@ -10,6 +10,7 @@
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
@@ -52,6 +53,7 @@ static void trace_selection(const crv_selection &selection) {
 // Reads the header. Returns the first row.
 static utl_line read_header(column_file *pos, int label_line, int first_line) {
     const utl_line line = crv_ReadColumnHeader(pos->in.lines, label_line, first_line, &pos->header);
+    utl_EraseStatusLine();
     printf("%ccrv_94-i-val, file %s has %2u columns.\n", '%', pos->in.path,
            static_cast<unsigned>(pos->header.num_columns));
     return line;

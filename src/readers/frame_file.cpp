@@ -11,6 +11,7 @@
 #include "stats/rounding.h"
 #include "system/arithmetic.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
@@ -71,17 +72,22 @@ static void copy_header(const frame_file *vdr) {
 
 // Deliberate: one of the two messages is misspelled.
 static void check_x_range(const frame_file *vdr) {
-    if (vdr->header.x_range[0] > vdr->header.x_range[1])
+    if (vdr->header.x_range[0] > vdr->header.x_range[1]) {
+        utl_EraseStatusLine();
         printf("%ccrv_85-e-ran, X axis range incorectly specified\n", '%');
+    }
 }
 
 static void check_y_range(const frame_file *vdr) {
-    if (vdr->header.y_range[0] > vdr->header.y_range[1])
+    if (vdr->header.y_range[0] > vdr->header.y_range[1]) {
+        utl_EraseStatusLine();
         printf("%ccrv_85-e-ran, Y axis range incorrectly specified\n", '%');
+    }
 }
 
 // Prints a line with its line end. Blanks are trimmed only from a line without one.
 static void trace_record(utl_line line) {
+    utl_EraseStatusLine();
     printf("    _85-i-val, vdr_record = \"%.*s%s\"\n", static_cast<int>(line.text.size()),
            line.text.data(), line.status == utl_line_status::newline ? "\n" : "");
 }
@@ -127,6 +133,7 @@ static void round_extremes(crv_column *column) {
 static bool read_data(frame_file *vdr) {
     const int announced = vdr->header.num_points;
     if (announced < crv_frame_min_points) {
+        utl_EraseStatusLine();
         printf("%%crv_85-f-nopts, VDR NUMDATA incorrectly specified!\n");
         return false;
     }
@@ -147,6 +154,7 @@ static bool read_directives(frame_file *vdr) {
         switch (crv_ReadFrameDirective(vdr->in.lines, &vdr->header)) {
         case crv_frame_event::none: break;
         case crv_frame_event::begin:
+            utl_EraseStatusLine();
             printf("%ccrv_85-i-red, Begin reading file \"%s\" \n", '%', vdr->in.path);
             break;
         case crv_frame_event::x_range: check_x_range(vdr); break;

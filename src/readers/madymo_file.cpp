@@ -10,6 +10,7 @@
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
@@ -90,8 +91,10 @@ static void assign_lines(madymo_file *mad) {
 
 static void read_header(madymo_file *mad) {
     mad->header = crv_ReadMadymoHeader(mad->in.lines);
-    if (!mad->header.has_counts)
+    if (!mad->header.has_counts) {
+        utl_EraseStatusLine();
         printf("%%crv_xx-e-num, Request count or column count incorrect\n");
+    }
     if (mad->header.num_requests < 0) {
         fprintf(utl_ErrorStream(),
                 "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
@@ -109,6 +112,7 @@ static void read_header(madymo_file *mad) {
 static bool check_selection(const madymo_file *mad) {
     const crv_reqsel *missing = crv_FindMissing(mad->selection);
     if (!missing) return true;
+    utl_EraseStatusLine();
     printf("%%crv_88-e-mis, Request \"%u\" not found! \n", missing->req);
     return false;
 }
@@ -150,6 +154,7 @@ static double read_item(madymo_file *mad, utl_line_fields *fields, uint32_t item
 }
 
 static void trace_value(const madymo_file *mad, utl_line line, uint32_t item, double value) {
+    utl_EraseStatusLine();
     printf("    _88-i-val, *************************************\n");
     crv_TraceRecord(line, routine);
     printf("    _88-i-val, item = %u, val1 = %f \n", item, value);

@@ -11,6 +11,7 @@
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
 #include "text/line_reader.h"
 
@@ -72,6 +73,7 @@ static bool read_header(request_file *req) {
 static bool check_selection(const request_file *req) {
     const crv_reqsel *missing = crv_FindMissing(req->selection);
     if (!missing) return true;
+    utl_EraseStatusLine();
     printf("%%crv_83-e-mis, Request \"%u\" not found! \n", missing->req);
     return false;
 }
@@ -137,6 +139,7 @@ static bool read_value(request_file *req, size_t k, utl_line line, utl_line_fiel
 }
 
 static void reject_multiple_results(const request_file *req) {
+    utl_EraseStatusLine();
     printf("%%crv_xx-e-mul, Multiple results in (%s)\n", req->in.path);
     printf("    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
 }

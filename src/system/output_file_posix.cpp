@@ -2,13 +2,47 @@
 #include "system/output_file.h"
 
 #include <cerrno>
+#include <climits>
+#include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 static constexpr mode_t permission_bits = 07777;
 static constexpr mode_t default_permissions = 0666;
+
+// The temporary file that is not yet moved, for the end of the program and for signals; empty
+// without one. A path that is too long is not noted.
+static char unfinished[PATH_MAX];
+
+static void remove_unfinished() {
+    if (unfinished[0] != '\0') unlink(unfinished);
+    unfinished[0] = '\0';
+}
+
+// The signal has its default effect again, and comes when this has returned.
+static void end_by_signal(int number) {
+    remove_unfinished();
+    raise(number);
+}
+
+// Removes the temporary file if the program ends before it is moved. A limit on the size of files
+// becomes an error of the write instead of a signal. Signals that are ignored stay so.
+static void guard_unfinished(const std::string &path) {
+    if (path.size() >= sizeof unfinished) return;
+    static_cast<void>(atexit(remove_unfinished));
+    for (const int number : {SIGHUP, SIGINT, SIGTERM}) {
+        struct sigaction action = {};
+        if (sigaction(number, nullptr, &action) != 0 || action.sa_handler != SIG_DFL) continue;
+        action.sa_handler = end_by_signal;
+        action.sa_flags = static_cast<int>(SA_RESETHAND);
+        sigaction(number, &action, nullptr);
+    }
+    signal(SIGXFSZ, SIG_IGN);
+    memcpy(unfinished, path.c_str(), path.size() + 1);
+}
 
 static mode_t permissions_of_new_files() {
     const mode_t mask = umask(0);
@@ -28,12 +62,13 @@ static bool open_beside(mode_t mode, utl_output_file *file) {
     file->temporary += ".crv-XXXXXX";
     const int descriptor = mkstemp(file->temporary.data());
     if (descriptor < 0) return false;
+    guard_unfinished(file->temporary);
     fcntl(descriptor, F_SETFD, FD_CLOEXEC);
     fchmod(descriptor, mode);
     file->stream = fdopen(descriptor, "w");
     if (file->stream) return true;
     close(descriptor);
-    unlink(file->temporary.c_str());
+    remove_unfinished();
     return false;
 }
 
@@ -56,9 +91,13 @@ bool utl_OpenOutput(const char *path, utl_output_file *file) {
 bool utl_CloseOutput(utl_output_file *file) {
     const bool written = utl_CloseStream(file->stream);
     if (file->temporary.empty()) return written;
-    if (written && rename(file->temporary.c_str(), file->path.c_str()) == 0) return true;
+    if (written && rename(file->temporary.c_str(), file->path.c_str()) == 0) {
+        unfinished[0] = '\0';
+        return true;
+    }
     const int error = errno;
     unlink(file->temporary.c_str());
+    unfinished[0] = '\0';
     errno = error;
     return false;
 }
@@ -66,4 +105,5 @@ bool utl_CloseOutput(utl_output_file *file) {
 void utl_DiscardOutput(utl_output_file *file) {
     fclose(file->stream);
     if (!file->temporary.empty()) unlink(file->temporary.c_str());
+    unfinished[0] = '\0';
 }

@@ -3,6 +3,8 @@
 // A CR directly before a line end is dropped and does not count. A NUL ends the text of its line.
 #pragma once
 
+#include "text/progress.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -31,10 +33,12 @@ struct utl_line_reader {
     const char *next;      // first character not yet read
     const char *block_end; // one past the last character in the block
     char *block;
+    utl_progress progress;
 };
 
 // Opens `path` for reading and reads its first block. Returns null with errno set if that fails; a
-// directory and a device without end fail too. Opening a pipe waits for a writer.
+// directory and a device without end fail too. Opening a pipe waits for a writer. Reading shows its
+// progress under the name `path`, which must be valid until the reader is closed.
 utl_line_reader *utl_OpenReader(const char *path);
 
 // Does the same with standard input.

@@ -52,3 +52,18 @@ class Terminal:
         os.kill(self.child, signal.SIGKILL)
         os.waitpid(self.child, 0)
         os.close(self.descriptor)
+
+
+def rendered(screen):
+    """The text that a terminal without escape sequences then shows, without blanks at line ends."""
+    lines, column = [""], 0
+    for character in screen.decode(errors="replace"):
+        if character == "\r":
+            column = 0
+        elif character == "\n":
+            lines.append("")
+            column = 0
+        else:
+            lines[-1] = lines[-1][:column] + character + lines[-1][column + 1:]
+            column += 1
+    return "\n".join(line.rstrip() for line in lines)

@@ -3,9 +3,12 @@
 
 #include "support.h"
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
 
 namespace {
@@ -102,6 +105,68 @@ TEST_F(output_file, MissingDirectoryIsAnError) {
     EXPECT_EQ(errno, ENOENT);
     EXPECT_FALSE(utl_OpenOutput(directory.c_str(), &file));
     EXPECT_EQ(errno, EISDIR);
+}
+
+// Runs `act` in a process of its own with an open output, and returns the status of waitpid.
+template <typename action> int status_of_writer(const std::string &path, action act) {
+    const pid_t writer = fork();
+    if (writer == 0) {
+        utl_output_file output;
+        if (!utl_OpenOutput(path.c_str(), &output)) _exit(99);
+        fputs("half", output.stream);
+        fflush(output.stream);
+        act(&output);
+        _exit(98);
+    }
+    int status = 0;
+    waitpid(writer, &status, 0);
+    return status;
+}
+
+TEST_F(output_file, SignalLeavesTheOldFile) {
+    const std::string path = in_directory("a.csv");
+    std::ofstream(path) << "old";
+    for (const int number : {SIGHUP, SIGINT, SIGTERM}) {
+        const int status = status_of_writer(path, [=](utl_output_file *) { raise(number); });
+        EXPECT_TRUE(WIFSIGNALED(status));
+        EXPECT_EQ(WTERMSIG(status), number);
+        EXPECT_EQ(bytes_of(path), "old");
+        EXPECT_EQ(entries(), 1U);
+    }
+}
+
+TEST_F(output_file, IgnoredSignalStaysIgnored) {
+    const std::string path = in_directory("a.csv");
+    signal(SIGHUP, SIG_IGN);
+    const int status = status_of_writer(path, [](utl_output_file *output) {
+        raise(SIGHUP);
+        _exit(utl_CloseOutput(output) ? 0 : 1);
+    });
+    signal(SIGHUP, SIG_DFL);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(bytes_of(path), "half");
+}
+
+TEST_F(output_file, ExitLeavesTheOldFile) {
+    const std::string path = in_directory("a.csv");
+    std::ofstream(path) << "old";
+    const int status = status_of_writer(path, [](utl_output_file *) { exit(3); });
+    EXPECT_EQ(WEXITSTATUS(status), 3);
+    EXPECT_EQ(bytes_of(path), "old");
+    EXPECT_EQ(entries(), 1U);
+}
+
+TEST_F(output_file, LimitOfFileSizeIsAnError) {
+    const std::string path = in_directory("a.csv");
+    const int status = status_of_writer(path, [](utl_output_file *output) {
+        const rlimit limit = {8, 8};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        fputs("too much for the limit", output->stream);
+        const bool closed = utl_CloseOutput(output);
+        _exit(!closed && errno == EFBIG ? 0 : 1);
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(entries(), 0U);
 }
 
 } // namespace
