@@ -95,8 +95,8 @@ static bool add_file(const std::string &path, crv_info_file file, info_run *run)
         return false;
     }
     if (path == "-" && file.format == crv_format::unknown) {
-        fprintf(utl_ErrorStream(), "%%crv_07-f-fmt, Standard input needs its format before it:"
-                                   " -f, -fm, -fp or -fg\n");
+        fprintf(utl_ErrorStream(),
+                "%%crv_07-f-fmt, Standard input needs its format before it: -f, -fm, -fp or -fg\n");
         return false;
     }
     file.path = path;
