@@ -15,6 +15,7 @@
 #include "text/line_reader.h"
 
 #include <cstdio>
+#include <limits>
 
 static constexpr int routine = 94;
 static constexpr size_t line_limit = 1023; // 1,022 characters and the line end
@@ -135,13 +136,28 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
 // Counts the value of entry k, and stores it if its row is in the time window.
 static void read_value(const column_file *pos, size_t k, utl_line line, bool in_window,
                        double value) {
-    crv_CountValue(pos->columns[k]); // also for dropped rows
+    // Deliberate: also for dropped rows, unless the settings keep all data.
+    if (in_window || !crv_settings.keeps_all_data) crv_CountValue(pos->columns[k]);
     if (crv_DBG == routine) trace_value(line, pos->selection.table[k].req, value);
     if (in_window) keep_value(pos, pos->columns[k], value);
 }
 
+// Fills a row that is too short from the entry at position `next` of the order on, if the settings
+// keep all data: the values of the next rows then stay in line with those of the other columns.
+static void fill_row(column_file *pos, size_t next, utl_line line, bool in_window) {
+    if (!crv_settings.keeps_all_data) return;
+    if (!pos->in.warned_missing)
+        fprintf(utl_ErrorStream(),
+                "%%crv_94-w-num, Missing numbers in \"%s\" read as nan, first on line %llu\n",
+                pos->in.path, static_cast<unsigned long long>(pos->in.lines->line_number));
+    pos->in.warned_missing = true;
+    for (; next < pos->selection.count; ++next)
+        read_value(pos, pos->selection.order[next], line, in_window,
+                   std::numeric_limits<double>::quiet_NaN());
+}
+
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
-// value.
+// value, unless the settings keep all data.
 static void read_row(column_file *pos, utl_line line) {
     const double row = pos->rows_done + 1.0; // counted from 1
     const bool in_window = crv_CountPoint(&pos->in, row);
@@ -153,8 +169,10 @@ static void read_row(column_file *pos, utl_line line) {
         const int32_t wanted = pos->selection.table[k].block;
         if (at < wanted) {
             if (!utl_SkipFields(&rest, static_cast<unsigned>(wanted - at - 1)) ||
-                !utl_NextNumber(&rest, &value))
+                !utl_NextNumber(&rest, &value)) {
+                fill_row(pos, next, line, in_window);
                 return;
+            }
             at = wanted;
         }
         read_value(pos, k, line, in_window, value);
@@ -167,6 +185,7 @@ static void read_rows(column_file *pos, utl_line line) {
         read_row(pos, line);
         ++pos->rows_done;
     }
+    if (line.status == utl_line_status::unterminated) crv_WarnIncompleteLine(pos->in);
 }
 
 static void list_columns(const column_file *pos) {
@@ -182,7 +201,7 @@ static void list_columns(const column_file *pos) {
 }
 
 static void warn_dropped_rows(const column_file *pos) {
-    if (pos->in.points_dropped == 0) return;
+    if (pos->in.points_dropped == 0 || crv_settings.keeps_all_data) return;
     const uint64_t kept = pos->in.points - pos->in.points_dropped;
     fprintf(utl_ErrorStream(),
             "%%crv_94-w-mea, Means of \"%s\" are sums over %llu rows divided by all %llu rows\n",

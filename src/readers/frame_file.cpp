@@ -203,7 +203,7 @@ static void list_columns(const frame_file *vdr) {
 
 static void set_means(const frame_file *vdr) {
     for (int k = 0; k < 2; ++k)
-        vdr->columns[k]->mean = crv_MeanOf(vdr->totals[k], vdr->columns[k]->numpts);
+        vdr->columns[k]->mean = crv_MeanOf(vdr->totals[k], crv_CountOf(vdr->columns[k]));
 }
 
 // Reads the whole file. Returns the result of crv_ReadVDR.

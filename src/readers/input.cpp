@@ -1,6 +1,7 @@
 // readers/input.cpp - warnings and errors of an open result file.
 #include "readers/input.h"
 
+#include "stats/column_stats.h"
 #include "system/console.h"
 #include "text/fixed_text.h"
 
@@ -26,7 +27,7 @@ void crv_WarnDefaultWindow(const crv_input &in) {
 void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> columns) {
     for (const crv_column *column : columns) {
         const std::string_view label = utl_TrimEnd(column->colname);
-        if (column->num_values == static_cast<uint64_t>(column->numpts)) continue;
+        if (column->num_values == static_cast<uint64_t>(crv_CountOf(column))) continue;
         fprintf(utl_ErrorStream(),
                 "%%crv_%d-w-cnt, \"%.*s\" of \"%s\" has %llu values, counted as %d:"
                 " its mean is the sum divided by %d\n",
@@ -34,6 +35,19 @@ void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> col
                 static_cast<unsigned long long>(column->num_values), int{column->numpts},
                 int{column->numpts});
     }
+}
+
+void crv_WarnIncompleteStep(const crv_input &in, uint32_t step) {
+    if (!crv_settings.keeps_all_data) return;
+    fprintf(utl_ErrorStream(), "%%crv_%d-w-end, \"%s\" ends within step %u, the rest is missing\n",
+            in.routine, in.path, static_cast<unsigned>(step));
+}
+
+void crv_WarnIncompleteLine(const crv_input &in) {
+    if (!crv_settings.keeps_all_data) return;
+    fprintf(utl_ErrorStream(),
+            "%%crv_%d-w-end, The last line of \"%s\" has no line end and is left out\n", in.routine,
+            in.path);
 }
 
 bool crv_ReadFailed(const crv_input &in) {

@@ -19,9 +19,10 @@ struct crv_input {
 };
 
 // Counts a step or a row, with `value` compared with the time window of the settings. Returns true
-// if it is in the window.
+// if it is in the window, or if the settings keep all data and -tm gave no window.
 inline bool crv_CountPoint(crv_input *in, double value) {
-    const bool in_window = crv_InRange(value, crv_settings.time_window);
+    const bool in_window = (crv_settings.keeps_all_data && !crv_settings.time_window_given) ||
+                           crv_InRange(value, crv_settings.time_window);
     ++in->points;
     in->points_dropped += !in_window;
     return in_window;
@@ -38,6 +39,11 @@ void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> col
 // Warns on standard error, once per file, that a line has fewer numbers than are read from it; the
 // missing ones count as 0.0.
 void crv_WarnMissingNumbers(crv_input *in);
+
+// Warn on standard error that the file ends within step `step`, or within its last line; only if
+// the settings keep all data.
+void crv_WarnIncompleteStep(const crv_input &in, uint32_t step);
+void crv_WarnIncompleteLine(const crv_input &in);
 
 // Returns true with errno set if a read failed; the lines then ended early.
 bool crv_ReadFailed(const crv_input &in);

@@ -188,7 +188,10 @@ static bool read_step(madymo_file *mad) {
     size_t next = 0; // index into the order of the entries
     for (int64_t block = 0; block <= mad->num_requests;) {
         const utl_line line = utl_ReadLine(mad->in.lines, line_limit);
-        if (line.status == utl_line_status::eof) return false;
+        if (line.status == utl_line_status::eof) {
+            if (block > 0) crv_WarnIncompleteStep(mad->in, mad->steps_done + 1);
+            return false;
+        }
         require_newline(mad, line);
         if (block == 0) read_time(mad, line);
         for (; next_needed_block(mad, next) == block; ++next)

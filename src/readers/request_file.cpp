@@ -188,8 +188,11 @@ static bool read_step(request_file *req, bool *failed) {
             *failed = true;
             return false;
         }
-        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
+        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof) {
+            if (block > 0 || line.status == utl_line_status::unterminated)
+                crv_WarnIncompleteStep(req->in, req->step);
             return false;
+        }
         if (block == 0) read_time(req, line);
         for (; next_needed_block(req, next) == block; ++next) {
             if (read_value(req, req->selection.order[next], line)) continue;
@@ -211,12 +214,12 @@ static bool read_steps(request_file *req) {
 static void set_means(const request_file *req) {
     for (size_t k = 0; k < req->selection.count; ++k) {
         crv_column *column = req->columns[k];
-        if (column->numpts < 1) {
+        if (crv_CountOf(column) < 1) {
             fprintf(utl_ErrorStream(), "%%crv_83-e-pts, No data points found for item (%d)\n",
                     req->selection.first_slot + static_cast<int>(k));
             utl_Quit(1);
         }
-        column->mean = crv_MeanOf(column->sum, column->numpts);
+        column->mean = crv_MeanOf(column->sum, crv_CountOf(column));
     }
 }
 
