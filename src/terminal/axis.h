@@ -39,8 +39,9 @@ struct crv_tick {
 };
 
 // Returns ascending multiples of 1, 2 or 5 times a power of ten. All texts have the same number of
-// digits after the point, enough to tell them apart. Of the steps whose neighbours are at least
-// `min_gap` apart and whose texts leave `text_gap` between them, if not negative, it is the
-// smallest. Both gaps and the length of the axis are in characters.
+// digits after the point, enough to distinguish neighbors, except a 0 among numbers with exponents.
+// Chooses the smallest step whose numbers are at least `min_gap` apart and, unless `text_gap` is
+// negative, leave at least that gap between their texts. The length of the axis and both gaps are
+// in characters. Returns one number if no two fit, and none if the axis has no such multiple.
 std::vector<crv_tick> crv_ChooseTicks(const crv_axis &axis, int length, double min_gap,
                                       int text_gap);

@@ -6,7 +6,7 @@
 static constexpr int min_plot_rows = 3;
 static constexpr int max_y_ticks = 12;
 static constexpr int max_x_ticks = 16;
-static constexpr double min_rows_per_tick = 2.25; // so that rounding leaves two
+static constexpr double min_rows_per_tick = 2.1; // so that rounding leaves two
 static constexpr int gap_of_x_numbers = 4;
 
 // Takes a row from those that are left, if the part is wanted and there is one.

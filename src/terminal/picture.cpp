@@ -96,6 +96,22 @@ static void append_cell(const picture &picture, crv_styled_line *line, const crv
     crv_AppendSpan(line, text, style.color);
 }
 
+static bool has_curve(const crv_canvas &canvas) {
+    return std::any_of(canvas.cells.begin(), canvas.cells.end(),
+                       [](const crv_cell &cell) { return cell.curve != 0; });
+}
+
+// An area without any point says so.
+static void write_empty_row(picture *picture) {
+    const crv_layout &layout = picture->layout;
+    const std::string note = crv_FitText("no points here", picture->format, layout.plot_columns);
+    const int left = (layout.plot_columns - static_cast<int>(note.size())) / 2;
+    const std::string inner = blanks(left) + note;
+    picture->text += crv_WriteLine(
+        {{blanks(layout.margin) + picture->frame.vertical + inner +
+          blanks(layout.plot_columns - utl_CountColumns(inner)) + picture->frame.vertical}});
+}
+
 static void write_plot_row(picture *picture, int row) {
     const crv_layout &layout = picture->layout;
     const crv_tick *tick = picture->ticks_of_rows[static_cast<size_t>(row)];
@@ -114,6 +130,17 @@ static void write_plot_row(picture *picture, int row) {
     }
     crv_AppendSpan(&line, picture->frame.vertical, 0);
     picture->text += crv_WriteLine(line);
+}
+
+static void write_plot_area(picture *picture) {
+    const bool is_empty = !has_curve(picture->canvas);
+    for (int row = 0; row < picture->layout.plot_rows; ++row) {
+        if (is_empty && row == picture->layout.plot_rows / 2) {
+            write_empty_row(picture);
+        } else {
+            write_plot_row(picture, row);
+        }
+    }
 }
 
 static void write_lower_border(picture *picture) {
@@ -216,7 +243,7 @@ std::string crv_DrawPicture(const crv_view &view, const crv_terminal_format &for
     place_ticks(&picture);
     write_titles(&picture);
     write_upper_border(&picture);
-    for (int row = 0; row < picture.layout.plot_rows; ++row) write_plot_row(&picture, row);
+    write_plot_area(&picture);
     write_lower_border(&picture);
     write_x_numbers(&picture);
     write_x_label(&picture);

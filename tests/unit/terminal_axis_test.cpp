@@ -41,10 +41,10 @@ TEST_F(terminal_axis, PositionsAreFractions) {
 }
 
 TEST_F(terminal_axis, NeighborsDifferInTheirDigits) {
-    EXPECT_EQ(ticks_of(1e9, 1e9 + 1e-3),
-              (texts{"1000000000.0000", "1000000000.0002", "1000000000.0004", "1000000000.0006",
-                     "1000000000.0008", "1000000000.0010"}));
-    EXPECT_EQ(ticks_of(0, 1e7), (texts{"0", "2e6", "4e6", "6e6", "8e6", "1e7"}));
+    EXPECT_EQ(ticks_of(1e8, 1e8 + 9e-4),
+              (texts{"100000000.0000", "100000000.0002", "100000000.0004", "100000000.0006",
+                     "100000000.0008"}));
+    EXPECT_EQ(ticks_of(0, 9e7), (texts{"0", "2e7", "4e7", "6e7", "8e7"}));
     EXPECT_EQ(ticks_of(1e-7, 6e-7), (texts{"1e-7", "2e-7", "3e-7", "4e-7", "5e-7", "6e-7"}));
     EXPECT_EQ(ticks_of(0, 2e-7), (texts{"0", "5.0e-8", "1.0e-7", "1.5e-7", "2.0e-7"}));
 }

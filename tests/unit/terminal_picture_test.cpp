@@ -36,7 +36,7 @@ class terminal_picture : public fresh_run {
         return crv_DrawPicture(view, {columns, rows, braille, colors});
     }
 
-    // The plot area in 16 columns and 3 rows, one line each.
+    // The plot area in 16 columns and 3 rows, one line each, without the dots of the grid.
     std::vector<std::string> draw_plot(bool braille, bool colors = false) {
         std::istringstream picture(draw(20, 8, braille, colors));
         std::vector<std::string> lines;
@@ -47,6 +47,9 @@ class terminal_picture : public fresh_run {
         for (size_t row = 1; row < 4; ++row) {
             const std::string inner = lines[row].substr(2 + (braille ? 3 : 1));
             plot.push_back(inner.substr(0, inner.size() - border.size()));
+            const std::string grid = braille ? "\u00B7" : ".";
+            const size_t dot = plot.back().find(grid);
+            if (dot != std::string::npos) plot.back().replace(dot, grid.size(), " ");
         }
         return plot;
     }
@@ -68,9 +71,9 @@ TEST_F(terminal_picture, AsciiPictureHasAllParts) {
     EXPECT_EQ(draw(20, 10, false), "       Title\n"
                                    "        run\n"
                                    "  +----------------+\n"
-                                   "1 +            ****|\n"
+                                   "1 +        .   ****|\n"
                                    "  |    ********    |\n"
-                                   "0 +****            |\n"
+                                   "0 +****    .       |\n"
                                    "  ++-------+------++\n"
                                    "  0.0     0.5    1.0\n"
                                    "          x\n"
@@ -83,9 +86,9 @@ TEST_F(terminal_picture, BraillePictureHasAllParts) {
     crv_SetRange(view.y_range, 0, 2);
     EXPECT_EQ(draw(20, 9, true), "       Title\n"
                                  "  ┌────────────────┐\n"
-                                 "2 ┤                │\n"
+                                 "2 ┤        ·       │\n"
                                  "  │⠤⠤⠤⠤⠤⠤⠤⠤⠤⠤⠤⠤⠤⠤⠤⠤│\n"
-                                 "0 ┤                │\n"
+                                 "0 ┤        ·       │\n"
                                  "  └┬───────┬──────┬┘\n"
                                  "   0       1      2\n"
                                  "          x\n"
@@ -138,10 +141,11 @@ TEST_F(terminal_picture, LinesAreClippedAtTheBorder) {
     EXPECT_EQ(draw_plot(false), diagonal);
 }
 
-TEST_F(terminal_picture, CurveOutsideIsNotDrawn) {
+TEST_F(terminal_picture, PictureWithoutPointsSaysSo) {
     add_file("a.req", {{{0, 15, 15, 30, 30, -5}, {3, 3, 2.5, 2.5, -1, -1}}});
     set_ranges(0, 15, 0, 2);
-    EXPECT_EQ(draw_plot(false), rows(3, std::string(16, ' ')));
+    const std::string blank(16, ' ');
+    EXPECT_EQ(draw_plot(false), (rows{blank, " no points here ", blank}));
 }
 
 TEST_F(terminal_picture, LoopsAreDrawnAsTheyAre) {
@@ -254,7 +258,7 @@ TEST_F(terminal_picture, LegendCountsCurvesThatDoNotFit) {
     EXPECT_THAT(draw(60, 12, false),
                 testing::HasSubstr("\n*** Displ 38, Z   +++ Displ 38, Z   xxx Displ 38, Z\n"));
     EXPECT_THAT(draw(60, 12, false),
-                testing::EndsWith("\n=== Displ 38, Z   ~~~ Displ 38, Z  +4 more\n"));
+                testing::EndsWith("\n%%% Displ 38, Z   &&& Displ 38, Z  +4 more\n"));
 }
 
 TEST_F(terminal_picture, TextsAreCleanedAndCut) {
@@ -277,11 +281,11 @@ TEST_F(terminal_picture, TitleIsCenteredByItsColumns) {
 TEST_F(terminal_picture, SmallestPictureHasPlotAndLegend) {
     add_file("a.req", {{{0, 15}, {0, 2}, "Force (N)"}});
     view.title = "Title";
-    EXPECT_EQ(draw(20, 6, false), "2 +            ****|\n"
+    EXPECT_EQ(draw(20, 6, false), "2 +          . ****|\n"
                                   "  |    ********    |\n"
-                                  "0 +****            |\n"
-                                  "  ++----+----+----++\n"
-                                  "   0    5   10   15\n"
+                                  "0 +****      .     |\n"
+                                  "  ++---------+-----+\n"
+                                  "   0        10\n"
                                   "*** Force (N)\n");
 }
 
