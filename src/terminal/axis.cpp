@@ -74,3 +74,8 @@ crv_axis crv_MakeAxis(double low, double high) {
     const double shrink = size > 1e300 ? 0.25 : 1.0;
     return {low, high, shrink, high * shrink - low * shrink};
 }
+
+int crv_FindRow(double fraction, int rows, int dots_per_row) {
+    const double dot = (1 - fraction) * (rows * dots_per_row - 1);
+    return static_cast<int>(std::lround(dot)) / dots_per_row;
+}

@@ -45,3 +45,7 @@ struct crv_tick {
 // in characters. Returns one number if no two fit, and none if the axis has no such multiple.
 std::vector<crv_tick> crv_ChooseTicks(const crv_axis &axis, int length, double min_gap,
                                       int text_gap);
+
+// Returns the row of the character at `fraction` of a Y axis of `rows` rows, counted from above,
+// each of `dots_per_row` dots: that of the nearest dot.
+int crv_FindRow(double fraction, int rows, int dots_per_row);

@@ -35,11 +35,17 @@ static int width_of(const std::vector<crv_tick> &ticks) {
     return static_cast<int>(width);
 }
 
-// A scale needs two numbers: if there is only one, the numbers move together.
-static std::vector<crv_tick> choose_y_ticks(const crv_axis &axis, int rows) {
+// A scale needs two numbers. If there is only one, they may be in adjacent rows, but not in one.
+static std::vector<crv_tick> choose_y_ticks(const crv_axis &axis, int rows, int dots_per_row) {
     const double gap = std::max(min_rows_per_tick, static_cast<double>(rows) / max_y_ticks);
     std::vector<crv_tick> ticks = crv_ChooseTicks(axis, rows, gap, -1);
-    return ticks.size() > 1 ? ticks : crv_ChooseTicks(axis, rows, 1, -1);
+    if (ticks.size() > 1) return ticks;
+    std::vector<crv_tick> closer = crv_ChooseTicks(axis, rows, 1, -1);
+    for (size_t k = 1; k < closer.size(); ++k)
+        if (crv_FindRow(closer[k].fraction, rows, dots_per_row) ==
+            crv_FindRow(closer[k - 1].fraction, rows, dots_per_row))
+            return ticks;
+    return closer;
 }
 
 static std::vector<crv_tick> choose_x_ticks(const crv_axis &axis, int columns) {
@@ -51,7 +57,7 @@ crv_layout crv_LayOutPicture(const crv_picture_parts &parts, const crv_axes &axe
                              const crv_terminal_format &format) {
     crv_layout layout = {};
     divide_rows(&layout, parts, format.rows);
-    layout.y_ticks = choose_y_ticks(axes.y, layout.plot_rows);
+    layout.y_ticks = choose_y_ticks(axes.y, layout.plot_rows, format.braille ? 4 : 1);
     layout.margin = width_of(layout.y_ticks) + 1;
     if (layout.margin + 2 > format.columns / 2) {
         layout.y_ticks.clear();

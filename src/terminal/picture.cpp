@@ -200,15 +200,14 @@ static void draw_curves(picture *picture, const crv_axes &axes) {
 static void place_ticks(picture *picture) {
     const crv_canvas &canvas = picture->canvas;
     const int across = crv_CountDotsAcross(canvas) - 1;
-    const int down = crv_CountDotsDown(canvas) - 1;
     for (const crv_tick &tick : picture->layout.x_ticks) {
         const int dot = static_cast<int>(std::lround(tick.fraction * across));
         picture->tick_columns.push_back(dot / canvas.dots_per_column);
     }
     picture->ticks_of_rows.resize(static_cast<size_t>(canvas.rows));
     for (const crv_tick &tick : picture->layout.y_ticks) {
-        const int dot = static_cast<int>(std::lround((1 - tick.fraction) * down));
-        picture->ticks_of_rows[static_cast<size_t>(dot / canvas.dots_per_row)] = &tick;
+        const int row = crv_FindRow(tick.fraction, canvas.rows, canvas.dots_per_row);
+        picture->ticks_of_rows[static_cast<size_t>(row)] = &tick;
     }
 }
 

@@ -30,8 +30,8 @@ class Result(NamedTuple):
 
 
 class Sandbox(unittest.TestCase):
-    """Programs run in `dir`; `bin` is the first directory of PATH, and has crv and a stand-in for
-    lpr, which writes its arguments to the file "printed"."""
+    """Programs run in `dir`; `bin` is the first directory of PATH, and has crv, the programs
+    crv-NAME beside it, and a stand-in for lpr, which writes its arguments to the file "printed"."""
     program = None
     variables = {}  # of the environment, for all tests of a script
     maxDiff = None
@@ -57,6 +57,9 @@ class Sandbox(unittest.TestCase):
         self.add_tool("lpr", LPR)
         if self.program:
             (self.bin / "crv").symlink_to(self.program)
+            for viewer in pathlib.Path(self.program).parent.glob("crv-*"):
+                if viewer.is_file():
+                    (self.bin / viewer.name).symlink_to(viewer)
         suppressions = f"suppressions={ROOT}/tests/unit/leaks.supp:print_suppressions=0"
         self.environment = {"PATH": f"{self.bin}:{SYSTEM_PATH}", "TZ": "UTC0", "LC_ALL": "C",
                             "HOME": str(self.base), "LSAN_OPTIONS": suppressions, **self.variables}

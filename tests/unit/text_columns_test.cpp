@@ -31,7 +31,7 @@ TEST(text_columns, CutsAtTheEnd) {
     EXPECT_EQ(utl_CutToColumns("bump", 4, "\u2026"), "bump");
     EXPECT_EQ(utl_CutToColumns("bumper", 4, "\u2026"), "bum\u2026");
     EXPECT_EQ(utl_CutToColumns("bumper", 4, "..."), "b...");
-    EXPECT_EQ(utl_CutToColumns("bumper", 2, "..."), "bu");
+    EXPECT_EQ(utl_CutToColumns("travel", 2, "..."), "tr");
     EXPECT_EQ(utl_CutToColumns("bumper", 0, "..."), "");
 }
 

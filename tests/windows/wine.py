@@ -38,6 +38,10 @@ class Wine:
 
     def make_tools(self, directory):
         (directory / "crv").symlink_to(HERE / "crv.sh")
+        for program in pathlib.Path(self.environment["CRV_PROGRAM"]).parent.glob("crv-*.exe"):
+            script = directory / program.stem
+            script.write_text(f'#!/bin/sh\nCRV_PROGRAM="{program}" exec "{HERE}/crv.sh" "$@"\n')
+            script.chmod(0o755)
         (directory / "lpr.bat").write_text(LPR)
         return {**self.environment, "PATH": f"{directory}:/usr/bin:/bin",
                 "WINEPATH": f"Z:{directory}".replace("/", "\\")}
