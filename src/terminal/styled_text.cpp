@@ -18,12 +18,18 @@ int crv_CountColumns(const crv_styled_line &line) {
 
 std::string crv_WriteLine(const crv_styled_line &line) {
     std::string bytes;
+    std::string gap; // blanks that are written if something follows
     for (const crv_span &span : line) {
+        const std::string text = gap + span.text;
+        const std::string_view shown = utl_TrimEnd(text);
+        gap = text.substr(shown.size());
+        if (shown.empty()) continue;
         if (span.color) bytes.append("\033[").append(std::to_string(span.color)).append("m");
-        bytes += span.text;
+        bytes += shown;
         if (span.color) bytes += "\033[0m";
     }
-    return std::string(utl_TrimEnd(bytes)) + "\n";
+    bytes += '\n';
+    return bytes;
 }
 
 std::string crv_FitText(std::string_view text, const crv_terminal_format &format, int columns) {
