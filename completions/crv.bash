@@ -1,4 +1,4 @@
-# completions/crv.bash - bash completion for crv.
+# completions/crv.bash - bash completion for crv and the viewers crv-html, crv-term and crv-csv.
 # shellcheck shell=bash
 #
 # Names and texts come from the disk and from the line: they are compared and listed, never run.
@@ -52,6 +52,29 @@ _crv_options=(
     '-u	add to the usage file'
     '-i	name, echoed'
     '-n	number, echoed'
+)
+
+# Those of the viewers.
+_crv_viewer_options=(
+    '-r	the series to take, 0,38:3'
+    '-f	read a request file'
+    '-fr	read a request file'
+    '-fm	read a Madymo file'
+    '-fp	read a column file'
+    '-fg	read a frame file'
+    '-tm	time window, low:high'
+    '-p	the output'
+    '-x	X range, low:high, or a for that of the data'
+    '-y	Y range, low:high, or a for that of the data'
+    '-xl	X label'
+    '-yl	Y label'
+    '-yla	Y label'
+    '-t	title'
+    '-t1	title'
+    '-t2	subtitle'
+    '-h	help'
+    '--help	help'
+    '--version	version'
 )
 
 # Sets kind to the kind of value of the option $1 and offer to what its value is.
@@ -135,19 +158,19 @@ _crv_files() {
     done < <(compgen -f -X "!*$1" -- "$current"; compgen -d -- "$current")
 }
 
-# Names for the chart: crv.ps, the name of each result file on the line with the suffix .ps, and
-# existing charts.
+# Names for the output with its suffix: crv.ps, the name of each result file on the line with the
+# suffix .ps, and existing charts; or with another suffix.
 _crv_charts() {
     local k
     compopt -o filenames 2>/dev/null
-    local names=(crv.ps) pasted=
+    local names=("crv$suffix") pasted=
     for ((k = 1; k < ${#words[@]} - 1; ++k)); do
         case ${words[k]} in
         -s0*) pasted=${words[k + 1]} ;;
-        [!-]*.req | [!-]*.mad | [!-]*.pos | [!-]*.vdr) names+=("${words[k]%.*}.ps") ;;
+        [!-]*.req | [!-]*.mad | [!-]*.pos | [!-]*.vdr) names+=("${words[k]%.*}$suffix") ;;
         esac
     done
-    _crv_files .ps
+    _crv_files "$suffix"
     local name
     for name in "${names[@]}"; do
         [[ $name == "$current"* && $name != *[\'\"\\\$\`]* ]] && COMPREPLY+=("$name")
@@ -170,7 +193,7 @@ _crv_selection() {
     if [[ $current == *=* ]]; then
         before=${current%%=*}=
         compopt +o nospace 2>/dev/null
-        for word in max min amax amin; do COMPREPLY+=("$before$word"); done
+        for word in "${conditions[@]}"; do COMPREPLY+=("$before$word"); done
     elif [[ $piece == *:* ]]; then
         for word in 1 2 3 4 5 6 7 8; do COMPREPLY+=("$before${piece%%:*}:$word"); done
     else
@@ -190,12 +213,12 @@ _crv_selection() {
 _crv_list_options() {
     local line lines=()
     compopt -o nosort 2>/dev/null
-    for line in "${_crv_options[@]}"; do
+    for line in "${listed[@]}"; do
         [[ $line == "$current"* ]] && lines+=("$line")
     done
     for line in "${lines[@]}"; do
         if ((${#lines[@]} > 1)) && [[ ${COMP_TYPE-} == @(9|33|63|64) ]]; then
-            printf -v line '%-5s %s' "${line%%	*}" "(${line#*	})"
+            printf -v line '%-*s %s' "$width" "${line%%	*}" "(${line#*	})"
             COMPREPLY+=("$line")
         else
             COMPREPLY+=("${line%%	*}")
@@ -228,12 +251,23 @@ _crv_offer() {
 
 _crv() {
     local words glued k
+    local suffix=.ps width=5 listed=("${_crv_viewer_options[@]}")
+    local -a conditions=()
     COMPREPLY=()
     _crv_split
+    case ${words[0]##*/} in
+    crv-html) suffix=.html width=9 ;;
+    crv-term) suffix=.txt width=9 ;;
+    crv-csv) suffix=.csv width=9 ;;
+    *)
+        listed=("${_crv_options[@]}")
+        conditions=(max min amax amin)
+        ;;
+    esac
     _crv_offer
     for k in "${!COMPREPLY[@]}"; do
         COMPREPLY[k]=${COMPREPLY[k]#"$glued"}
     done
 }
 
-complete -F _crv crv
+complete -F _crv crv crv-html crv-term crv-csv

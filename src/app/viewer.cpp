@@ -15,7 +15,7 @@
 
 static void on_out_of_memory() {
     utl_ReportError("    _06-e-new");
-    utl_Quit(crv_viewer_failed);
+    utl_Fail(crv_viewer_failed);
 }
 
 static int report_lost_result() {
@@ -79,6 +79,7 @@ int crv_RunViewer(int argc, char **argv, const crv_viewer &viewer) {
     std::set_new_handler(on_out_of_memory);
     FILE *result = utl_SetUpResultStream();
     const int result_error = errno;
+    utl_UseConventionalStatuses();
     crv_viewer_arguments arguments;
     if (!crv_ParseViewerArguments(argc, argv, viewer, &arguments)) return crv_viewer_mistake;
     const bool is_text = arguments.text != crv_viewer_text::none;

@@ -23,12 +23,20 @@ static constexpr int status_failed = 0;
 
 namespace {
 
+// An entry of the selection, in the order of the fields of a row.
+struct row_entry {
+    crv_column *column;
+    int32_t advance; // fields from that of the previous entry, 0 for the same
+    uint32_t number; // of the field, 0 for the row count
+};
+
 // State of a column file that is being read.
 struct column_file {
     crv_input in;
     crv_selection selection;
     std::span<crv_column *const> columns; // of the entries, in selection order
-    char labels[line_limit + 1];          // the label line, empty without one
+    row_entry row[CRV_MAXCOLS];
+    char labels[line_limit + 1]; // the label line, empty without one
     utl_line_status labels_status;
     int num_columns;
     uint32_t rows_done;
@@ -76,6 +84,17 @@ static bool check_selection(const column_file *pos) {
     return true;
 }
 
+static void order_entries(column_file *pos) {
+    crv_SortByBlock(&pos->selection);
+    int32_t at = 0;
+    for (size_t next = 0; next < pos->selection.count; ++next) {
+        const size_t k = pos->selection.order[next];
+        const int32_t field = pos->selection.table[k].block;
+        pos->row[next] = {pos->columns[k], field - at, pos->selection.table[k].req};
+        at = field;
+    }
+}
+
 // Deliberate: the check for the label Row Count uses the slot number as the index of the entry, not
 // the entry of the column.
 static void make_columns(column_file *pos) {
@@ -90,7 +109,7 @@ static void make_columns(column_file *pos) {
         }
         ++slot;
     }
-    crv_SortByBlock(&pos->selection);
+    order_entries(pos);
 }
 
 // Copies a label, with "%%" replaced by "%".
@@ -133,27 +152,27 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _94-f-calloc", status_failed);
 }
 
-// Counts the value of entry k, and stores it if its row is in the time window.
-static void read_value(const column_file *pos, size_t k, utl_line line, bool in_window,
-                       double value) {
+// Counts the value of an entry, and stores it if its row is in the time window.
+static inline void read_value(const column_file *pos, const row_entry &entry, utl_line line,
+                              bool in_window, double value) {
     // Deliberate: also for dropped rows, unless the settings keep all data.
-    if (in_window || !crv_settings.keeps_all_data) crv_CountValue(pos->columns[k]);
-    if (crv_DBG == routine) trace_value(line, pos->selection.table[k].req, value);
-    if (in_window) keep_value(pos, pos->columns[k], value);
+    if (in_window || !crv_settings.keeps_all_data) crv_CountValue(entry.column);
+    if (crv_DBG == routine) trace_value(line, entry.number, value);
+    if (in_window) keep_value(pos, entry.column, value);
 }
 
-// Fills a row that is too short from the entry at position `next` of the order on, if the settings
-// keep all data: the values of the next rows then stay in line with those of the other columns.
-static void fill_row(column_file *pos, size_t next, utl_line line, bool in_window) {
+// Fills a row that is too short, if the settings keep all data: the values of the next rows then
+// stay in line with those of the other columns. `rest` are the entries without a field.
+static void fill_row(column_file *pos, std::span<const row_entry> rest, utl_line line,
+                     bool in_window) {
     if (!crv_settings.keeps_all_data) return;
     if (!pos->in.warned_missing)
         fprintf(utl_ErrorStream(),
                 "%%crv_94-w-num, Missing numbers in \"%s\" read as nan, first on line %llu\n",
                 pos->in.path, static_cast<unsigned long long>(pos->in.lines->line_number));
     pos->in.warned_missing = true;
-    for (; next < pos->selection.count; ++next)
-        read_value(pos, pos->selection.order[next], line, in_window,
-                   std::numeric_limits<double>::quiet_NaN());
+    for (const row_entry &entry : rest)
+        read_value(pos, entry, line, in_window, std::numeric_limits<double>::quiet_NaN());
 }
 
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
@@ -161,21 +180,17 @@ static void fill_row(column_file *pos, size_t next, utl_line line, bool in_windo
 static void read_row(column_file *pos, utl_line line) {
     const double row = pos->rows_done + 1.0; // counted from 1
     const bool in_window = crv_CountPoint(&pos->in, row);
-    std::string_view rest = line.text;
-    int32_t at = 0; // field of `value`; field 0 is the row number
+    const std::span<const row_entry> entries(pos->row, pos->selection.count);
+    utl_line_fields fields = utl_SplitLine(line.text);
     double value = row;
-    for (size_t next = 0; next < pos->selection.count; ++next) {
-        const size_t k = pos->selection.order[next];
-        const int32_t wanted = pos->selection.table[k].block;
-        if (at < wanted) {
-            if (!utl_SkipFields(&rest, static_cast<unsigned>(wanted - at - 1)) ||
-                !utl_NextNumber(&rest, &value)) {
-                fill_row(pos, next, line, in_window);
-                return;
-            }
-            at = wanted;
+    for (size_t next = 0; next < entries.size(); ++next) {
+        const row_entry &entry = entries[next];
+        for (int32_t skipped = 1; skipped < entry.advance; ++skipped) utl_TakeField(&fields);
+        if (entry.advance > 0 && !utl_TakeNumber(&fields, &value)) {
+            fill_row(pos, entries.subspan(next), line, in_window);
+            return;
         }
-        read_value(pos, k, line, in_window, value);
+        read_value(pos, entry, line, in_window, value);
     }
 }
 

@@ -54,12 +54,36 @@ extern crv_column *crv_columns[CRV_MAXCOLS];
 // set if memory runs out; the slot is then unchanged.
 crv_column *crv_AllocColumn(int slot);
 
-// Returns a new zero-filled value node of 16 bytes, or null with errno set if memory runs out.
-crv_value *crv_AllocValue();
+// The free nodes of the last block of values; both null before the first.
+struct crv_value_block {
+    crv_value *next;
+    crv_value *end;
+};
+extern crv_value_block crv_free_values;
+
+// Returns the first node of a new block, or null with errno set if memory runs out.
+crv_value *crv_AllocValueBlock();
+
+// Returns a new zero-filled value node, or null with errno set if memory runs out.
+inline crv_value *crv_AllocValue() {
+    return crv_free_values.next != crv_free_values.end ? crv_free_values.next++
+                                                       : crv_AllocValueBlock();
+}
 
 // Appends `value` to the list of the column and sets val_cur to it. Returns false with errno set if
 // memory runs out. Call it after the routines of column_stats.h, which need the old list.
-bool crv_AppendValue(crv_column *column, double value);
+inline bool crv_AppendValue(crv_column *column, double value) {
+    crv_value *node = crv_AllocValue();
+    if (!node) return false;
+    node->val = value;
+    if (column->val_list) {
+        column->val_cur->next = node;
+    } else {
+        column->val_list = node;
+    }
+    column->val_cur = node;
+    return true;
+}
 
 // Counts one value of the column, in both counts.
 inline void crv_CountValue(crv_column *column) {

@@ -4,7 +4,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-bool utl_RunCommand(const char *command) {
+utl_command_end utl_RunCommand(const char *command) {
     fflush(nullptr);
-    return system(command) != -1;
+    const int result = system(command);
+    if (result == -1) return utl_command_end::not_started;
+    return result == 0 ? utl_command_end::succeeded : utl_command_end::failed;
 }

@@ -17,10 +17,10 @@
 
 // Two different decimals of 15 digits are never the same double (C11 5.2.4.2.2, DBL_DIG). So if
 // one of them reads back to a value, it is the only one, and without its trailing zeros it is the
-// shortest text. Result files have 5 to 8 digits, so that nearly all of their values are found
-// here, in half the time of the library.
+// shortest text. Result files have 5 to 8 digits, so that most of their values are found among the
+// decimals of nine digits, in a third of the time of the library.
+static constexpr int few_digits = 9; // fit into 32 bits
 static constexpr int max_digits = 15;
-static constexpr double lowest_fifteen = 1e14; // of 15 digits
 
 // Exponents of the values that are tried: the power of ten that scales them is exact.
 static constexpr int min_exponent = max_digits - utl_exact_powers; // 10^(14 + 8) is 10^22
@@ -48,33 +48,42 @@ static int decimal_exponent(double magnitude) {
     return exponent + (magnitude >= utl_power_of_ten(exponent + 1));
 }
 
-// Writes the 15 digits of `number` and returns how many are left without trailing zeros.
-static int write_digits(char *to, uint64_t number) {
+// Returns the decimal of `digits` digits that reads back to a value with this exponent, as an
+// integer, or 0 if there is none.
+static uint64_t scale(double magnitude, int exponent, int digits) {
+    const double power = utl_power_of_ten(digits - 1 - exponent);
+    // Scaling and the value itself are off by at most 0.12 each, so that this is the right number.
+    const auto scaled = static_cast<int64_t>(magnitude * power + 0.5);
+    // Both operands are exact, so the quotient is what reading the decimal gives.
+    return static_cast<double>(scaled) / power == magnitude ? static_cast<uint64_t>(scaled) : 0;
+}
+
+static char *write_nine_digits(char *to, unsigned number) {
+    to = utl_WriteThreeDigits(to, number / 1'000'000);
+    to = utl_WriteThreeDigits(to, number / 1000 % 1000);
+    return utl_WriteThreeDigits(to, number % 1000);
+}
+
+static char *write_fifteen_digits(char *to, uint64_t number) {
     const auto high = static_cast<unsigned>(number / 1'000'000'000);
-    const auto low = static_cast<unsigned>(number % 1'000'000'000);
-    utl_WriteThreeDigits(to, high / 1000);
-    utl_WriteThreeDigits(to + 3, high % 1000);
-    utl_WriteThreeDigits(to + 6, low / 1'000'000);
-    utl_WriteThreeDigits(to + 9, low / 1000 % 1000);
-    utl_WriteThreeDigits(to + 12, low % 1000);
-    int length = max_digits;
-    while (to[length - 1] == '0') --length;
-    return length;
+    to = utl_WriteThreeDigits(to, high / 1000);
+    to = utl_WriteThreeDigits(to, high % 1000);
+    return write_nine_digits(to, static_cast<unsigned>(number % 1'000'000'000));
 }
 
 // Finds the decimal of at most 15 digits that reads back to the value.
 static decimal find_decimal(double magnitude) {
-    decimal found;
-    found.length = 0;
+    decimal found = {};
     found.exponent = decimal_exponent(magnitude);
     if (found.exponent < min_exponent || found.exponent > max_exponent) return found;
-    const double power = utl_power_of_ten(max_digits - 1 - found.exponent);
-    // Scaling and the value itself are off by at most 0.12 each, so that this is the right number.
-    const double scaled = std::floor(magnitude * power + 0.5);
-    // Both operands are exact, so the quotient is what reading the decimal gives.
-    if (scaled < lowest_fifteen || scaled >= 10 * lowest_fifteen || scaled / power != magnitude)
-        return found;
-    found.length = write_digits(found.digits, static_cast<uint64_t>(scaled));
+    const char *end = found.digits;
+    uint64_t number = 0;
+    if (found.exponent < few_digits && (number = scale(magnitude, found.exponent, few_digits)) != 0)
+        end = write_nine_digits(found.digits, static_cast<unsigned>(number));
+    else if ((number = scale(magnitude, found.exponent, max_digits)) != 0)
+        end = write_fifteen_digits(found.digits, number);
+    while (end != found.digits && end[-1] == '0') --end;
+    found.length = static_cast<int>(end - found.digits);
     return found;
 }
 

@@ -21,6 +21,15 @@ def options():
     return sorted(form.spelling for form in forms if form.summary and form.rest != "number")
 
 
+@functools.cache
+def viewer_options():
+    """The options of a viewer that have an effect there."""
+    forms, _ = option_table.read(os.environ.get("CRV_PRINT_OPTIONS"))
+    offered = [form.spelling for form in forms
+               if form.summary and form.rest != "number" and form.viewer]
+    return sorted({*offered, "--help", "--version"} - {"-p1", "-p2"})
+
+
 def file_options(prefix):
     return [form for form in options() if form.startswith(prefix)]
 
@@ -69,6 +78,14 @@ USUAL = [
     ("a chart may have no file name", "crv -r 0 -fm -al", ["-all"]),
     ("nothing follows the file of a table", "crv -r 0 -fc run1.req -", []),
     ("nothing follows the file of a Madymo table", "crv -r 0 -fma sled.mad -", []),
+    ("a viewer has its own options", "crv-csv -", viewer_options()),
+    ("a viewer takes files", "crv-term -r 0 -f ", ["run1.req", "sub"]),
+    ("-p of crv-html takes the names of pages", "crv-html -r 0 -f run1.req -p ",
+     ["crv.html", "run1.html", "sub"]),
+    ("-p of crv-csv takes the names of tables", "crv-csv -r 0 -fm sled.mad -p s",
+     ["sled.csv", "sub"]),
+    ("a viewer takes requests", "crv-html -r 0,6", ["0,61:", "0,62:"]),
+    ("a viewer takes no condition", "crv-csv -r 0,38:3=", []),
 ]
 
 

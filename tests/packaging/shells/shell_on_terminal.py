@@ -1,5 +1,5 @@
-"""The tests of a completion: a shell on a pseudo-terminal in which crv is a function that writes
-its arguments to a file. They are those that the program would get, without quotes."""
+"""The tests of a completion: a shell on a pseudo-terminal in which crv and the viewers are
+functions that write their arguments to a file. They are those that the program would get, without quotes."""
 import pathlib
 import sys
 
@@ -9,7 +9,9 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2]))
 from support import sandbox  # noqa: E402  (found by the path above)
 from support.terminal import Terminal  # noqa: E402
 
-SPY = 'crv() { printf "%s\\0" "$@" >took.new; command mv took.new took; }\n'
+PROGRAMS = ("crv", "crv-html", "crv-term", "crv-csv")
+SPY = "".join(f'{program}() {{ printf "%s\\0" "$@" >took.new; command mv took.new took; }}\n'
+              for program in PROGRAMS)
 PROMPT = b"ready> "
 # Keys to type, and the arguments that the command line then has, in every shell.
 KEYS = (("crv -fm my\t", ["-fm", "my run.mad"]), ("crv -fm my\\ r\t", ["-fm", "my run.mad"]),
