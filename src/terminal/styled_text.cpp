@@ -20,13 +20,15 @@ std::string crv_WriteLine(const crv_styled_line &line) {
     std::string bytes;
     std::string gap; // blanks that are written if something follows
     for (const crv_span &span : line) {
-        const std::string text = gap + span.text;
-        const std::string_view shown = utl_TrimEnd(text);
-        gap = text.substr(shown.size());
-        if (shown.empty()) continue;
-        if (span.color) bytes.append("\033[").append(std::to_string(span.color)).append("m");
-        bytes += shown;
-        if (span.color) bytes += "\033[0m";
+        const std::string_view shown = utl_TrimEnd(span.text);
+        if (!shown.empty()) {
+            bytes += gap;
+            gap.clear();
+            if (span.color) bytes.append("\033[").append(std::to_string(span.color)).append("m");
+            bytes += shown;
+            if (span.color) bytes += "\033[0m";
+        }
+        gap.append(span.text.size() - shown.size(), ' ');
     }
     bytes += '\n';
     return bytes;
