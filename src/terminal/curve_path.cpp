@@ -36,7 +36,7 @@ static bool is_on_canvas(const pen &pen, const position &p) {
 }
 
 static dot round_to_dot(const position &p) {
-    return {static_cast<int>(p.x + 0.5), static_cast<int>(p.y + 0.5)};
+    return {static_cast<int>(std::lround(p.x)), static_cast<int>(std::lround(p.y))};
 }
 
 static void draw_dot(pen *pen, int x, int y) {

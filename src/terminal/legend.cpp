@@ -54,8 +54,10 @@ static std::vector<std::string> make_file_names(const crv_view &view,
         names[k] = crv_FitText(view.files[k].path, format, format.columns / 3);
         longest = std::max(longest, utl_CountColumns(names[k]));
     }
-    for (std::string &name : names)
-        name.append(static_cast<size_t>(longest - utl_CountColumns(name) + entry_gap), ' ');
+    for (std::string &name : names) {
+        const int blanks = longest - utl_CountColumns(name) + entry_gap;
+        name.append(static_cast<size_t>(blanks), ' ');
+    }
     return names;
 }
 
