@@ -75,7 +75,7 @@ static std::string take_off_colors(std::string_view line, bool colors) {
         require(colors, "there are colours only where they are wanted");
         const std::string_view sequence = line.substr(at, line.find('m', at) + 1 - at);
         require((sequence == "\033[0m") == is_colored, "each colour ends before the next");
-        require(sequence.size() == 4 + !is_colored, "a sequence is a colour or its end");
+        require(sequence.size() == (is_colored ? 4U : 5U), "a sequence is a colour or its end");
         is_colored = !is_colored;
         at += sequence.size() - 1;
     }
