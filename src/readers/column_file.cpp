@@ -155,7 +155,7 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
 // Counts the value of an entry, and stores it if its row is in the time window.
 static inline void read_value(const column_file *pos, const row_entry &entry, utl_line line,
                               bool in_window, double value) {
-    // Deliberate: also for dropped rows, unless the settings keep all data.
+    // Also for dropped rows, unless the settings keep all data.
     if (in_window || !crv_settings.keeps_all_data) crv_CountValue(entry.column);
     if (crv_DBG == routine) trace_value(line, entry.number, value);
     if (in_window) keep_value(pos, entry.column, value);

@@ -2,8 +2,8 @@
 # Replaces crv, crv-csv and so on in the cases: runs the Windows program under Wine with the name of
 # this call, and removes the CR from its line ends for the tools in a case.
 #
-# CRV_WINE, CRV_START_AS and CRV_PROGRAM are the paths of Wine, start_as.exe and the program crv; the
-# others are beside it.
+# CRV_WINE, CRV_START_AS and CRV_PROGRAM are the paths of Wine, start_as.exe and the program crv;
+# the others are beside it.
 set -o pipefail
 
 name=$0

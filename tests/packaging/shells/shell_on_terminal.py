@@ -1,5 +1,6 @@
 """The tests of a completion: a shell on a pseudo-terminal in which crv and the viewers are
-functions that write their arguments to a file. They are those that the program would get, without quotes."""
+functions that write their arguments to a file. They are those that the program would get, without
+quotes."""
 import pathlib
 import sys
 
