@@ -8,11 +8,12 @@
 #include <cerrno>
 
 void crv_WarnMissingNumbers(crv_input *in) {
-    if (in->warned_missing) return;
-    in->warned_missing = true;
+    if (in->missing_line != 0) return;
+    in->missing_line = in->lines->line_number;
+    if (in->is_silent) return;
     fprintf(utl_ErrorStream(),
             "%%crv_%d-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
-            in->routine, in->path, static_cast<unsigned long long>(in->lines->line_number));
+            in->routine, in->path, static_cast<unsigned long long>(in->missing_line));
 }
 
 void crv_WarnDefaultWindow(const crv_input &in) {

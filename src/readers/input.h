@@ -12,9 +12,10 @@
 struct crv_input {
     const char *path = nullptr;
     utl_line_reader *lines = nullptr;
-    int routine = 0; // number of the reader in its messages
-    bool warned_missing = false;
-    uint64_t points = 0;         // steps or rows read
+    int routine = 0;           // number of the reader in its messages
+    bool is_silent = false;    // no warnings, for a pass that reports what it finds in another way
+    uint64_t missing_line = 0; // the first line with missing numbers, 0 without one
+    uint64_t points = 0;       // steps or rows read
     uint64_t points_dropped = 0; // of these, outside the time window
 };
 
@@ -36,8 +37,8 @@ void crv_WarnDefaultWindow(const crv_input &in);
 // divided by that count.
 void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> columns);
 
-// Warns on standard error, once per file, that a line has fewer numbers than are read from it; the
-// missing ones count as 0.0.
+// Notes the line number of the first line that has fewer numbers than are read from it, and warns
+// of it on standard error; the missing numbers count as 0.0.
 void crv_WarnMissingNumbers(crv_input *in);
 
 // Warn on standard error that the file ends within step `step`, or within its last line; only if
