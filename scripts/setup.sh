@@ -27,6 +27,7 @@ packages_of() {
         bench)
             packages_of build
             echo libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox time
+            echo chromium npm # pages, compared with libraries
             ;;
         ci)
             local tier
@@ -37,6 +38,7 @@ packages_of() {
             echo python3-pandas sqlite3                          # tables and the cookbook
             echo mandoc man-db bash-completion zsh fish          # manual page and completions
             echo cups-bsd cups-client cups-daemon                # printing
+            echo chromium                                        # pages
             ;;
         mutate) packages_of check && echo ninja-build lld ;;
         nightly)
