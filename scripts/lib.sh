@@ -83,3 +83,8 @@ print_count() {
          END { printf "%d passed, %d failed, %d skipped\n", passed, failed, skipped }' \
         build/logs/counts
 }
+
+# project_version: prints the version of the project, which stands in CMakeLists.txt.
+project_version() {
+    sed -n 's/^project(crv VERSION \([^ ]*\) .*/\1/p' CMakeLists.txt
+}
