@@ -4,9 +4,9 @@
     linked_libraries.py COMPILER LINKAGE VERSION DIRECTORY
 
 LINKAGE is "shared" (only the C++ library and the runtime of the compiler are linked statically),
-"static" (also the C library) or "windows". Writes the texts that these licenses require into
-DIRECTORY: a README.txt, and copyright notices and licenses. They come from the Debian packages that
-contain the libraries.
+"static" (also the C library), "windows", or "none" (source). Writes the texts that the licenses
+require into DIRECTORY: a README.txt, and copyright notices and licenses. They come from the Debian
+packages that contain the libraries.
 """
 import pathlib
 import re
@@ -18,7 +18,8 @@ from typing import NamedTuple
 COMMON_LICENSES = pathlib.Path("/usr/share/common-licenses")
 RUNTIME_FILES = {"shared": ["libstdc++.a", "libgcc.a"],
                  "static": ["libstdc++.a", "libgcc.a", "libc.a"],
-                 "windows": ["libstdc++.a", "libgcc.a", "libmingw32.a"]}
+                 "windows": ["libstdc++.a", "libgcc.a", "libmingw32.a"],
+                 "none": []}
 
 
 class Kind(NamedTuple):

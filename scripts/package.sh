@@ -76,7 +76,7 @@ make_packages deb-aarch64 aarch64-linux-gnu-g++ DEB
 make_packages static-aarch64 aarch64-linux-gnu-g++ TGZ RPM
 make_packages windows x86_64-w64-mingw32-g++-posix ZIP
 make_source_archive
-true #scripts/write_spdx.py "$directory"
+scripts/write_spdx.py "$directory"
 cd "$directory"
 sha256sum crv[-_]* >SHA256SUMS
 ls -l

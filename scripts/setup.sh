@@ -18,7 +18,11 @@ packages_of() {
         check) packages_of build && echo libgtest-dev libgmock-dev python3 shellcheck codespell ;;
         test) packages_of check && echo binutils ghostscript ;;
         fuzz) packages_of build && echo clang libclang-rt-dev xz-utils ;;
-        package) packages_of build && echo dpkg-dev fakeroot file lintian unzip zip ;;
+        package)
+            packages_of build
+            echo dpkg-dev fakeroot file lintian python3 python3-license-expression rpm rpmlint unzip zip
+            echo g++-aarch64-linux-gnu qemu-user-static g++-mingw-w64-x86-64-posix
+            ;;
         windows)
             packages_of build
             echo g++-mingw-w64-x86-64-posix wine wine64 libgtest-dev libgmock-dev python3
