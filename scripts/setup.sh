@@ -5,6 +5,7 @@
 #   scripts/setup.sh TIER             installs the missing packages of the tier
 #   scripts/setup.sh TIER --list      prints all packages of the tier
 #   scripts/setup.sh TIER --missing   prints those that are missing
+#   scripts/setup.sh TIER --command   prints the command that installs these, if there are any
 #
 # Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, mutate, nightly.
 # Each includes the tiers it depends on. On systems other than Debian and Ubuntu it prints the
@@ -63,18 +64,28 @@ missing_packages() {
     grep -vxF -e "$(sed -n 's/^installed //p' <<<"$known")" <<<"$packages" || true
 }
 
+# The command with which this user installs the packages.
+install_command() {
+    local command="apt-get install --no-install-recommends $*"
+    if [ "$(id -u)" -eq 0 ]; then
+        echo "$command"
+    elif command -v sudo >/dev/null; then
+        echo "sudo $command"
+    else
+        echo "su -c '$command'"
+    fi
+}
+
 install_packages() {
     local as_root=()
-    if [ "$(id -u)" -ne 0 ]; then
-        if ! command -v sudo >/dev/null; then
-            echo "setup.sh: packages are missing. Run as root: apt-get install $*" >&2
-            return 1
-        fi
-        as_root=(sudo)
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null ||
+        ! "${as_root[@]}" apt-get update -qq ||
+        ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get install -y -qq --no-install-recommends "$@" >/dev/null; then
+        printf 'Packages are missing. To install them:\n    %s\n' "$(install_command "$@")" >&2
+        return 1
     fi
-    "${as_root[@]}" apt-get update -qq
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends "$@" >/dev/null
 }
 
 if [ $# -eq 0 ]; then
@@ -85,10 +96,13 @@ packages=$(packages_of "$1" | tr ' ' '\n' | sort -u)
 if [ "${2:-}" = --list ]; then
     echo "$packages"
 elif ! is_debian; then
-    [ "${2:-}" = --missing ] ||
+    [ -n "${2:-}" ] ||
         echo "Not Debian or Ubuntu, nothing is installed. Needed: ${packages//$'\n'/ }" >&2
 elif [ "${2:-}" = --missing ]; then
     missing_packages
+elif [ "${2:-}" = --command ]; then
+    mapfile -t missing < <(missing_packages)
+    [ ${#missing[@]} -eq 0 ] || install_command "${missing[@]}"
 else
     found=$(missing_packages)
     if [ -n "$found" ]; then
