@@ -1,4 +1,4 @@
-# Toolchain for Linux on 64-bit ARM: the cross compiler of Debian, and an emulator to run the programs.
+# Toolchain for Linux on 64-bit ARM: the cross compiler of Debian, and an emulator for its programs.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
 set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)

@@ -21,7 +21,8 @@ packages_of() {
         fuzz) packages_of build && echo clang libclang-rt-dev xz-utils ;;
         package)
             packages_of build
-            echo dpkg-dev fakeroot file lintian python3 python3-license-expression rpm rpmlint unzip zip
+            echo dpkg-dev fakeroot file lintian rpm rpmlint unzip zip
+            echo python3 python3-license-expression
             echo g++-aarch64-linux-gnu qemu-user-static g++-mingw-w64-x86-64-posix
             ;;
         windows)
@@ -42,9 +43,13 @@ packages_of() {
             echo python3-pandas                                  # a table of the cookbook
             echo mandoc man-db bash-completion zsh fish          # manual page and completions
             echo cups-bsd cups-client cups-daemon                # printing
+            echo git                                             # the checkout of a release
             ;;
         mutate) packages_of check && echo ninja-build lld ;;
-        nightly) packages_of ci && packages_of bench && packages_of mutate ;;
+        nightly)
+            packages_of ci && packages_of bench && packages_of mutate
+            echo buildah debootstrap # the image, on a bare system
+            ;;
         *)
             echo "setup.sh: there is no tier $1" >&2
             return 1

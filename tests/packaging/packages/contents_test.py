@@ -17,7 +17,8 @@ HARDENED = {"any address": "DYN (Position-Independent", "read-only relocations":
             "checked copies": "_chk@"}
 COMPANIONS = ["crv2pdf", "crv2png", "crv2svg"]
 # License texts and notices of the libraries in a package, and words of their licenses.
-RUNTIME = {"README.txt": "C++ library and runtime of GCC", "gcc.txt": "GCC RUNTIME LIBRARY EXCEPTION",
+RUNTIME = {"README.txt": "C++ library and runtime of GCC",
+           "gcc.txt": "GCC RUNTIME LIBRARY EXCEPTION",
            "GPL-3.txt": "GNU GENERAL PUBLIC LICENSE"}
 C_LIBRARY = RUNTIME | {"README.txt": "GNU C Library", "glibc.txt": "GNU C Library",
                        "LGPL-2.1.txt": "GNU LESSER GENERAL PUBLIC LICENSE"}

@@ -5,9 +5,8 @@ import os
 import pathlib
 import shutil
 
-from shared import main
+from shared import BUILT, main
 
-HIDDEN = ("gs", "sudo")
 NOBODY = 65534
 INSTALL = "    su -c 'apt-get install --no-install-recommends ghostscript'\n"
 
@@ -25,24 +24,15 @@ def without_ghostscript(database, copy):
         shutil.copy(database / name, copy / name)
 
 
-def hide_programs(directory):
-    """A directory with all programs of the system except two."""
-    directory.mkdir()
-    for path in pathlib.Path("/usr/bin").iterdir():
-        if path.name not in HIDDEN:
-            (directory / path.name).symlink_to(path)
-
-
 def test_demo_without_ghostscript_leaves_chart(box):
     source = box.unpack_source()
     without_ghostscript(pathlib.Path("/var/lib/dpkg"), box.base / "dpkg")
-    hide_programs(box.base / "programs")
     user = []
     if os.geteuid() == 0:
         box.run_command("chown", "-R", f"{NOBODY}:{NOBODY}", source)
         user = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups", "--"]
     found = box.run_program(*user, "bash", source / "scripts/demo.sh", cwd=source, timeout=1500,
-                            PATH=str(box.base / "programs"), DPKG_ADMINDIR=str(box.base / "dpkg"))
+                            PATH=box.path_without("gs", "sudo"), DPKG_ADMINDIR=str(box.base / "dpkg"))
     box.expect("status", found.status, 0)
     box.expect("errors", found.stderr, f"Packages are missing. To install them:\n{INSTALL}")
     box.expect("last line", found.stdout.splitlines()[-1],
@@ -50,8 +40,7 @@ def test_demo_without_ghostscript_leaves_chart(box):
                "Ghostscript is missing.")
     box.expect("files", sorted(path.name for path in (source / "demo").iterdir()),
                ["crv.ps", "run1.req"])
-    chart = (source / "demo/crv.ps").read_bytes()
-    box.expect("the chart is complete", (chart[:2], chart.rstrip()[-5:]), (b"%!", b"%%EOF"))
+    box.expect("the chart", (source / "demo/crv.ps").read_bytes(), box.draw(BUILT)[0])
 
 
 main("cmake", "g++", "setpriv", "dpkg-query")

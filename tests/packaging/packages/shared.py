@@ -34,10 +34,19 @@ class Sandbox(sandbox.Sandbox):
 
     def run_command(self, *command, status=0, **options):
         """Runs a command that must end with a status; returns what it printed on both streams."""
-        printed, _, got = self.run_program(*command, stderr=subprocess.STDOUT, timeout=1500,
-                                           **options)
+        options = {"stderr": subprocess.STDOUT, "timeout": 1500} | options
+        printed, _, got = self.run_program(*command, **options)
         self.assertEqual(got, status, f"{' '.join(map(str, command))}:\n{printed}")
         return printed
+
+    def path_without(self, *hidden):
+        """A path on which all programs of the system are except some."""
+        directory = self.base / "programs"
+        directory.mkdir()
+        for path in pathlib.Path("/usr/bin").iterdir():
+            if path.name not in hidden:
+                (directory / path.name).symlink_to(path)
+        return str(directory)
 
     def unpack_source(self):
         """Unpacks the source archive; returns its directory."""

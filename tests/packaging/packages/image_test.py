@@ -1,0 +1,44 @@
+#!/usr/bin/env python3
+"""The image of packaging/Containerfile, built by buildah on a bare Debian: all programs are there,
+and -p makes a picture through the shell of the image."""
+import platform
+
+from shared import BUILT, CHART, CHART_STATUS, PROGRAMS, main
+
+BASE = "FROM scratch\nCOPY root /\n"
+
+
+def buildah(box, *arguments, status=0):
+    """Without a daemon, without mounts, and with storage of the test's own."""
+    store = ("--storage-driver", "vfs", "--root", box.base / "store", "--runroot", box.base / "run-")
+    return box.run_command("buildah", *store, *arguments, status=status)
+
+
+def run(box, container, *command, status=0):
+    return buildah(box, "run", "--isolation", "chroot", container, "--", *command, status=status)
+
+
+def test_image_draws_and_prints(box):
+    (box.base / "base").mkdir()
+    release = platform.freedesktop_os_release()["VERSION_CODENAME"]
+    box.run_command("debootstrap", "--variant=minbase", release, box.base / "base/root")
+    (box.base / "base/Containerfile").write_text(BASE)
+    buildah(box, "build", "--isolation", "chroot", "--tag", "base", box.base / "base")
+    source = box.unpack_source()
+    buildah(box, "build", "--isolation", "chroot", "--build-arg", "BASE=localhost/base",
+            "--file", source / "packaging/Containerfile", "--tag", "crv", source)
+    container = buildah(box, "from", "crv").strip()
+    box.addCleanup(buildah, box, "rm", "--all")
+    for program in PROGRAMS:
+        help = box.run_program(BUILT.parent / program, "-h")
+        box.expect(f"help of {program}", run(box, container, program, "-h", status=help.status),
+                   help.stdout + help.stderr)
+    run(box, container, "cp", "/usr/local/share/doc/crv/examples/run1.req", ".")
+    printed = run(box, container, "crv", *CHART, status=CHART_STATUS)
+    box.assertIn('Printer command = "crv2pdf crv.ps"', printed)
+    chart = run(box, container, "cat", "crv.ps")
+    box.expect("the chart", chart.encode(), box.draw(BUILT)[0])
+    box.expect("a picture", run(box, container, "head", "-c", "5", "crv.pdf"), "%PDF-")
+
+
+main("buildah", "debootstrap")
