@@ -32,7 +32,8 @@ def test_demo_without_ghostscript_leaves_chart(box):
         box.run_command("chown", "-R", f"{NOBODY}:{NOBODY}", source)
         user = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups", "--"]
     found = box.run_program(*user, "bash", source / "scripts/demo.sh", cwd=source, timeout=1500,
-                            PATH=box.path_without("gs", "sudo"), DPKG_ADMINDIR=str(box.base / "dpkg"))
+                            PATH=box.path_without("gs", "sudo"),
+                            DPKG_ADMINDIR=str(box.base / "dpkg"))
     box.expect("status", found.status, 0)
     box.expect("errors", found.stderr, f"Packages are missing. To install them:\n{INSTALL}")
     box.expect("last line", found.stdout.splitlines()[-1],

@@ -10,7 +10,8 @@ BASE = "FROM scratch\nCOPY root /\n"
 
 def buildah(box, *arguments, status=0):
     """Without a daemon, without mounts, and with storage of the test's own."""
-    store = ("--storage-driver", "vfs", "--root", box.base / "store", "--runroot", box.base / "run-")
+    store = ("--storage-driver", "vfs", "--root", box.base / "store",
+             "--runroot", box.base / "store-run")
     return box.run_command("buildah", *store, *arguments, status=status)
 
 
