@@ -41,7 +41,7 @@ build() {
     local preset=$1
     shift
     stage "build $preset" build_quietly "$preset" -DCRV_TESTS=ON "$@"
-    grep -hE 'warning:' "build/logs/build_$preset.log" || true
+    grep -hE 'warning:' "build/logs/build_${preset//[^a-zA-Z0-9]/_}.log" || true
 }
 
 build_quietly() {

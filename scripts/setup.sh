@@ -7,12 +7,14 @@
 #   scripts/setup.sh TIER --missing   prints those that are missing
 #   scripts/setup.sh TIER --command   prints the command that installs these, if there are any
 #
-# Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, mutate, nightly.
+# Tiers: build, demo, check, test, fuzz, package, windows, targets, coverage, ci, bench, mutate,
+# all-targets, nightly.
 # Each includes the tiers it depends on. On systems other than Debian and Ubuntu it prints the
 # needed packages by their Debian names and installs nothing.
 set -euo pipefail
 
 packages_of() {
+    local tier
     case $1 in
         build) echo cmake g++ make ;;
         demo) packages_of build && echo ghostscript ;;
@@ -29,16 +31,24 @@ packages_of() {
             packages_of build
             echo g++-mingw-w64-x86-64-posix wine wine64 libgtest-dev libgmock-dev python3
             ;;
+        targets)
+            packages_of build
+            echo libgtest-dev libgmock-dev python3 qemu-user-static
+            echo g++-aarch64-linux-gnu g++-s390x-linux-gnu
+            echo clang libc++-dev libc++abi-dev # the other C++ library
+            ;;
+        all-targets)
+            packages_of targets && packages_of bench && packages_of fuzz
+            echo g++-arm-linux-gnueabihf g++-i686-linux-gnu g++-riscv64-linux-gnu
+            ;;
         coverage) packages_of test && echo gcovr ;;
         bench)
             packages_of build
             echo libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox time
             ;;
         ci)
-            local tier
-            for tier in test fuzz package windows coverage; do packages_of "$tier"; done
+            for tier in test fuzz package windows targets coverage; do packages_of "$tier"; done
             echo clang-format clang-tidy valgrind                # analysis
-            echo libc++-dev libc++abi-dev                        # the other C++ library
             echo poppler-utils librsvg2-bin parallel gnuplot-nox # pictures and the cookbook
             echo python3-pandas                                  # a table of the cookbook
             echo mandoc man-db bash-completion zsh fish          # manual page and completions
@@ -47,7 +57,7 @@ packages_of() {
             ;;
         mutate) packages_of check && echo ninja-build lld ;;
         nightly)
-            packages_of ci && packages_of bench && packages_of mutate
+            for tier in ci bench mutate all-targets; do packages_of "$tier"; done
             echo buildah debootstrap # the image, on a bare system
             ;;
         *)

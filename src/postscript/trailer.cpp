@@ -29,5 +29,5 @@ void crv_PlotEnd(const char *path, FILE *stream) {
     const std::string command = std::string(prefix) + " " + path;
     if (!crv_settings.print_flag && !user_wants_print()) return;
     printf("%%crv_45-i-prt, Printer command = \"%s\"\n", command.c_str());
-    if (!utl_RunCommand(command.c_str())) utl_ReportError("    _45-e-system");
+    if (!utl_RunCommand(command.c_str())) utl_ReportError("    _45-e-system, command interpreter");
 }

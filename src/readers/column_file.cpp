@@ -22,12 +22,20 @@ static constexpr int status_failed = 0;
 
 namespace {
 
+// An entry of the selection, in the order of the fields of a row.
+struct row_entry {
+    crv_column *column;
+    int32_t advance; // fields from that of the previous entry, 0 for the same
+    uint32_t number; // of the field, 0 for the row count
+};
+
 // State of a column file that is being read.
 struct column_file {
     crv_input in;
     crv_selection selection;
     std::span<crv_column *const> columns; // of the entries, in selection order
-    char labels[line_limit + 1];          // the label line, empty without one
+    row_entry row[CRV_MAXCOLS];
+    char labels[line_limit + 1]; // the label line, empty without one
     utl_line_status labels_status;
     int num_columns;
     uint32_t rows_done;
@@ -75,6 +83,17 @@ static bool check_selection(const column_file *pos) {
     return true;
 }
 
+static void order_entries(column_file *pos) {
+    crv_SortByBlock(&pos->selection);
+    int32_t at = 0;
+    for (size_t next = 0; next < pos->selection.count; ++next) {
+        const size_t k = pos->selection.order[next];
+        const int32_t field = pos->selection.table[k].block;
+        pos->row[next] = {pos->columns[k], field - at, pos->selection.table[k].req};
+        at = field;
+    }
+}
+
 // Deliberate: the check for the label Row Count uses the slot number as the index of the entry, not
 // the entry of the column.
 static void make_columns(column_file *pos) {
@@ -89,7 +108,7 @@ static void make_columns(column_file *pos) {
         }
         ++slot;
     }
-    crv_SortByBlock(&pos->selection);
+    order_entries(pos);
 }
 
 // Copies a label, with "%%" replaced by "%".
@@ -132,32 +151,19 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _94-f-calloc", status_failed);
 }
 
-// Counts the value of entry k, and stores it if its row is in the time window.
-static void read_value(const column_file *pos, size_t k, utl_line line, bool in_window,
-                       double value) {
-    crv_CountValue(pos->columns[k]); // also for dropped rows
-    if (crv_DBG == routine) trace_value(line, pos->selection.table[k].req, value);
-    if (in_window) keep_value(pos, pos->columns[k], value);
-}
-
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
 // value.
 static void read_row(column_file *pos, utl_line line) {
     const double row = pos->rows_done + 1.0; // counted from 1
     const bool in_window = crv_CountPoint(&pos->in, row);
-    std::string_view rest = line.text;
-    int32_t at = 0; // field of `value`; field 0 is the row number
+    utl_line_fields fields = utl_SplitLine(line.text);
     double value = row;
-    for (size_t next = 0; next < pos->selection.count; ++next) {
-        const size_t k = pos->selection.order[next];
-        const int32_t wanted = pos->selection.table[k].block;
-        if (at < wanted) {
-            if (!utl_SkipFields(&rest, static_cast<unsigned>(wanted - at - 1)) ||
-                !utl_NextNumber(&rest, &value))
-                return;
-            at = wanted;
-        }
-        read_value(pos, k, line, in_window, value);
+    for (const row_entry &entry : std::span(pos->row, pos->selection.count)) {
+        for (int32_t skipped = 1; skipped < entry.advance; ++skipped) utl_TakeField(&fields);
+        if (entry.advance > 0 && !utl_TakeNumber(&fields, &value)) return;
+        crv_CountValue(entry.column); // also for dropped rows
+        if (crv_DBG == routine) trace_value(line, entry.number, value);
+        if (in_window) keep_value(pos, entry.column, value);
     }
 }
 

@@ -111,8 +111,9 @@ static void read_values(frame_file *vdr, utl_line line) {
     if (crv_DBG == routine) trace_record(line);
     if (line.status != utl_line_status::newline) line.text = utl_TrimEnd(line.text);
     if (crv_DBG == routine) trace_record(line);
+    utl_line_fields fields = utl_SplitLine(line.text);
     double numbers[2];
-    if (utl_ReadNumbers(line.text, numbers) < 2) crv_WarnMissingNumbers(&vdr->in);
+    if (utl_TakeNumbers(&fields, numbers) < 2) crv_WarnMissingNumbers(&vdr->in);
     keep_value(vdr, 0, numbers[0]);
     keep_value(vdr, 1, numbers[1]);
 }

@@ -127,7 +127,7 @@ static void make_columns(madymo_file *mad) {
     crv_SortByBlock(&mad->selection);
 }
 
-static double read_item(madymo_file *mad, std::string_view line, uint32_t item) {
+static double read_item(madymo_file *mad, utl_line_fields *fields, uint32_t item) {
     if (item > max_numbers_per_line) { // Deliberate: the message is misspelled.
         fprintf(utl_ErrorStream(), "%%crv_88-f-col, Exceeded Max number of col to reqest of %d\n",
                 static_cast<int>(max_numbers_per_line));
@@ -135,7 +135,7 @@ static double read_item(madymo_file *mad, std::string_view line, uint32_t item) 
     }
     if (item == 0) return mad->time;
     double number = 0.0;
-    if (!utl_ReadNumberAt(line, item, &number)) crv_WarnMissingNumbers(&mad->in);
+    if (!utl_TakeNumberAt(fields, item, &number)) crv_WarnMissingNumbers(&mad->in);
     return number;
 }
 
@@ -157,9 +157,9 @@ static void keep_value(const madymo_file *mad, crv_column *column, double value)
 
 // Reads the value of entry k from the line of its request, and stores it if the time is in the
 // window.
-static void read_value(madymo_file *mad, size_t k, utl_line line) {
+static void read_value(madymo_file *mad, size_t k, utl_line line, utl_line_fields *fields) {
     const uint32_t item = mad->selection.table[k].item;
-    const double value = read_item(mad, line.text, item);
+    const double value = read_item(mad, fields, item);
     if (crv_DBG == routine) trace_value(mad, line, item, value);
     if (mad->in_window) keep_value(mad, mad->columns[k], value);
 }
@@ -178,8 +178,8 @@ static int64_t next_needed_block(const madymo_file *mad, size_t next) {
     return crv_NextNeededBlock(mad->selection, next, mad->num_requests);
 }
 
-static void read_time(madymo_file *mad, utl_line line) {
-    if (!utl_ReadNumberAt(line.text, 1, &mad->time)) crv_WarnMissingNumbers(&mad->in);
+static void read_time(madymo_file *mad, utl_line_fields *fields) {
+    if (!utl_TakeNumberAt(fields, 1, &mad->time)) crv_WarnMissingNumbers(&mad->in);
     mad->in_window = crv_CountPoint(&mad->in, mad->time);
 }
 
@@ -190,9 +190,10 @@ static bool read_step(madymo_file *mad) {
         const utl_line line = utl_ReadLine(mad->in.lines, line_limit);
         if (line.status == utl_line_status::eof) return false;
         require_newline(mad, line);
-        if (block == 0) read_time(mad, line);
+        utl_line_fields fields = utl_SplitLine(line.text);
+        if (block == 0) read_time(mad, &fields);
         for (; next_needed_block(mad, next) == block; ++next)
-            read_value(mad, mad->selection.order[next], line);
+            read_value(mad, mad->selection.order[next], line, &fields);
         ++block;
         block += utl_SkipLines(mad->in.lines, line_limit, next_needed_block(mad, next) - block);
     }

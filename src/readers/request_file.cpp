@@ -149,10 +149,10 @@ static bool keep_value(const request_file *req, crv_column *column, double value
 
 // Reads the value of entry k from the line of its request, and stores it if time and X value are in
 // range. Returns false if memory runs out.
-static bool read_value(request_file *req, size_t k, utl_line line) {
+static bool read_value(request_file *req, size_t k, utl_line line, utl_line_fields *fields) {
     const uint32_t item = req->selection.table[k].item;
     bool complete = true;
-    const double value = crv_ReadItem(line.text, item, &complete);
+    const double value = crv_ReadItem(fields, item, &complete);
     if (!complete) crv_WarnMissingNumbers(&req->in);
     if (req->screens_x && k == 0) req->x_value = value;
     if (crv_DBG == routine) trace_value(req, line, item, value);
@@ -172,8 +172,8 @@ static int64_t next_needed_block(const request_file *req, size_t next) {
     return crv_NextNeededBlock(req->selection, next, req->num_requests);
 }
 
-static void read_time(request_file *req, utl_line line) {
-    if (!utl_ReadNumberAt(line.text, 1, &req->time)) crv_WarnMissingNumbers(&req->in);
+static void read_time(request_file *req, utl_line_fields *fields) {
+    if (!utl_TakeNumberAt(fields, 1, &req->time)) crv_WarnMissingNumbers(&req->in);
     req->in_window = crv_CountPoint(&req->in, req->time);
 }
 
@@ -190,9 +190,10 @@ static bool read_step(request_file *req, bool *failed) {
         }
         if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
             return false;
-        if (block == 0) read_time(req, line);
+        utl_line_fields fields = utl_SplitLine(line.text);
+        if (block == 0) read_time(req, &fields);
         for (; next_needed_block(req, next) == block; ++next) {
-            if (read_value(req, req->selection.order[next], line)) continue;
+            if (read_value(req, req->selection.order[next], line, &fields)) continue;
             *failed = true;
             return false;
         }

@@ -2,7 +2,6 @@
 #include "readers/request_item.h"
 
 #include "system/arithmetic.h"
-#include "text/fields.h"
 
 #include <cmath>
 
@@ -14,18 +13,18 @@ static double magnitude(double x, double y, double z) {
     return utl_SignNan(sqrt(sum), sum, sum);
 }
 
-double crv_ReadItem(std::string_view line, uint32_t item, bool *complete) {
+double crv_ReadItem(utl_line_fields *line, uint32_t item, bool *complete) {
     double numbers[6];
     if (item <= 6) {
-        if (!utl_ReadNumberAt(line, item == 0 ? 1 : item, &numbers[0])) *complete = false;
+        if (!utl_TakeNumberAt(line, item == 0 ? 1 : item, &numbers[0])) *complete = false;
         return numbers[0];
     }
     if (item == 7) {
-        if (utl_ReadNumbers(line, {numbers, 3}) < 3) *complete = false;
+        if (utl_TakeNumbers(line, {numbers, 3}) < 3) *complete = false;
         return magnitude(numbers[0], numbers[1], numbers[2]);
     }
     if (item == 8) {
-        if (utl_ReadNumbers(line, {numbers, 6}) < 6) *complete = false;
+        if (utl_TakeNumbers(line, {numbers, 6}) < 6) *complete = false;
         return magnitude(numbers[3], numbers[4], numbers[5]);
     }
     return unknown_item;

@@ -9,9 +9,10 @@
 //   other   -999.999                          "??"
 #pragma once
 
+#include "text/fields.h"
+
 #include <cstdint>
-#include <string_view>
 
 // Returns the value of `item` on the line of a request. A missing number is read as 0.0 and sets
-// *complete to false; otherwise *complete is unchanged.
-double crv_ReadItem(std::string_view line, uint32_t item, bool *complete);
+// *complete to false; otherwise *complete is unchanged. Items in ascending order are fastest.
+double crv_ReadItem(utl_line_fields *line, uint32_t item, bool *complete);

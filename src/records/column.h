@@ -54,7 +54,8 @@ extern crv_column *crv_columns[CRV_MAXCOLS];
 // set if memory runs out; the slot is then unchanged.
 crv_column *crv_AllocColumn(int slot);
 
-// Returns a new zero-filled value node of 16 bytes, or null with errno set if memory runs out.
+// Returns a new zero-filled value node, or null with errno set if memory runs out. A node has 16
+// bytes, or 12 where a double is aligned to 4 bytes as on 32-bit x86.
 crv_value *crv_AllocValue();
 
 // Appends `value` to the list of the column and sets val_cur to it. Returns false with errno set if

@@ -1,10 +1,19 @@
 // system/command.cpp - shell commands; a file of its own so that a fuzzer can replace it.
 #include "system/console.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
+// A missing interpreter and a command that fails give the same result.
+static bool is_interpreter_missing() {
+    if (system(nullptr) != 0) return false;
+    errno = ENOENT;
+    return true;
+}
+
 bool utl_RunCommand(const char *command) {
     fflush(nullptr);
-    return system(command) != -1;
+    const int result = system(command);
+    return result == 0 || (result != -1 && !is_interpreter_missing());
 }

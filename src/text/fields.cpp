@@ -1,43 +1,65 @@
 // text/fields.cpp - fields in order of the line, each search from where the last one ended.
 #include "text/fields.h"
 
-#include "text/number_reader.h"
-
 bool utl_NextField(std::string_view *rest, std::string_view *field) {
-    const char *const end = rest->data() + rest->size();
-    const char *const begin = utl_FindField(rest->data(), end);
-    const char *const at = utl_FindSeparator(begin, end);
-    *field = {begin, static_cast<size_t>(at - begin)};
-    *rest = {at, static_cast<size_t>(end - at)};
+    size_t begin = 0;
+    while (begin < rest->size() && utl_IsSeparator((*rest)[begin])) ++begin;
+    size_t end = begin;
+    while (end < rest->size() && !utl_IsSeparator((*rest)[end])) ++end;
+    *field = rest->substr(begin, end - begin);
+    rest->remove_prefix(end);
     return !field->empty();
 }
 
-bool utl_NextNumber(std::string_view *rest, double *number) {
-    const char *const end = rest->data() + rest->size();
-    if (const char *const stop = utl_ParseDecimalField(rest->data(), end, number)) {
-        *rest = {stop, static_cast<size_t>(end - stop)};
-        return true;
+static uint64_t field_bits(const char *at) {
+    return ~utl_Bits64(at, [](utl_vector text) {
+        return utl_CompareEqual(text, ' ') | utl_CompareEqual(text, ',');
+    });
+}
+
+// Sets the bits to those of the fields from `at` on.
+static void look_at(utl_line_fields *fields, const char *at) {
+    const ptrdiff_t left = fields->end - at;
+    fields->base = at;
+    fields->bits = field_bits(at);
+    if (left < 64) fields->bits &= (uint64_t{1} << left) - 1;
+}
+
+utl_line_fields utl_SplitLine(std::string_view line) {
+    utl_line_fields fields = {line.data(), line.data() + line.size(), line.data(), 0, 0};
+    look_at(&fields, fields.begin);
+    return fields;
+}
+
+std::string_view utl_TakeFurtherField(utl_line_fields *fields) {
+    const ptrdiff_t passed = fields->bits != 0 ? std::countr_zero(fields->bits) : 64;
+    if (fields->end - fields->base <= passed) return {};
+    const char *const at = fields->base + passed;
+    if (passed > 0) {
+        look_at(fields, at);
+        return utl_TakeField(fields);
     }
+    // The field is longer than the characters that are looked at.
+    std::string_view rest(at, static_cast<size_t>(fields->end - at));
     std::string_view field;
-    *number = utl_NextField(rest, &field) ? utl_ToDouble(field) : 0.0;
-    return !field.empty();
+    utl_NextField(&rest, &field);
+    look_at(fields, rest.data());
+    ++fields->taken;
+    return field;
 }
 
-bool utl_SkipFields(std::string_view *rest, unsigned count) {
-    const char *at = rest->data();
-    const char *const end = at + rest->size();
-    for (; count > 0; --count) {
-        at = utl_FindField(at, end);
-        if (at == end) break;
-        at = utl_FindSeparator(at, end);
-    }
-    *rest = {at, static_cast<size_t>(end - at)};
-    return count == 0;
+bool utl_TakeNumberAt(utl_line_fields *fields, unsigned ordinal, double *number) {
+    *number = 0.0;
+    if (ordinal <= fields->taken) *fields = utl_SplitLine({fields->begin, fields->end});
+    while (fields->taken + 1 < ordinal)
+        if (utl_TakeField(fields).empty()) return false;
+    return utl_TakeNumber(fields, number);
 }
 
-int utl_ReadNumbers(std::string_view line, std::span<double> numbers) {
+int utl_TakeNumbers(utl_line_fields *fields, std::span<double> numbers) {
     int found = 0;
-    for (double &number : numbers) found += utl_NextNumber(&line, &number);
+    if (fields->taken > 0) *fields = utl_SplitLine({fields->begin, fields->end});
+    for (double &number : numbers) found += utl_TakeNumber(fields, &number);
     return found;
 }
 
@@ -50,9 +72,4 @@ int utl_ReadIntegers(std::string_view line, std::span<int> numbers) {
         found += present;
     }
     return found;
-}
-
-bool utl_ReadNumberAt(std::string_view line, unsigned ordinal, double *number) {
-    *number = 0.0;
-    return utl_SkipFields(&line, ordinal - 1) && utl_NextNumber(&line, number);
 }

@@ -1,55 +1,71 @@
 // text/fields.h - splits lines into fields, and reads fields as numbers.
 //
-// A field is a run of characters between separators; separators are blanks and commas. Fields and
-// runs of separators have all lengths, so that a branch per character is often mispredicted: the
-// searches compare 16 characters at once.
+// A field is a run of characters between separators; separators are blanks and commas.
 #pragma once
 
+#include "text/number_reader.h"
 #include "text/simd.h"
 
+#include <cstdint>
 #include <span>
 #include <string_view>
 
 inline bool utl_IsSeparator(char c) { return c == ' ' || c == ','; }
 
-// Returns a mask with a bit for each of the 16 characters that is a separator.
-inline unsigned utl_SeparatorBits(utl_vector text) {
-    return utl_MoveMask(utl_CompareEqual(text, ' ') | utl_CompareEqual(text, ','));
-}
-
-// Returns the first character from `at` on that belongs to a field, or `end`.
-inline const char *utl_FindField(const char *at, const char *end) {
-    for (; end - at >= 16; at += 16)
-        if (const unsigned bits = utl_SeparatorBits(utl_LoadVector(at)) ^ 0xFFFFU)
-            return at + utl_CountTrailingZeros(bits);
-    while (at != end && utl_IsSeparator(*at)) ++at;
-    return at;
-}
-
-// Returns the first separator from `at` on, or `end`.
-inline const char *utl_FindSeparator(const char *at, const char *end) {
-    for (; end - at >= 16; at += 16)
-        if (const unsigned bits = utl_SeparatorBits(utl_LoadVector(at)))
-            return at + utl_CountTrailingZeros(bits);
-    while (at != end && !utl_IsSeparator(*at)) ++at;
-    return at;
-}
-
 // Removes the next field from the front of `rest` and stores it in `field`. Returns false, with an
 // empty field, if no field is left.
 bool utl_NextField(std::string_view *rest, std::string_view *field);
 
-// Does the same and reads the field as utl_ToDouble does. Returns false, with 0.0, if none is left.
-bool utl_NextNumber(std::string_view *rest, double *number);
+// A line whose fields are taken from left to right.
+//
+// Fields and runs of separators have all lengths, so that a branch per character is often
+// mispredicted. Instead, one mask shows where the fields of 64 characters are, and a field is found
+// by arithmetic on it.
+struct utl_line_fields {
+    const char *begin; // of the line
+    const char *end;
+    const char *base; // the 64 characters of `bits`
+    uint64_t bits;    // a bit for each of them that belongs to a field not yet taken
+    unsigned taken;   // fields taken
+};
 
-// Removes `count` fields from the front of `rest`. Returns false if there are fewer.
-bool utl_SkipFields(std::string_view *rest, unsigned count);
+// Begins at the first field of `line`, which must be followed by utl_padding readable characters,
+// as lines of the line reader are.
+utl_line_fields utl_SplitLine(std::string_view line);
 
-// Reads the first fields of `line` into `numbers`, as many as it has elements. Returns the number
+// Removes the next field if `bits` does not show the whole of it.
+std::string_view utl_TakeFurtherField(utl_line_fields *fields);
+
+// Removes the next field. Returns it, or an empty text if none is left.
+//
+// The addition carries through the lowest run of bits and sets the bit after it. A carry out, or no
+// bit at all, leaves 0.
+inline std::string_view utl_TakeField(utl_line_fields *fields) {
+    const uint64_t after = fields->bits + (fields->bits & (0 - fields->bits));
+    if (after == 0) [[unlikely]]
+        return utl_TakeFurtherField(fields);
+    const int begin = std::countr_zero(fields->bits);
+    const int end = std::countr_zero(after);
+    fields->bits &= after;
+    ++fields->taken;
+    return {fields->base + begin, static_cast<size_t>(end - begin)};
+}
+
+// Removes the next field and reads it as utl_ToDouble does. Returns false, with 0.0, if none is
+// left.
+inline bool utl_TakeNumber(utl_line_fields *fields, double *number) {
+    const std::string_view field = utl_TakeField(fields);
+    *number = field.empty() ? 0.0 : utl_ReadField(field);
+    return !field.empty();
+}
+
+// Reads field `ordinal` of the line, counted from 1, and nothing after it. Continues after the
+// fields that are taken if it can. Returns false, with 0.0, if the line has fewer fields.
+bool utl_TakeNumberAt(utl_line_fields *fields, unsigned ordinal, double *number);
+
+// Reads the first fields of the line into `numbers`, as many as it has elements. Returns the number
 // of fields found; the elements without a field are 0.
-int utl_ReadNumbers(std::string_view line, std::span<double> numbers);
-int utl_ReadIntegers(std::string_view line, std::span<int> numbers);
+int utl_TakeNumbers(utl_line_fields *fields, std::span<double> numbers);
 
-// Reads field `ordinal` of `line`, counted from 1, and nothing after it. Returns false, with 0.0,
-// if the line has fewer fields.
-bool utl_ReadNumberAt(std::string_view line, unsigned ordinal, double *number);
+// Does the same for any text.
+int utl_ReadIntegers(std::string_view line, std::span<int> numbers);

@@ -5,6 +5,7 @@
 #include "system/input_file.h"
 #include "system/memory.h"
 #include "text/line_scan.h"
+#include "text/simd.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -47,7 +48,7 @@ utl_line_reader *utl_OpenReader(const char *path) {
     if (file < 0) return nullptr;
 
     auto *in = static_cast<utl_line_reader *>(crv_Calloc(1, sizeof(utl_line_reader)));
-    auto *block = static_cast<char *>(crv_Calloc(block_size + utl_scan_padding, 1));
+    auto *block = static_cast<char *>(crv_Calloc(block_size + utl_padding, 1));
     if (in && block) {
         *in = {.file = file,
                .error = 0,

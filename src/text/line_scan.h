@@ -4,13 +4,10 @@
 // a mask per vector. On 0.8 GB it takes 0.13 s where a memchr for each line end and a second search
 // for the marks took 0.20 s. Vectors of 64 characters gain nothing: reading the file takes longer.
 //
-// The vector forms read up to utl_scan_padding characters after the text they are given. That
-// memory must be readable; its contents do not matter.
+// The text of the vector forms must be followed by utl_padding readable characters.
 #pragma once
 
 #include <cstddef>
-
-constexpr size_t utl_scan_padding = 16;
 
 // The first line of a text.
 struct utl_line_scan {

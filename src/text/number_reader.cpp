@@ -1,15 +1,15 @@
-// text/number_reader.cpp - number conversion in tiers: a field of plain form by one vector, a short
-// decimal by its digits, other decimals by from_chars, everything else by strtod.
+// text/number_reader.cpp - number conversion in tiers: a field of plain form by words of eight
+// characters, other decimals by from_chars, everything else by strtod.
 //
-// The first two tiers convert only what one rounding makes exact: an integer of at most 2^53 and a
+// The first tier converts only what one rounding makes exact: an integer of at most 2^53 and a
 // power of ten of at most 10^22 are held exactly by a double, so that their product or quotient is
 // rounded once, as IEEE arithmetic requires (W. D. Clinger, How to Read Floating Point Numbers
 // Accurately, 1990).
 #include "text/number_reader.h"
 
-#include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/powers_of_ten.h"
+#include "text/simd.h"
 
 #include <bit>
 #include <cerrno>
@@ -18,8 +18,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
-
-static constexpr uint64_t max_exact_integer = uint64_t{1} << 53;
 
 // Eight characters as a word, the first in the lowest byte.
 static uint64_t load_8_chars(const char *at) {
@@ -50,37 +48,7 @@ static uint64_t combine_8_digits(uint64_t digits) {
     return (odd + even) & 0xFFFFFFFFU;
 }
 
-// The digits at the front of a text: the number they make, modulo 2^64, and their count.
-struct digit_run {
-    uint64_t number;
-    int count;
-};
-
-// Parses up to eight digits at once: two such steps instead of a dozen single digits.
-static digit_run parse_up_to_8_digits(const char *at) {
-    const uint64_t word = load_8_chars(at);
-    const uint64_t others = non_digit_bits(word);
-    const int count = others == 0 ? 8 : __builtin_ctzll(others) / 8;
-    if (count == 0) return {0, 0};
-    // Moved to the end of the word, the digits have zeros before them.
-    return {combine_8_digits(digit_values(word) << (64 - 8 * count)), count};
-}
-
 static constexpr uint64_t tens[9] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
-
-// Appends the digits at `at` to `number`. Returns their count.
-static int parse_digits(const char *at, const char *end, uint64_t *number) {
-    const char *const begin = at;
-    if (end - at >= 8) {
-        const digit_run run = parse_up_to_8_digits(at);
-        *number = *number * tens[run.count] + run.number;
-        if (run.count < 8) return run.count;
-        at += 8;
-    }
-    for (; at != end && utl_IsDigit(*at); ++at)
-        *number = *number * 10 + static_cast<uint64_t>(*at - '0');
-    return static_cast<int>(at - begin);
-}
 
 // Multiplies an integer of at most 2^53 by an exact power of ten.
 static double scale_exactly(uint64_t digits, int exponent) {
@@ -93,101 +61,78 @@ static double with_sign(double magnitude, unsigned negative) {
     return std::bit_cast<double>(std::bit_cast<uint64_t>(magnitude) | uint64_t{negative} << 63);
 }
 
-// Reads a decimal whose parts a double holds exactly: at most 19 digits that make at most 2^53, and
-// a power of ten of at most 22. Returns the end of the number, or null for all other text. The
-// caller looks at the character there: another digit of the exponent or an x makes it a different
-// number.
-static const char *parse_exact_decimal(const char *at, const char *end, double *value) {
-    const bool negative = at != end && *at == '-';
-    at += negative;
-
-    uint64_t digits = 0;
-    int count = parse_digits(at, end, &digits);
-    int exponent = 0;
-    at += count;
-    if (at != end && *at == '.') {
-        exponent = -parse_digits(++at, end, &digits);
-        at -= exponent;
-        count -= exponent;
-    }
-    if (count == 0 || count > 19 || digits > max_exact_integer) return nullptr;
-    if (at != end && (*at == 'e' || *at == 'E')) {
-        const bool exponent_is_negative = end - at > 1 && at[1] == '-';
-        at += exponent_is_negative || (end - at > 1 && at[1] == '+') ? 2 : 1;
-        int written = 0;
-        const char *const first = at;
-        for (; at != end && at - first < 4 && utl_IsDigit(*at); ++at)
-            written = written * 10 + (*at - '0');
-        if (at == first || at - first == 4) return nullptr;
-        exponent += exponent_is_negative ? -written : written;
-    }
-    if (exponent <= -utl_exact_powers || exponent >= utl_exact_powers) return nullptr;
-    *value = with_sign(scale_exactly(digits, exponent), negative);
-    return at;
-}
-
-// Converts a run of `count` digits, at most eight. Sets a bit of `fault` if it contains another
-// character.
-static uint64_t convert_digits(const char *at, unsigned count, uint64_t *fault) {
-    if (count == 0) return 0;
-    const uint64_t word = load_8_chars(at);
+// Converts the first `count` characters of a word, 1 to 8 digits. Sets a bit of `fault` if one is
+// another character.
+static uint64_t convert_digits(uint64_t word, unsigned count, uint64_t *fault) {
     const unsigned trailing_bits = 64 - 8 * count; // of the characters after the digits
     *fault |= non_digit_bits(word) << trailing_bits;
+    // Moved to the end of the word, the digits have zeros before them.
     return combine_8_digits(digit_values(word) << trailing_bits);
 }
 
-// Removes "e+dd" from the end of the `length` characters at `at`. Returns the power of ten, 0
-// without an exponent of this form.
-static int strip_exponent(const char *at, unsigned *length) {
-    if (*length < 5) return 0;
-    const char *const tail = at + *length - 4;
-    if (tail[0] != 'e' && tail[0] != 'E') return 0;
-    if ((tail[1] != '+' && tail[1] != '-') || !utl_IsDigit(tail[2]) || !utl_IsDigit(tail[3]))
-        return 0;
-    *length -= 4;
-    const int exponent = 10 * (tail[2] - '0') + (tail[3] - '0');
-    return tail[1] == '-' ? -exponent : exponent;
+// Loads eight of the nine characters at `at`, without the one at `point`, 0 to 7.
+static uint64_t load_without_point(const char *at, unsigned point) {
+    const uint64_t after_point = ~uint64_t{0} << (8 * point);
+    return (load_8_chars(at) & ~after_point) | (load_8_chars(at + 1) & after_point);
 }
 
-// Reads the next field if it has the commonest form: an optional sign, up to eight digits, an
-// optional point with up to eight digits, an optional exponent of two digits. One vector shows the
-// begin, the end and the point, so that nothing is searched for twice. Returns the end of the
-// field, or null if the field has another form or may continue after the vector.
-static const char *parse_field_vector(const char *at, const char *end, double *number) {
-    if (end - at < 24) return nullptr; // words of eight are loaded from within the vector
-    const utl_vector text = utl_LoadVector(at);
-    const unsigned separators = utl_SeparatorBits(text);
-    const unsigned begin = utl_CountTrailingZeros(~separators);
-    const unsigned separators_from_begin = separators >> begin;
-    if (begin >= 16 || separators_from_begin == 0) return nullptr;
-    const char *const stop = at + begin + utl_CountTrailingZeros(separators_from_begin);
+// Returns true if the four characters at `tail` are "e+dd", and sets `exponent`.
+static bool read_exponent(const char *tail, int *exponent) {
+    const unsigned sign = static_cast<unsigned char>(tail[1]) - unsigned{'+'}; // 0, or 2 for '-'
+    const unsigned tens_digit = static_cast<unsigned char>(tail[2]) - unsigned{'0'};
+    const unsigned digit = static_cast<unsigned char>(tail[3]) - unsigned{'0'};
+    if ((tail[0] | 0x20) != 'e' || (sign & ~2U) != 0 || tens_digit > 9 || digit > 9) return false;
+    const auto power = static_cast<int>(10 * tens_digit + digit);
+    *exponent = sign != 0 ? -power : power;
+    return true;
+}
 
-    const unsigned sign = at[begin] == '-';
-    const char *const digits = at + begin + sign;
-    auto length = static_cast<unsigned>(stop - digits);
-    int exponent = strip_exponent(digits, &length);
-    const unsigned points = utl_MoveMask(utl_CompareEqual(text, '.')) >> (begin + sign);
-    const unsigned whole_count = utl_CountTrailingZeros(points | (1U << length));
-    if (whole_count > length) return nullptr;
-    const unsigned point = whole_count < length ? 1 : 0;
-    const unsigned part_count = length - whole_count - point;
-    if (whole_count > 8 || part_count > 8 || whole_count + part_count == 0) return nullptr;
+// A decimal number: digits times a power of ten.
+struct decimal {
+    uint64_t digits; // of at most 2^53
+    int exponent;
+};
 
+// Reads up to eight digits, a point that may be missing, and up to eight digits. Returns false if
+// the `length` characters at `at`, which is 20 or less, have another form. The mask `points` shows
+// the points among them.
+static bool read_mantissa(const char *at, unsigned length, unsigned points, decimal *number) {
+    const unsigned whole_count = utl_CountTrailingZeros(points | 1U << length);
+    const unsigned count = length - (whole_count < length ? 1 : 0);
+    const unsigned part_count = count - whole_count;
     uint64_t fault = 0;
-    const uint64_t whole = convert_digits(digits, whole_count, &fault);
-    const uint64_t part = convert_digits(digits + whole_count + point, part_count, &fault);
-    exponent -= static_cast<int>(part_count);
-    // With eight digits more the number stays below 2^53.
-    if (fault != 0 || whole > 9'000'000) return nullptr;
-    if (exponent <= -utl_exact_powers || exponent >= utl_exact_powers) return nullptr;
-    *number = with_sign(scale_exactly(whole * tens[part_count] + part, exponent), sign);
-    return stop;
+    if (count <= 8) { // nearly all numbers in the form %e
+        if (count == 0) return false;
+        const uint64_t word =
+            whole_count < 8 ? load_without_point(at, whole_count) : load_8_chars(at);
+        number->digits = convert_digits(word, count, &fault);
+    } else {
+        if (whole_count - 1 > 7 || part_count - 1 > 7) return false;
+        const uint64_t whole = convert_digits(load_8_chars(at), whole_count, &fault);
+        const uint64_t part =
+            convert_digits(load_8_chars(at + whole_count + 1), part_count, &fault);
+        if (whole > 9'000'000) return false; // with eight digits more it stays below 2^53
+        number->digits = whole * tens[part_count] + part;
+    }
+    number->exponent = -static_cast<int>(part_count);
+    return fault == 0;
 }
 
-const char *utl_ParseDecimalField(const char *at, const char *end, double *number) {
-    const char *stop = parse_field_vector(at, end, number);
-    if (!stop) stop = parse_exact_decimal(utl_FindField(at, end), end, number);
-    return stop && (stop == end || utl_IsSeparator(*stop)) ? stop : nullptr;
+double utl_ReadField(std::string_view field) {
+    const unsigned negative = field.front() == '-';
+    const char *const at = field.data() + negative;
+    size_t length = field.size() - negative;
+    int exponent = 0;
+    if (length > 4 && read_exponent(at + length - 4, &exponent)) length -= 4;
+    if (length > 17) return utl_ToDouble(field);
+
+    const unsigned points = utl_MoveMask(utl_CompareEqual(utl_LoadVector(at), '.'));
+    decimal number = {};
+    const bool is_plain = read_mantissa(at, static_cast<unsigned>(length), points, &number);
+    exponent += number.exponent;
+    if (!is_plain || exponent <= -utl_exact_powers || exponent >= utl_exact_powers)
+        return utl_ToDouble(field);
+    return with_sign(scale_exactly(number.digits, exponent), negative);
 }
 
 // Converts by strtod, which needs zero-terminated text. Text without a number is 0: some runtimes
@@ -227,10 +172,6 @@ static bool convert_decimal(std::string_view text, double *value) {
 #endif
 
 double utl_ToDouble(std::string_view text) {
-    const char *const text_end = text.data() + text.size();
-    double short_value = 0.0;
-    if (parse_exact_decimal(text.data(), text_end, &short_value) == text_end) return short_value;
-
     // Everything but plain decimals is left to strtod: a leading plus or white space, hexadecimal,
     // infinite and not-a-number forms, and values outside the range.
     const size_t sign = !text.empty() && text.front() == '-' ? 1 : 0;

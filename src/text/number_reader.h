@@ -10,12 +10,11 @@ inline bool utl_IsDigit(char c) { return c >= '0' && c <= '9'; }
 // plain decimal are converted.
 double utl_ToDouble(std::string_view text);
 
-// Reads the field at `at`, after any separators, if it is a plain decimal that can be converted
-// with one rounding. Returns the end of the field, or null for any other field and for none; the
-// caller then reads it by utl_ToDouble.
-const char *utl_ParseDecimalField(const char *at, const char *end, double *number);
+// Does the same for a field, which is not empty, contains no separator and is followed by
+// utl_padding readable characters (text/simd.h). Faster for plain decimals.
+double utl_ReadField(std::string_view field);
 
 // Returns the number at the start of `text` as atoi reads it: leading white space, a sign, digits;
 // 0 without digits. A value beyond 64 bits is clamped to their bounds; the result is its lower 32
-// bits.
+// bits, on every machine: atoi does the same where a long has 64 bits.
 int utl_ToInt(std::string_view text);

@@ -17,7 +17,9 @@
 
 using utl_vector = uint8_t __attribute__((vector_size(16)));
 
-constexpr size_t utl_vector_size = sizeof(utl_vector);
+// Vector code reads up to this number of characters after the end of its text. That memory must be
+// readable; its contents do not matter.
+constexpr size_t utl_padding = 64;
 
 // Loads the 16 characters at `at`, all of which must be readable.
 inline utl_vector utl_LoadVector(const char *at) {
@@ -64,6 +66,15 @@ inline unsigned utl_MoveMask(utl_vector flags) {
 }
 
 #endif
+
+// Returns a mask with a bit for each of the 64 characters at `at` that has a flag in
+// flags_of(vector).
+template <class function> inline uint64_t utl_Bits64(const char *at, function flags_of) {
+    uint64_t bits = 0;
+    for (unsigned k = 0; k < 64; k += 16)
+        bits |= uint64_t{utl_MoveMask(flags_of(utl_LoadVector(at + k)))} << k;
+    return bits;
+}
 
 // Returns the number of zero bits below the lowest set bit; one bit must be set.
 inline unsigned utl_CountTrailingZeros(unsigned bits) {

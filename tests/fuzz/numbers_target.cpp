@@ -29,21 +29,21 @@ static void check_unsigned(unsigned value) {
 }
 
 static void check_fields(const std::string &line) {
-    std::string_view fields = line;
-    std::string_view numbers = line;
-    std::string_view skipped = line;
+    const std::string padded = line + std::string(utl_padding, '1');
+    utl_line_fields fields = utl_SplitLine(std::string_view(padded).substr(0, line.size()));
+    utl_line_fields numbers = fields;
+    std::string_view rest = line;
     std::string_view field;
     std::string copy = line;
     for (char *token = strtok(copy.data(), " ,"); token; token = strtok(nullptr, " ,")) {
-        require(utl_NextField(&fields, &field) && field == token, "fields are those of strtok");
+        require(utl_NextField(&rest, &field) && field == token, "fields are those of strtok");
+        require(utl_TakeField(&fields) == field, "the vector form finds the same fields");
         double number = -1;
-        require(utl_NextNumber(&numbers, &number) && same(number, atof(token)),
+        require(utl_TakeNumber(&numbers, &number) && same(number, atof(token)),
                 "the numbers of a line are its fields as atof reads them");
-        require(utl_SkipFields(&skipped, 1) && skipped == fields && numbers == fields,
-                "what is left of a line is the same whichever way its fields were taken");
     }
-    require(!utl_NextField(&fields, &field) && field.empty(), "no field is left");
-    require(!utl_SkipFields(&skipped, 1), "no field is left to skip");
+    require(!utl_NextField(&rest, &field) && field.empty(), "no field is left");
+    require(utl_TakeField(&fields).empty(), "the vector form finds no other field");
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {

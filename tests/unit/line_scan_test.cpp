@@ -1,6 +1,7 @@
 // unit/line_scan_test.cpp - compares the vector forms of the line scan with the scalar forms, and
 // the scalar forms with expected results.
 #include "text/line_scan.h"
+#include "text/simd.h"
 
 #include "support.h"
 
@@ -21,12 +22,13 @@ std::string random_text(std::mt19937_64 *random, size_t length, size_t rarity) {
     while (text.size() < length)
         text += (*random)() % rarity == 0 ? special[(*random)() % special.size()]
                                           : static_cast<char>('a' + (*random)() % 20);
-    return text + std::string("<\n\0<\n\0<\n\0<\n\0<\n\0<\n", utl_scan_padding);
+    while (text.size() < length + utl_padding) text += special[text.size() % special.size()];
+    return text;
 }
 
 TEST(LineScan, FindsNewlineAndMarks) {
     const std::string text =
-        "plain\nwith < mark\n" + std::string(1, '\0') + "\nrest" + std::string(16, 'x');
+        "plain\nwith < mark\n" + std::string(1, '\0') + "\nrest" + std::string(utl_padding, 'x');
     utl_line_scan line = utl_ScanLineScalar(text.data(), 24);
     EXPECT_EQ(line.length, 5U);
     EXPECT_TRUE(line.ended);
@@ -43,7 +45,7 @@ TEST(LineScan, FindsNewlineAndMarks) {
 }
 
 TEST(LineScan, SkipsLinesWithoutMarks) {
-    const std::string text = "one\ntwo\na<b\nfour\n" + std::string(16, 'x');
+    const std::string text = "one\ntwo\na<b\nfour\n" + std::string(utl_padding, 'x');
     EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 100, 1).lines, 1U);
     EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 100, 1).length, 4U);
     EXPECT_EQ(utl_ScanLineRunScalar(text.data(), 17, 100, 9).lines, 2U) << "stops before the mark";
@@ -77,8 +79,8 @@ class guarded_page {
 TEST(LineScan, ReadsOnlyPaddingAfterText) {
     const guarded_page page;
     for (size_t length = 0; length <= 100; ++length) {
-        char *const text = page.end() - utl_scan_padding - length;
-        memset(text, 'x', length + utl_scan_padding);
+        char *const text = page.end() - utl_padding - length;
+        memset(text, 'x', length + utl_padding);
         EXPECT_EQ(utl_ScanLine(text, length).length, length);
         EXPECT_EQ(utl_ScanLineRun(text, length, 510, 10).lines, 0U);
         if (length > 0) text[length / 2] = '\n';

@@ -76,22 +76,28 @@ TEST_F(request_file, EveryTypeHasItsLabel) {
     }
 }
 
+double item_of(const char *line, uint32_t item, bool *complete) {
+    const padded_text text(line);
+    utl_line_fields fields = utl_SplitLine(text.text());
+    return crv_ReadItem(&fields, item, complete);
+}
+
 TEST_F(request_file, ItemsAreFirstToSixthNumber) {
     bool complete = true;
     for (uint32_t item = 1; item <= 6; ++item)
-        EXPECT_EQ(crv_ReadItem("11 12,13 14 15 16 17", item, &complete), 10 + item);
-    EXPECT_EQ(crv_ReadItem("11 12", 0, &complete), 11.0);
+        EXPECT_EQ(item_of("11 12,13 14 15 16 17", item, &complete), 10 + item);
+    EXPECT_EQ(item_of("11 12", 0, &complete), 11.0);
     EXPECT_TRUE(complete);
 }
 
 TEST_F(request_file, ItemsSevenAndEightAreMagnitudes) {
     bool complete = true;
-    EXPECT_EQ(crv_ReadItem("2 3 6 1 4 8", 7, &complete), 7.0);
-    EXPECT_EQ(crv_ReadItem("2 3 6 1 4 8", 8, &complete), 9.0);
+    EXPECT_EQ(item_of("2 3 6 1 4 8", 7, &complete), 7.0);
+    EXPECT_EQ(item_of("2 3 6 1 4 8", 8, &complete), 9.0);
     // The order of the sum: second square, first, third.
     const double a = 0.1, b = 0.7, c = 0.3;
-    EXPECT_EQ(crv_ReadItem("0.1 0.7 0.3", 7, &complete), std::sqrt((b * b + a * a) + c * c));
-    EXPECT_EQ(crv_ReadItem("0 0 0 0.1 0.7 0.3", 8, &complete), std::sqrt((b * b + a * a) + c * c));
+    EXPECT_EQ(item_of("0.1 0.7 0.3", 7, &complete), std::sqrt((b * b + a * a) + c * c));
+    EXPECT_EQ(item_of("0 0 0 0.1 0.7 0.3", 8, &complete), std::sqrt((b * b + a * a) + c * c));
     EXPECT_TRUE(complete);
 }
 

@@ -6,6 +6,7 @@
 #include "records/column.h"
 #include "records/settings.h"
 #include "system/memory.h"
+#include "text/simd.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,6 +17,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <unistd.h>
@@ -36,6 +38,18 @@ class text_file {
 
   private:
     std::string path_;
+};
+
+// Text followed by the padding that vector code may read: digits, which would continue a number.
+class padded_text {
+  public:
+    explicit padded_text(const std::string &text)
+        : padded_(text + std::string(utl_padding, '1')), length_(text.size()) {}
+    std::string_view text() const { return {padded_.data(), length_}; }
+
+  private:
+    std::string padded_;
+    size_t length_;
 };
 
 inline std::string bytes_of(const std::string &path) {

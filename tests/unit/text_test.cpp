@@ -111,35 +111,49 @@ TEST(Text, ReadsRandomNumbersLikeAtof) {
     }
 }
 
-TEST(Text, ReadsFieldNumbersLikeFields) {
-    std::mt19937_64 random(39);
+// Fields of all lengths, some of them longer than the 64 characters of one mask.
+std::string random_line(std::mt19937_64 *random) {
     const std::string characters = "0123456789012345678901234567890123456789...,,    eE+-x";
+    std::string line;
+    for (size_t length = (*random)() % 200; length > 0; --length) {
+        const size_t repeats = (*random)() % 50 == 0 ? (*random)() % 140 : 1;
+        line += std::string(repeats, characters[(*random)() % characters.size()]);
+    }
+    return line;
+}
+
+TEST(Text, TakesFieldsLikeScalarForm) {
+    std::mt19937_64 random(39);
     for (int round = 0; round < 50000; ++round) {
-        std::string line;
-        for (size_t length = random() % 60; length > 0; --length)
-            line += characters[random() % characters.size()];
-        std::string_view fields = line;
-        std::string_view numbers = line;
+        const padded_text line(random_line(&random));
+        std::string_view rest = line.text();
         std::string_view field;
-        while (utl_NextField(&fields, &field)) {
+        utl_line_fields fields = utl_SplitLine(line.text());
+        utl_line_fields numbers = fields;
+        while (utl_NextField(&rest, &field)) {
+            ASSERT_EQ(utl_TakeField(&fields), field) << line.text();
             double number = -1;
-            ASSERT_TRUE(utl_NextNumber(&numbers, &number)) << line;
-            expect_same(number, atof(std::string(field).c_str()), line);
-            ASSERT_EQ(numbers, fields) << line;
+            ASSERT_TRUE(utl_TakeNumber(&numbers, &number)) << line.text();
+            expect_same(number, atof(std::string(field).c_str()), std::string(field));
         }
+        for (int k = 0; k < 2; ++k) ASSERT_EQ(utl_TakeField(&fields), "") << line.text();
         double number = -1;
-        EXPECT_FALSE(utl_NextNumber(&numbers, &number));
+        EXPECT_FALSE(utl_TakeNumber(&numbers, &number));
         EXPECT_EQ(number, 0.0);
     }
 }
 
-TEST(Text, SkippingFieldsLeavesTheOthers) {
-    std::string_view rest = " a,b  c , d";
-    EXPECT_TRUE(utl_SkipFields(&rest, 0));
-    EXPECT_TRUE(utl_SkipFields(&rest, 2));
-    EXPECT_EQ(fields_of(rest), (std::vector<std::string>{"c", "d"}));
-    EXPECT_FALSE(utl_SkipFields(&rest, 3));
-    EXPECT_TRUE(fields_of(rest).empty());
+TEST(Text, TakesNumbersInAnyOrder) {
+    const padded_text line(" 1,2  3 ,4" + std::string(70, ' ') + "5 ");
+    utl_line_fields fields = utl_SplitLine(line.text());
+    for (const unsigned ordinal : {3U, 4U, 4U, 1U, 2U, 5U, 6U, 5U, 7U, 1U}) {
+        double number = -1;
+        EXPECT_EQ(utl_TakeNumberAt(&fields, ordinal, &number), ordinal <= 5);
+        EXPECT_EQ(number, ordinal <= 5 ? ordinal : 0);
+    }
+    double numbers[6] = {-1, -1, -1, -1, -1, -1};
+    EXPECT_EQ(utl_TakeNumbers(&fields, numbers), 5);
+    for (int k = 0; k < 6; ++k) EXPECT_EQ(numbers[k], k < 5 ? k + 1 : 0);
 }
 
 TEST(Text, ANumberEndsWithItsText) {
@@ -149,13 +163,11 @@ TEST(Text, ANumberEndsWithItsText) {
     EXPECT_EQ(utl_ToInt(std::string_view("12345").substr(0, 2)), 12);
 }
 
-// Reads a field that is followed by enough separators for the vector form.
 double number_in_line(const std::string &field) {
-    const std::string line = field + std::string(32, ' ');
-    std::string_view rest = line;
+    const padded_text line(field + " ");
+    utl_line_fields fields = utl_SplitLine(line.text());
     double number = -1;
-    EXPECT_TRUE(utl_NextNumber(&rest, &number)) << field;
-    EXPECT_EQ(rest.size(), 32U) << field;
+    EXPECT_TRUE(utl_TakeNumber(&fields, &number)) << field;
     return number;
 }
 
@@ -169,6 +181,11 @@ TEST(Text, ReadsMoreThanNineteenDigits) {
     }
 }
 
+// What atoi returns where a long has 64 bits; elsewhere it clamps a value to 32 bits.
+int atoi_by_64_bits(const char *text) {
+    return static_cast<int>(static_cast<uint32_t>(strtoll(text, nullptr, 10)));
+}
+
 TEST(Text, ReadsNothingAfterCutText) {
     for (const std::string &text : std::vector<std::string>{
              "1234567890123456789012345678.901234567890e123", "-0.12345678901234567890123",
@@ -177,10 +194,11 @@ TEST(Text, ReadsNothingAfterCutText) {
             const std::string cut = text.substr(0, length);
             const std::string_view view = std::string_view(text).substr(0, length);
             expect_same(utl_ToDouble(view), atof(cut.c_str()), cut);
-            EXPECT_EQ(utl_ToInt(view), atoi(cut.c_str())) << cut;
-            std::string_view rest = view;
+            EXPECT_EQ(utl_ToInt(view), atoi_by_64_bits(cut.c_str())) << cut;
+            const padded_text line(text);
+            utl_line_fields fields = utl_SplitLine(line.text().substr(0, length));
             double number = -1;
-            if (utl_NextNumber(&rest, &number))
+            if (utl_TakeNumber(&fields, &number))
                 expect_same(number, atof(cut.substr(0, cut.find(',')).c_str()), cut);
         }
     }
@@ -221,8 +239,10 @@ TEST(Text, CutNumberIsNotContinued) {
                 {"12.5 ", 2, 12.0},
                 {"12.5 ", 3, 12.0}};
     for (const auto &cut : cuts) {
+        const padded_text line(cut.line);
+        utl_line_fields fields = utl_SplitLine(line.text().substr(0, cut.length));
         double number = -1;
-        EXPECT_TRUE(utl_ReadNumberAt(std::string_view(cut.line).substr(0, cut.length), 1, &number));
+        EXPECT_TRUE(utl_TakeNumber(&fields, &number));
         EXPECT_EQ(number, cut.number) << cut.line << " cut to " << cut.length;
     }
 }
@@ -256,7 +276,7 @@ TEST(Text, IntegersAreReadAsByAtoi) {
                              "0x10",
                              "1e3",
                              "- 5"})
-        EXPECT_EQ(utl_ToInt(text), atoi(text)) << text;
+        EXPECT_EQ(utl_ToInt(text), atoi_by_64_bits(text)) << text;
 }
 
 } // namespace
