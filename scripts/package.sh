@@ -17,6 +17,10 @@ here=$PWD
 directory=${directory:-$here/dist}
 version=$(project_version)
 
+# rpmbuild rejects paths with blanks, which that of the source may have.
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
 make_packages() { # preset, compiler, kinds of packages
     local preset=$1 compiler=$2 kind
     shift 2
@@ -24,20 +28,20 @@ make_packages() { # preset, compiler, kinds of packages
         echo "Left out: $* of $preset, because $compiler is not installed"
         return
     fi
-    cmake --preset "$preset" >/dev/null
+    cmake --fresh --preset "$preset" >/dev/null # without variables of an earlier configuration
     cmake --build --preset "$preset" --parallel "$jobs" --target programs | tail -n 1
-    rm -rf "build/$preset/packages"
     # All packages have one time, that of the source; programs for Windows that are stripped too.
     SOURCE_DATE_EPOCH=$(
         sed -n 's/^set(CPACK_CRV_EPOCH "\(.*\)")$/\1/p' "build/$preset/CPackConfig.cmake"
     )
     export SOURCE_DATE_EPOCH
     for kind; do
-        cpack --config "build/$preset/CPackConfig.cmake" -G "$kind" \
-            -B "$here/build/$preset/packages" >"build/$preset/packages.log" 2>&1 ||
+        cpack --config "build/$preset/CPackConfig.cmake" -G "$kind" -B "$work" \
+            >"build/$preset/packages.log" 2>&1 ||
             { cat "build/$preset/packages.log" >&2; return 1; }
     done
-    cp "build/$preset/packages/"*.* "$directory"
+    cp "$work/"crv[-_]*.* "$directory"
+    rm -rf "${work:?}"/*
 }
 
 # The files of the source, each followed by a NUL: those that git does not ignore, or in an unpacked
