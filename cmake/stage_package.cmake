@@ -15,5 +15,8 @@ if(CPACK_GENERATOR STREQUAL "DEB")
     COMMAND_ERROR_IS_FATAL ANY)
 endif()
 
-execute_process(COMMAND find ${CPACK_TEMPORARY_DIRECTORY} -exec touch -h -d @${CPACK_CRV_EPOCH} {} +
+set(ENV{SOURCE_DATE_EPOCH} ${CPACK_CRV_EPOCH})
+string(TIMESTAMP crv_time "%Y%m%d%H%M.%S" UTC)
+set(ENV{TZ} UTC0)
+execute_process(COMMAND find ${CPACK_TEMPORARY_DIRECTORY} -exec touch -h -t ${crv_time} {} +
   COMMAND_ERROR_IS_FATAL ANY)
