@@ -10,8 +10,7 @@ static_assert(sizeof(crv_value) <= 16);
 // time of a run that stores ten million values.
 static constexpr size_t first_block_values = 4096;       // 64 KiB
 static constexpr size_t large_block_values = 512 * 1024; // 8 MiB
-static constexpr size_t large_page_values = // rounded up
-    (crv_large_page + sizeof(crv_value) - 1) / sizeof(crv_value);
+static constexpr size_t large_page_values = (crv_large_page - 1) / sizeof(crv_value) + 1;
 
 crv_column *crv_columns[CRV_MAXCOLS];
 
