@@ -51,5 +51,8 @@ endif()
 
 execute_process(COMMAND find ${CPACK_TEMPORARY_DIRECTORY} -exec chmod u+rw,go+r {} +
   COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND find ${CPACK_TEMPORARY_DIRECTORY} -exec touch -h -d @${CPACK_CRV_EPOCH} {} +
+set(ENV{SOURCE_DATE_EPOCH} ${CPACK_CRV_EPOCH})
+string(TIMESTAMP crv_time "%Y%m%d%H%M.%S" UTC)
+set(ENV{TZ} UTC0)
+execute_process(COMMAND find ${CPACK_TEMPORARY_DIRECTORY} -exec touch -h -t ${crv_time} {} +
   COMMAND_ERROR_IS_FATAL ANY)

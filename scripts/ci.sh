@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs the checks that scripts/test.sh leaves out: analysis, faults and bounds with sanitizers,
-# valgrind, pictures, shells, packages, printer, libc++, two other processors, Windows, coverage, the
-# demonstration, and 20 seconds of each fuzz target. Installs missing packages. A skipped test counts as failed unless
-# it is in scripts/allowed_skips.txt.
+# valgrind, pictures, shells, packages, printer, libc++, two other processors, Windows, coverage,
+# the demonstration, and 20 seconds of each fuzz target. Installs missing packages. A skipped test
+# counts as failed unless it is in scripts/allowed_skips.txt.
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Tests that take hours: fuzzing, lines of 4 GiB, the image, the tests of the source archive, the
-# remaining targets, benchmarks, and the mutation score if its script is present.
+# targets that scripts/ci.sh leaves out, benchmarks, and the mutation score if its script is present.
 #
 #   scripts/nightly.sh [SECONDS]    fuzzes each target for that time, by default an hour
 set -euo pipefail

@@ -38,7 +38,8 @@ packages_of() {
             echo clang libc++-dev libc++abi-dev # the other C++ library
             ;;
         all-targets)
-            packages_of targets && packages_of bench && packages_of fuzz
+            packages_of targets && packages_of fuzz
+            echo libbenchmark-dev
             echo g++-arm-linux-gnueabihf g++-i686-linux-gnu g++-riscv64-linux-gnu
             ;;
         coverage) packages_of test && echo gcovr ;;

@@ -40,7 +40,7 @@ struct crv_driver {
 // Returns chart 0. Ends the program with status 0 if it could not be allocated, which has been
 // reported.
 inline crv_chart *crv_RequireChart(crv_driver *driver) {
-    if (!driver->chart) utl_Quit(0);
+    if (!driver->chart) utl_Fail(0);
     return driver->chart;
 }
 

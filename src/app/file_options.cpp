@@ -36,7 +36,7 @@ static void apply_positional_rules(crv_driver *driver) {
     ++driver->file_option_count;
     if (!driver->selection) {
         printf("%%crv_05-f-req, Requests must be specified prior to files.\n");
-        utl_Quit(status_refused);
+        utl_Fail(status_refused);
     }
     if (driver->file_option_count > 1 && strncmp(driver->selection, "0,", 2) == 0) {
         printf("%%crv_05-i-tim, Redundant time specification ignored.\n");
@@ -62,7 +62,7 @@ static void require_free_slots(const crv_driver *driver, int wanted) {
     if (wanted <= free_slots) return;
     fprintf(utl_ErrorStream(), "%%crv_05-f-col, \"%s\" would need %d columns, %d of %d are free\n",
             driver->file_path.c_str(), wanted, free_slots, CRV_MAXCOLS);
-    utl_Quit(status_refused);
+    utl_Fail(status_refused);
 }
 
 // The chart shows the ranges of the first two columns.
@@ -99,7 +99,7 @@ static int read_request_file(crv_driver *driver) {
     const crv_selection selection = crv_ParseSel(driver->selection, driver->columns_read);
     require_free_slots(driver, selection.num_pairs);
     const int count = crv_ReadReq(driver->file_path.c_str(), selection);
-    if (count < 1) utl_Quit(status_no_request_file);
+    if (count < 1) utl_Fail(status_no_request_file);
     return count;
 }
 
@@ -107,7 +107,7 @@ static int read_madymo_file(crv_driver *driver) {
     const crv_selection selection = crv_ParseSel(driver->selection, driver->columns_read);
     require_free_slots(driver, selection.num_pairs);
     const int count = crv_ReadMad(driver->file_path.c_str(), selection);
-    if (count < 1) utl_Quit(status_refused);
+    if (count < 1) utl_Fail(status_refused);
     return count;
 }
 
@@ -127,10 +127,18 @@ static void load_request_file(crv_driver *driver) {
             utl_ErrorStream(),
             "%%crv_05-f-val, The value of one request when another is \"%s\" needs two requests\n",
             driver->value.c_str());
-        utl_Quit(status_refused);
+        utl_Fail(status_refused);
     }
-    crv_ReportValue(driver->value.c_str(), crv_DBG);
-    utl_Quit(status_reported);
+    switch (crv_ReportValue(driver->value.c_str(), crv_DBG)) {
+    case crv_value_report::printed: utl_Finish(status_reported);
+    case crv_value_report::not_reached: utl_FinishUnreached(status_reported);
+    case crv_value_report::unknown_word: break;
+    }
+    if (utl_NoteFailure())
+        fprintf(utl_ErrorStream(),
+                "%%crv_05-e-val, \"%s\" is not a number, max, min, amax or amin\n",
+                driver->value.c_str());
+    utl_Fail(status_reported);
 }
 
 // -f and -fr
@@ -147,7 +155,7 @@ static void handle_frame_file(crv_driver *driver, int index) {
     require_free_slots(driver, 2);
     crv_RequireChart(driver);
     const int count = crv_ReadVDR(driver->file_path.c_str(), driver->columns_read);
-    if (count < 1) utl_Quit(status_refused);
+    if (count < 1) utl_Fail(status_refused);
     count_columns(driver, count);
     update_chart(driver);
 }
@@ -169,7 +177,7 @@ static void handle_column_file(crv_driver *driver, int index) {
         const int first_line = label_line < INT_MAX ? label_line + 1 : INT_MAX;
         const int count =
             crv_ReadPost(driver->file_path.c_str(), selection, label_line, first_line);
-        if (count < 1) utl_Quit(status_refused);
+        if (count < 1) utl_Fail(status_refused);
         count_columns(driver, count);
         update_chart(driver);
         snprintf(driver->chart->minor_t[0], sizeof driver->chart->minor_t[0], "filename = %s",
@@ -203,7 +211,7 @@ static crv_file *choose_files(const crv_driver *driver, int index, const char *p
     if (next[0] == '-') {
         fprintf(utl_ErrorStream(), "%%crv_05-f-fil, Option %s needs a file name, not \"%s\"\n",
                 driver->argv[index], next);
-        utl_Quit(status_refused);
+        utl_Fail(status_refused);
     }
     crv_file *file = crv_AllocFile(next);
     printf("%%crv_05-i-fil, File to process = \"%s\" \n", file->name);
@@ -218,7 +226,7 @@ static void refuse_to_overwrite_inputs(const crv_driver *driver) {
         fprintf(utl_ErrorStream(),
                 "%%crv_05-f-wri, The table would be written over \"%s\", which was read\n",
                 path.c_str());
-        utl_Quit(status_refused);
+        utl_Fail(status_refused);
     }
 }
 
@@ -227,6 +235,7 @@ static void refuse_to_overwrite_inputs(const crv_driver *driver) {
 [[noreturn]] static void handle_columnizing(crv_driver *driver, int index, char letter,
                                             const columnized_format &format) {
     crv_file *file = choose_files(driver, index, format.pattern);
+    if (!file) utl_Fail(status_columnized);
     while (file) {
         driver->file_path = file->name;
         refuse_to_overwrite_inputs(driver);
@@ -235,7 +244,7 @@ static void refuse_to_overwrite_inputs(const crv_driver *driver) {
         file = crv_FreeFile(file);
         printf("   \n");
     }
-    utl_Quit(status_columnized);
+    utl_Finish(status_columnized);
 }
 
 void crv_HandleFileOption(crv_driver *driver, int index, crv_option option) {

@@ -143,9 +143,12 @@ static void handle_subtitle(crv_driver *driver, int index) {
     if (value) set_major_title(driver, 1, value);
 }
 
-// The result of the report becomes the run request.
+// The result of the report becomes the run request. A lost line is reported only if it decides the
+// status of the run.
 static void handle_usage(crv_driver *driver) {
     driver->request = utl_Report(driver->argc, driver->argv, "crv", nullptr, usage_action, crv_DBG);
+    if (driver->request != 1 && utl_NoteFailure())
+        fprintf(utl_ErrorStream(), "%%crv_05-e-use, The usage file could not be written\n");
 }
 
 static void handle_write_file(crv_driver *driver, int index) {

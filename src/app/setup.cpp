@@ -38,14 +38,14 @@ static void refuse_to_overwrite_inputs(const crv_driver *driver) {
         fprintf(utl_ErrorStream(),
                 "%%crv_05-f-ps , The chart would be written over \"%s\", which was read\n",
                 path.c_str());
-        utl_Quit(status_refused);
+        utl_Fail(status_refused);
     }
     const char *user_file = driver->chart->story_ts[0];
     if (!utl_IsSameFile(driver->ps_path, user_file)) return;
     fprintf(utl_ErrorStream(),
             "%%crv_05-f-ps , The chart would be written over \"%s\", which is pasted into it\n",
             user_file);
-    utl_Quit(status_refused);
+    utl_Fail(status_refused);
 }
 
 [[noreturn]] static void draw_chart(crv_driver *driver) {
@@ -61,7 +61,7 @@ static void refuse_to_overwrite_inputs(const crv_driver *driver) {
     crv_PlotEnd(driver->ps_path, stream);
     printf("  \n");
     printf(" %%crv_05-i-fini, ******** voila\n");
-    utl_Quit(status_chart_done);
+    utl_Finish(status_chart_done);
 }
 
 static bool is_text_request(int request) {
@@ -76,7 +76,7 @@ static bool is_text_request(int request) {
     case crv_request_examples: crv_PrintExamples(); break;
     default: crv_PrintBugs(); break;
     }
-    utl_Quit(status_text_printed);
+    utl_Finish(status_text_printed);
 }
 
 static void check_data(const crv_driver *driver) {
@@ -84,7 +84,7 @@ static void check_data(const crv_driver *driver) {
         driver->request < crv_request_help || driver->request > crv_request_write;
     if (driver->columns_read >= 2 || !needs_data) return;
     fprintf(utl_ErrorStream(), "%%crv_05-f-dat, Some data Must be selected to continue!\n");
-    utl_Quit(0);
+    utl_Fail(0);
 }
 
 static void set_up_chart(crv_driver *driver) {
@@ -143,7 +143,7 @@ void crv_SetUp(int argc, char **argv, char ** /*envp*/) {
     utl_GetBuildInfo(&build_info);
     if (argc < 2) {
         printf("%%crv_05-f-arg, No arguments specified. Try (crv -h) \n");
-        utl_Quit(0);
+        utl_Fail(0);
     }
     driver.chart = crv_AllocCht(0);
     crv_ClearColumns();

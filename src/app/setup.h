@@ -6,6 +6,8 @@
 // `envp` is not used. Returns after a run without chart and text; otherwise ends the program with
 // one of these statuses:
 //
+// (traditional ones; console.h has the conventional ones)
+//
 //   0   no arguments, a selection after its file, fewer than two columns, columnized files, a
 //       conditional value report, a file that cannot be written or (except a request file) read
 //   1   a finished chart, a printed text, a request file that cannot be read

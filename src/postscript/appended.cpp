@@ -29,7 +29,7 @@ int crv_PlotAppen(FILE *stream, const char *user_file, const char *path) {
     if (!in) {
         utl_ReportError("    _46-f-fopen read, ");
         printf(" \"%s\"\n", user_file);
-        utl_Quit(0);
+        utl_Fail(0);
     }
     for (;;) {
         const utl_line line = utl_ReadLine(in, line_limit);
@@ -37,6 +37,11 @@ int crv_PlotAppen(FILE *stream, const char *user_file, const char *path) {
             break;
         const std::string_view kept = line.text.substr(0, kept_length);
         fprintf(stream, "%.*s\n", static_cast<int>(kept.size()), kept.data());
+    }
+    if (in->error != 0) {
+        errno = in->error;
+        utl_ReportError("    _46-e-fread");
+        utl_NoteFailure();
     }
     utl_CloseReader(in);
 

@@ -70,7 +70,7 @@ static void read_counts(madymo_file *mad) {
     fprintf(utl_ErrorStream(),
             "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
             mad->num_requests, mad->in.path);
-    utl_Quit(status_failed);
+    utl_Fail(status_failed);
 }
 
 // Sets the line of each entry. The number of a request is its position, so that a request is found
@@ -131,7 +131,7 @@ static double read_item(madymo_file *mad, utl_line_fields *fields, uint32_t item
     if (item > max_numbers_per_line) { // Deliberate: the message is misspelled.
         fprintf(utl_ErrorStream(), "%%crv_88-f-col, Exceeded Max number of col to reqest of %d\n",
                 static_cast<int>(max_numbers_per_line));
-        utl_Quit(status_failed);
+        utl_Fail(status_failed);
     }
     if (item == 0) return mad->time;
     double number = 0.0;
@@ -170,7 +170,7 @@ static void require_newline(const madymo_file *mad, utl_line line) {
     if (line.status == utl_line_status::newline) return;
     fprintf(utl_ErrorStream(), "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n",
             mad->in.path);
-    utl_Quit(status_failed);
+    utl_Fail(status_failed);
 }
 
 // Returns the line of entry `next` in a step, or the first line after the step.

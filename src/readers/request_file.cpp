@@ -215,7 +215,7 @@ static void set_means(const request_file *req) {
         if (column->numpts < 1) {
             fprintf(utl_ErrorStream(), "%%crv_83-e-pts, No data points found for item (%d)\n",
                     req->selection.first_slot + static_cast<int>(k));
-            utl_Quit(1);
+            utl_Fail(1);
         }
         column->mean = crv_MeanOf(column->sum, column->numpts);
     }

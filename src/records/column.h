@@ -4,7 +4,8 @@
 
 #include <cstdint>
 
-// One node of a column's value list, in reading order.
+// One node of a column's value list, in reading order: 16 bytes, or 12 where a double is aligned to
+// 4 bytes as on 32-bit x86.
 struct crv_value {
     double val;
     crv_value *next; // null at the end
@@ -54,13 +55,36 @@ extern crv_column *crv_columns[CRV_MAXCOLS];
 // set if memory runs out; the slot is then unchanged.
 crv_column *crv_AllocColumn(int slot);
 
-// Returns a new zero-filled value node, or null with errno set if memory runs out. A node has 16
-// bytes, or 12 where a double is aligned to 4 bytes as on 32-bit x86.
-crv_value *crv_AllocValue();
+// The free nodes of the last block of values; both null before the first.
+struct crv_value_block {
+    crv_value *next;
+    crv_value *end;
+};
+extern crv_value_block crv_free_values;
+
+// Returns the first node of a new block, or null with errno set if memory runs out.
+crv_value *crv_AllocValueBlock();
+
+// Returns a new zero-filled value node, or null with errno set if memory runs out.
+inline crv_value *crv_AllocValue() {
+    return crv_free_values.next != crv_free_values.end ? crv_free_values.next++
+                                                       : crv_AllocValueBlock();
+}
 
 // Appends `value` to the list of the column and sets val_cur to it. Returns false with errno set if
 // memory runs out. Call it after the routines of column_stats.h, which need the old list.
-bool crv_AppendValue(crv_column *column, double value);
+inline bool crv_AppendValue(crv_column *column, double value) {
+    crv_value *node = crv_AllocValue();
+    if (!node) return false;
+    node->val = value;
+    if (column->val_list) {
+        column->val_cur->next = node;
+    } else {
+        column->val_list = node;
+    }
+    column->val_cur = node;
+    return true;
+}
 
 // Counts one value of the column, in both counts.
 inline void crv_CountValue(crv_column *column) {

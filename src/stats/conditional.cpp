@@ -28,9 +28,11 @@ struct point_pair {
 
 } // namespace
 
-static void report_not_found(const crv_column *first, const crv_column *second, double x) {
+static crv_value_report report_not_found(const crv_column *first, const crv_column *second,
+                                         double x) {
     printf("NOT! [%s] when [%s] = %f, (s = %d, %f) \n", first->colname, second->colname, x, -1,
            -1.0);
+    return crv_value_report::not_reached;
 }
 
 // Sets *point to the values of point `number` and the previous one. Returns false if the column has
@@ -49,16 +51,13 @@ static bool find_point(const crv_column *column, uint32_t number, point_pair *po
     return true;
 }
 
-static void report_extreme(const char *name, const crv_column *first, const crv_column *second,
-                           uint32_t step, double time) {
+static crv_value_report report_extreme(const char *name, const crv_column *first,
+                                       const crv_column *second, uint32_t step, double time) {
     point_pair point = {};
-    if (find_point(first, step, &point)) {
-        printf("%s [%s] when [%s] = %s, (s = %d, t = %f)\n",
-               utl_FormatFixed(point.current, 0, 6).text, first->colname, second->colname, name,
-               static_cast<int>(step), time);
-    } else {
-        report_not_found(first, second, 0.0);
-    }
+    if (!find_point(first, step, &point)) return report_not_found(first, second, 0.0);
+    printf("%s [%s] when [%s] = %s, (s = %d, t = %f)\n", utl_FormatFixed(point.current, 0, 6).text,
+           first->colname, second->colname, name, static_cast<int>(step), time);
+    return crv_value_report::printed;
 }
 
 // Returns the first point that equals x or that is the end of a crossing, strict on both sides.
@@ -77,39 +76,36 @@ static crossing find_crossing(const crv_column *column, double x) {
     return {false, -1, -1.0};
 }
 
-static void report_number(const char *condition, const crv_column *first,
-                          const crv_column *second) {
+static crv_value_report report_number(const char *condition, const crv_column *first,
+                                      const crv_column *second) {
     const double x = utl_ToDouble(condition);
     const crossing hit = find_crossing(first, x);
     point_pair point = {};
-    if (!hit.found || !find_point(second, static_cast<uint32_t>(hit.number), &point)) {
-        report_not_found(first, second, x);
-        return;
-    }
+    if (!hit.found || !find_point(second, static_cast<uint32_t>(hit.number), &point))
+        return report_not_found(first, second, x);
     const double rise = utl_Subtract(point.current, point.previous);
     const double value = utl_Add(point.previous, utl_Multiply(hit.fraction, rise));
     printf("%s [%s] when [%s] = %f, (s = %d, %f) \n", utl_FormatFixed(value, 0, 6).text,
            first->colname, second->colname, x, hit.number, hit.fraction);
+    return crv_value_report::printed;
 }
 
-void crv_ReportValue(const char *condition, int /*debug_level*/) {
+crv_value_report crv_ReportValue(const char *condition, int /*debug_level*/) {
     const crv_column *first = crv_columns[0];
     const crv_column *second = crv_columns[1];
     const char letter = condition[0];
     const char second_letter = letter ? condition[1] : '\0';
     const char third_letter = second_letter ? condition[2] : '\0';
 
-    if (letter == 'm' && second_letter == 'a') {
-        report_extreme("max", first, second, second->max_step, second->max_time);
-    } else if (letter == 'm' && second_letter == 'i') {
-        report_extreme("min", first, second, second->min_step, second->min_time);
-    } else if (letter == 'a' && third_letter == 'a') {
-        report_extreme("amax", first, second, second->absmax_step, second->absmax_time);
-    } else if (letter == 'a' && third_letter == 'i') {
-        report_extreme("amin", first, second, second->absmin_step, second->absmin_time);
-    } else if (letter == 'm' || letter == 'a') { // Deliberate: other words print a newline.
-        printf("\n");
-    } else {
-        report_number(condition, first, second);
-    }
+    if (letter == 'm' && second_letter == 'a')
+        return report_extreme("max", first, second, second->max_step, second->max_time);
+    if (letter == 'm' && second_letter == 'i')
+        return report_extreme("min", first, second, second->min_step, second->min_time);
+    if (letter == 'a' && third_letter == 'a')
+        return report_extreme("amax", first, second, second->absmax_step, second->absmax_time);
+    if (letter == 'a' && third_letter == 'i')
+        return report_extreme("amin", first, second, second->absmin_step, second->absmin_time);
+    if (letter != 'm' && letter != 'a') return report_number(condition, first, second);
+    printf("\n"); // Deliberate: other words print a newline.
+    return crv_value_report::unknown_word;
 }

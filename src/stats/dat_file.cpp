@@ -161,7 +161,7 @@ static void write_values(FILE *out, columns_span columns) {
 [[noreturn]] static void fail_write(const std::string &dat_path) {
     utl_ReportError(" crv_84-f-fwrite, in crv_writecols() ");
     if (utl_IsRegularFile(dat_path.c_str())) remove(dat_path.c_str());
-    utl_Quit(status_failed);
+    utl_Fail(status_failed);
 }
 
 static void close_table(FILE *out, const std::string &dat_path) {
@@ -177,7 +177,7 @@ static FILE *open_table(const char *path, const std::string &dat_path) {
         fprintf(utl_ErrorStream(),
                 "%%crv_84-f-wri, \"%s\" is the file that is read, it is not written over\n",
                 dat_path.c_str());
-        utl_Quit(status_failed);
+        utl_Fail(status_failed);
     }
     FILE *out = fopen(dat_path.c_str(), "w");
     if (!out) utl_QuitWithError(" crv_84-f-fopen, in crv_writecols() ", status_failed);

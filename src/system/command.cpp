@@ -12,8 +12,10 @@ static bool is_interpreter_missing() {
     return true;
 }
 
-bool utl_RunCommand(const char *command) {
+utl_command_end utl_RunCommand(const char *command) {
     fflush(nullptr);
     const int result = system(command);
-    return result == 0 || (result != -1 && !is_interpreter_missing());
+    if (result == 0) return utl_command_end::succeeded;
+    if (result == -1 || is_interpreter_missing()) return utl_command_end::not_started;
+    return utl_command_end::failed;
 }

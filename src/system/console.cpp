@@ -21,7 +21,7 @@ void utl_ReportError(const char *report) {
 
 void utl_QuitWithError(const char *report, int status) {
     utl_ReportError(report);
-    utl_Quit(status);
+    utl_Fail(status);
 }
 
 // Returns the next character of standard input; skips a CR before a line end.

@@ -7,5 +7,9 @@
 // calloc; tests replace it by an allocator that fails on demand.
 extern void *(*crv_Calloc)(size_t count, size_t size);
 
-// Advises the system that all of a large block will be used, so that it can map large pages.
-void crv_AdviseLargePages(void *block, size_t size);
+constexpr size_t crv_large_page = 2 * 1024 * 1024;
+
+// Advises the system that `size` bytes will be used from the first large page in `block` on, so
+// that it can map large pages. Returns the begin of that page; the block must have crv_large_page
+// bytes more.
+void *crv_AdviseLargePages(void *block, size_t size);

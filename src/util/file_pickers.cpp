@@ -198,7 +198,7 @@ crv_file *crv_ListFiles(const char *pattern) {
 
 [[noreturn]] static void reject_answer() {
     fprintf(utl_ErrorStream(), "%%utl_33-f-nofil, Improper file selection.\n");
-    utl_Quit(status_failed);
+    utl_Fail(status_failed);
 }
 
 static crv_file *list_files(const char *pattern, int *count) {

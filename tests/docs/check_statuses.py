@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Compares the exit statuses that the documents list with runs. For each situation that the manual
-page (EXIT STATUS) and docs/options.md list, statuses.txt has commands. They are run, and their
-status and message are compared. Together they print each fatal message of docs/messages.md.
+page (EXIT STATUS) and docs/options.md list, statuses.txt has commands. They are run, with and
+without CRV_STATUS=conventional, and their status and message are compared. Together they print each
+fatal message of docs/messages.md.
 
     check_statuses.py CRV ROOT
 """
@@ -18,12 +19,13 @@ import example_sandbox
 
 MEMORY_STEP = 64 * 1024
 MEMORY_ENOUGH = 64 << 20
+MODES = ({}, {"CRV_STATUS": "conventional"})
 
 
 class Situation(NamedTuple):
     """An entry of statuses.txt."""
 
-    status: int
+    statuses: tuple  # the traditional and the conventional one
     words: str  # of the manual page
     option_words: str  # of docs/options.md, or empty
     commands: list  # pairs of a command and a part of what it prints
@@ -36,9 +38,10 @@ def read_situations(path):
             command, message = line.strip().split(" => ")
             situations[-1].commands.append((command, message))
         elif line and not line.startswith("#"):
-            status, words = line.split(": ", 1)
+            numbers, words = line.split(": ", 1)
             words, _, option_words = words.partition(" | ")
-            situations.append(Situation(int(status), words, option_words, []))
+            statuses = tuple(map(int, numbers.split()))
+            situations.append(Situation(statuses, words, option_words, []))
     return situations
 
 
@@ -48,10 +51,10 @@ FATAL = re.compile(r"^ *(?:%?(?:crv|utl))?_\d+-f-")
 
 
 def listed_statuses(page):
-    """The text that the manual page has under each status."""
+    """The text that the manual page has under each pair of statuses."""
     text = check_man.section(page, "EXIT STATUS")
-    found = re.findall(r"^\.It (\d+)\n(.*?)^\.El$", text, re.S | re.M)
-    return {int(status): items_of(items) for status, items in found}
+    found = re.findall(r"^\.It (\d+) \(conventional (\d+)\)\n(.*?)^\.El$", text, re.S | re.M)
+    return {(int(status), int(other)): items_of(items) for status, other, items in found}
 
 
 def items_of(text):
@@ -66,23 +69,23 @@ def items_of(text):
 
 def phrases_of_options(text):
     """The phrases of the table of statuses of docs/options.md."""
-    rows = re.findall(r"^\| (\d+) \| (.*) \|$", text, re.M)
-    return {int(status): phrases.split("; ") for status, phrases in rows}
+    rows = re.findall(r"^\| (\d+) \| (\d+) \| (.*) \|$", text, re.M)
+    return {(int(status), int(other)): phrases.split("; ") for status, other, phrases in rows}
 
 
 def faults_of_words(situations, page, options):
     """The documents list the situations that are tried, and no others."""
     statuses = listed_statuses(page)
     for tried in situations:
-        if not any(tried.words in item for item in statuses.get(tried.status, [])):
-            yield f"EXIT STATUS does not have under {tried.status}: {tried.words}"
+        if not any(tried.words in item for item in statuses.get(tried.statuses, [])):
+            yield f"EXIT STATUS does not have under {tried.statuses}: {tried.words}"
     for status, items in statuses.items():
         for item in items:
             for tried in situations:
-                item = item.replace(tried.words, "") if tried.status == status else item
+                item = item.replace(tried.words, "") if tried.statuses == status else item
             if item.strip(" ,"):
                 yield f"EXIT STATUS has under {status}, but no run has shown: {item}"
-    shown = {(tried.status, tried.option_words) for tried in situations if tried.option_words}
+    shown = {(tried.statuses, tried.option_words) for tried in situations if tried.option_words}
     listed = {
         (status, phrase)
         for status, phrases in phrases_of_options(options).items()
@@ -94,16 +97,25 @@ def faults_of_words(situations, page, options):
         yield f"docs/options.md does not have for {status}: {words}"
 
 
+def in_both_modes(situations):
+    """Each situation with the variables of the environment and the status, in both modes."""
+    for situation in situations:
+        for variables, status in zip(MODES, situation.statuses, strict=True):
+            yield situation, variables, status
+
+
 def faults_of_runs(crv, situations, messages):
     unseen = set(messages)
-    for status, words, _, commands in situations:
-        for command, message in commands:
+    for situation, variables, status in in_both_modes(situations):
+        for command, message in situation.commands:
             if command.startswith("memory: "):
                 continue
             with example_sandbox.ExampleSandbox(crv) as box:
+                box.environment |= variables
                 got, printed = box.run("sh", "-c", command)
             if got != status or message not in printed:
-                yield f"{words}: {command} ends with {got}, not {status}: {printed[-300:]!r}"
+                yield (f"{situation.words}: {variables} {command} ends with {got}, not {status}: "
+                       f"{printed[-300:]!r}")
             unseen = {text for text in unseen if not is_printed(text, printed)}
     yield from (f"no listed situation ends with the message: {text}" for text in sorted(unseen))
 
@@ -151,16 +163,17 @@ def runs_out(box, command, report):
 
 
 def faults_of_memory(crv, situations):
-    for status, words, _, commands in situations:
-        for command, report in commands:
+    for situation, variables, status in in_both_modes(situations):
+        for command, report in situation.commands:
             if not command.startswith("memory: "):
                 continue
             with example_sandbox.ExampleSandbox(crv) as box:
+                box.environment |= variables
                 for number in range(2000):  # a list to pick from that needs memory
                     box.write(f"{number}{'x' * 100}.req", "")
                 statuses = runs_out(box, command.removeprefix("memory: "), report)
             if statuses != {status}:
-                yield f"{words}: {command} ends with {statuses}, not {status}"
+                yield f"{situation.words}: {command} ends with {statuses}, not {status}"
 
 
 def main():

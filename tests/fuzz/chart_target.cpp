@@ -180,6 +180,20 @@ static void check_curves(const chart_input &input, const std::string &text) {
     }
 }
 
+// The first read gives the whole file, and the second one its end.
+static void check_bad_read(const chart_input &input,
+                           const std::map<std::string, std::string> &files) {
+    if (input.texts[3].empty()) return;
+    sandbox box;
+    box.bad_read = 2;
+    const outcome result = run_sandboxed(box, files, [&] { write_chart(input); });
+    require(!result.quit && result.commands.size() == 1, "the chart is written and printed");
+    require(result.err.find("    _46-e-fread: Input/output error\n") != result.err.npos,
+            "a pasted file that cannot be read to its end is reported");
+    require(result.files.at("crv.ps").find(user_file) != std::string::npos,
+            "what was read is pasted");
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const chart_input input = take_input({reinterpret_cast<const char *>(data), size});
     const std::map<std::string, std::string> files = {{"user.ps", user_file}};
@@ -196,5 +210,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     }
     require(run_sandboxed({}, files, [&] { write_chart(input); }) == result,
             "a second chart is the same");
+    check_bad_read(input, files);
     return 0;
 }

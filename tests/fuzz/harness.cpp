@@ -120,7 +120,7 @@ time_t __wrap_time(time_t *out) {
 
 void utl_Quit(int status) { throw run_ended{status}; }
 
-bool utl_RunCommand(const char *command) {
+utl_command_end utl_RunCommand(const char *command) {
     const std::string_view text = command;
     if (text.starts_with("/bin/ls > crv_temp.tmp ")) {
         FILE *out = __real_fopen("crv_temp.tmp", "w");
@@ -131,7 +131,7 @@ bool utl_RunCommand(const char *command) {
     } else {
         result.commands.emplace_back(command);
     }
-    return true;
+    return utl_command_end::succeeded;
 }
 
 // Whether a block of values is needed depends on the runs before: it is always given.

@@ -1,6 +1,6 @@
 # Programs of another processor as programs of this machine: for each one, a program of its name in
 # the directory "emulated" that runs it under QEMU. Sets crv_tested_program to the one of crv.
-if(NOT CMAKE_CROSSCOMPILING_EMULATOR)
+if(NOT CRV_QEMU)
   message(FATAL_ERROR "The tests of this target need qemu-user-static")
 endif()
 find_program(CRV_HOST_COMPILER NAMES g++ clang++ c++ REQUIRED)
@@ -12,7 +12,7 @@ list(TRANSFORM starters PREPEND ${emulated}/)
 foreach(starter IN LISTS starters)
   add_custom_command(OUTPUT ${starter} DEPENDS ${starter_source}
     COMMAND ${CMAKE_COMMAND} -E make_directory ${emulated}
-    COMMAND ${CRV_HOST_COMPILER} -std=c++17 -O1 "-DCRV_QEMU=\"${CMAKE_CROSSCOMPILING_EMULATOR}\""
+    COMMAND ${CRV_HOST_COMPILER} -std=c++17 -O1 "-DCRV_QEMU=\"${CRV_QEMU}\""
       -o ${starter} ${starter_source} VERBATIM)
 endforeach()
 add_custom_target(crv_emulated ALL DEPENDS ${starters})

@@ -67,16 +67,20 @@ TEST(Console, QuittingEndsWithTheStatus) {
     EXPECT_EXIT(utl_Quit(3), testing::ExitedWithCode(3), "");
 }
 
-TEST(Console, FailedCommandIsIgnored) { EXPECT_TRUE(utl_RunCommand("exit 7")); }
+TEST(Console, ReportsFailedCommand) {
+    EXPECT_EQ(utl_RunCommand(":"), utl_command_end::succeeded);
+    EXPECT_EQ(utl_RunCommand("exit 7"), utl_command_end::failed);
+    EXPECT_EQ(utl_RunCommand("kill -9 $$"), utl_command_end::failed);
+}
 
 // The system cannot wait for the shell of a process that ignores its children.
 TEST(Console, ReportsFailedSystemCall) {
     auto *const before = signal(SIGCHLD, SIG_IGN);
     errno = 0;
-    EXPECT_FALSE(utl_RunCommand(":"));
+    EXPECT_EQ(utl_RunCommand(":"), utl_command_end::not_started);
     EXPECT_EQ(errno, ECHILD);
     signal(SIGCHLD, before);
-    EXPECT_TRUE(utl_RunCommand(":"));
+    EXPECT_EQ(utl_RunCommand(":"), utl_command_end::succeeded);
 }
 
 } // namespace
