@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs the checks that scripts/test.sh leaves out: analysis, faults and bounds with sanitizers,
-# valgrind, pictures, the page, tables, shells, packages, printer, libc++, Windows, coverage, the
-# demonstration, and 20 seconds of each fuzz target. Installs missing packages. A skipped test
-# counts as failed unless it is in scripts/allowed_skips.txt.
+# valgrind, pictures, the page, tables, shells, packages, printer, libc++, two other processors,
+# Windows, coverage, the demonstration, and 20 seconds of each fuzz target. Installs missing
+# packages. A skipped test counts as failed unless it is in scripts/allowed_skips.txt.
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"
@@ -37,8 +37,8 @@ run_tests "faults and bounds with sanitizers" dev 'faults|bounds|pipes|terminal|
 run_tests "valgrind" release 'valgrind'
 run_tests "pictures, page, tables, shells, packages, printer" release \
     'pictures|page|tables|shells|packages|printer'
-build libcxx
-run_tests "tests with libc++" libcxx 'unit|cases'
+# shellcheck source=scripts/test_targets.sh
+. scripts/test_targets.sh libcxx aarch64 s390x
 # shellcheck source=scripts/test_windows.sh
 . scripts/test_windows.sh
 # shellcheck source=scripts/coverage.sh

@@ -9,7 +9,7 @@ import sys
 
 LABELS = {
     "unit", "cases", "fuzz", "lint", "docs", "faults", "bounds", "pipes", "terminal", "render",
-    "pictures", "page", "tables", "shells", "packages", "printer", "valgrind", "windows",
+    "pictures", "page", "tables", "shells", "packages", "printer", "valgrind", "windows", "targets",
     "nightly",
 }
 
