@@ -45,7 +45,7 @@ packages_of() {
         coverage) packages_of test && echo gcovr ;;
         bench)
             packages_of build
-            echo libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox time
+            echo libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox
             echo chromium npm # pages, compared with libraries
             ;;
         ci)
