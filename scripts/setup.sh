@@ -34,7 +34,7 @@ packages_of() {
             echo clang-format clang-tidy valgrind                # analysis
             echo libc++-dev libc++abi-dev                        # the other C++ library
             echo poppler-utils librsvg2-bin parallel gnuplot-nox # pictures and the cookbook
-            echo python3-pandas                                  # a table of the cookbook
+            echo python3-pandas sqlite3                          # tables and the cookbook
             echo mandoc man-db bash-completion zsh fish          # manual page and completions
             echo cups-bsd cups-client cups-daemon                # printing
             ;;

@@ -24,7 +24,7 @@ void crv_SetTitle(crv_column *column, utl_line line) {
 }
 
 void crv_SetMeans(std::span<crv_column *const> columns) {
-    for (crv_column *column : columns) column->mean = crv_MeanOf(column->sum, column->numpts);
+    for (crv_column *column : columns) column->mean = crv_MeanOf(column->sum, crv_CountOf(column));
 }
 
 void crv_TraceRecord(utl_line line, int routine) {

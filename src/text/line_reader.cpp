@@ -32,6 +32,7 @@ static void fill_block(utl_line_reader *in, size_t wanted) {
             utl_EraseStatusLine();
         } else {
             held += static_cast<size_t>(got);
+            in->bytes_read += static_cast<uint64_t>(got);
             utl_CountProgress(&in->progress, static_cast<uint64_t>(got));
         }
     }
@@ -47,8 +48,8 @@ static bool is_unbounded_device(const utl_line_reader *in) {
            !isatty(in->file);
 }
 
-utl_line_reader *utl_OpenReader(const char *path) {
-    const int file = utl_OpenInput(path);
+// Takes over an open file, or -1.
+static utl_line_reader *open_reader(int file) {
     if (file < 0) return nullptr;
 
     auto *in = static_cast<utl_line_reader *>(crv_Calloc(1, sizeof(utl_line_reader)));
@@ -59,6 +60,7 @@ utl_line_reader *utl_OpenReader(const char *path) {
                .at_file_end = false,
                .line_number = 0,
                .lines_ended = 0,
+               .bytes_read = 0,
                .next = block,
                .block_end = block,
                .block = block,
@@ -75,6 +77,10 @@ utl_line_reader *utl_OpenReader(const char *path) {
     errno = error;
     return nullptr;
 }
+
+utl_line_reader *utl_OpenReader(const char *path) { return open_reader(utl_OpenInput(path)); }
+
+utl_line_reader *utl_OpenStandardReader() { return open_reader(utl_OpenStandardInput()); }
 
 // Returns the text of `length` characters at `begin` up to its first NUL.
 static std::string_view text_before_nul(const char *begin, size_t length) {
@@ -128,6 +134,14 @@ int64_t utl_SkipLines(utl_line_reader *in, size_t limit, int64_t max_lines) {
     }
     in->lines_ended += static_cast<uint64_t>(skipped_lines);
     return skipped_lines;
+}
+
+void utl_SkipRest(utl_line_reader *in) {
+    while (!in->at_file_end) {
+        in->next = in->block_end;
+        fill_block(in, 1);
+    }
+    in->next = in->block_end;
 }
 
 void utl_CloseReader(utl_line_reader *in) {

@@ -107,6 +107,13 @@ class Cookbook(workbench.Workbench):
         self.assert_missing("broken.pdf", "broken.ps")
 
 
+# Runs a command in the directory where its tests are. The host is not looked at.
+SSH = """test "$1" = -t && shift
+shift
+exec sh -c "$*"
+"""
+
+
 def test_every_section_has_its_test(box):
     tests = {name for name in globals() if name.startswith("test_")}
     tests |= set(re.findall(r"^def (test_\w+)", CLUSTER_TEST.read_text(), re.M))
@@ -333,6 +340,20 @@ def test_reading_from_a_pipe(box):
     box.assert_missing("crv.ps", "sled.ps")
     box.repeat(1)
     box.assert_fails("run.dat")
+
+
+def test_a_look_at_results_over_ssh(box):
+    box.add_tool("ssh", SSH)
+    box.path("runs").mkdir()
+    box.copy("run1.req", "runs/run1.req")
+    chart = box.output_of("crv-term", "-r", "0,38:3,52:3", "-f", "run1.req")
+    for _ in range(2):
+        result = box.next_status(0)
+        box.assertEqual(result.stdout, chart)
+    for number in range(2):
+        box.repeat(number)
+        box.write("runs/run1.req", BROKEN)
+        box.assertEqual(box.next_status(1).stdout, "")
 
 
 def work(box):
