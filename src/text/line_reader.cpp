@@ -48,7 +48,7 @@ static bool is_unbounded_device(const utl_line_reader *in) {
            !isatty(in->file);
 }
 
-// Takes over an open file, or -1. Its progress is shown under `name`.
+// Takes over an open file, or -1, whose progress is shown under `name`.
 static utl_line_reader *open_reader(int file, const char *name) {
     if (file < 0) return nullptr;
 
@@ -80,7 +80,9 @@ static utl_line_reader *open_reader(int file, const char *name) {
 
 utl_line_reader *utl_OpenReader(const char *path) { return open_reader(utl_OpenInput(path), path); }
 
-utl_line_reader *utl_OpenStandardReader() { return open_reader(utl_OpenStandardInput(), "-"); }
+utl_line_reader *utl_OpenStandardReader() {
+    return open_reader(utl_OpenStandardInput(), "standard input");
+}
 
 // Returns the text of `length` characters at `begin` up to its first NUL.
 static std::string_view text_before_nul(const char *begin, size_t length) {
