@@ -197,6 +197,7 @@ static void read_row(column_file *pos, utl_line line) {
 static void read_rows(column_file *pos, utl_line line) {
     for (; line.status == utl_line_status::newline || line.status == utl_line_status::partial;
          line = utl_ReadLine(pos->in.lines, line_limit)) {
+        if (line.status == utl_line_status::partial) crv_WarnLongLine(&pos->in);
         read_row(pos, line);
         ++pos->rows_done;
     }

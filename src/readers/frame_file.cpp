@@ -35,7 +35,9 @@ struct frame_file {
     double totals[2];       // sums of their values
     double x_range[2];      // of the file; low above high means not given
     double y_range[2];
-    int num_points; // NUMDATA
+    int num_points;       // NUMDATA
+    bool is_after_data;   // no directive has come since the last data point
+    uint64_t lines_after; // with numbers, which are more than NUMDATA says
 };
 
 } // namespace
@@ -137,8 +139,10 @@ static bool read_data(frame_file *vdr) {
                     vdr->in.path, point, vdr->num_points);
             break;
         }
+        if (line.status == utl_line_status::partial) crv_WarnLongLine(&vdr->in);
         read_values(vdr, line);
     }
+    vdr->is_after_data = true;
     round_extremes(vdr->columns[0]);
     round_extremes(vdr->columns[1]);
     return true;
@@ -166,11 +170,20 @@ static void read_y_directive(frame_file *vdr, char letter, char number) {
     }
 }
 
+static bool has_field(std::string_view text) {
+    std::string_view field;
+    return utl_NextField(&text, &field);
+}
+
 static bool read_directives(frame_file *vdr) {
     for (;;) {
         const utl_line line = next_line(vdr);
         if (line.status == utl_line_status::eof) return true;
-        if (character(line.text, 0) != '%') continue;
+        if (character(line.text, 0) != '%') {
+            if (vdr->is_after_data && has_field(line.text)) ++vdr->lines_after;
+            continue;
+        }
+        vdr->is_after_data = false;
         const char letter = character(line.text, 2);
         const char number = character(line.text, 3);
         switch (character(line.text, 1)) {
@@ -185,6 +198,13 @@ static bool read_directives(frame_file *vdr) {
         default: break;
         }
     }
+}
+
+static void warn_lines_after(const frame_file *vdr) {
+    if (vdr->lines_after == 0 || !crv_settings.keeps_all_data) return;
+    fprintf(utl_ErrorStream(),
+            "%%crv_85-w-mor, \"%s\" has %llu lines after its %d data points, which are left out\n",
+            vdr->in.path, static_cast<unsigned long long>(vdr->lines_after), vdr->num_points);
 }
 
 static void use_given_range(crv_column *column, const double (&range)[2]) {
@@ -218,6 +238,7 @@ static int read_file(frame_file *vdr, int first_slot) {
     use_given_range(vdr->columns[1], vdr->y_range);
     if (crv_DBG == routine) list_columns(vdr);
     set_means(vdr);
+    warn_lines_after(vdr);
     crv_WarnWrappedCounts(vdr->in, vdr->columns);
     printf("%ccrv_85-i-dat, Vandor CRV_FRM_FILE data loaded, number of points = %u \n", '%',
            static_cast<unsigned>(vdr->num_points));

@@ -14,6 +14,7 @@ struct crv_input {
     utl_line_reader *lines = nullptr;
     int routine = 0; // number of the reader in its messages
     bool warned_missing = false;
+    bool warned_long = false;
     uint64_t points = 0;         // steps or rows read
     uint64_t points_dropped = 0; // of these, outside the time window
 };
@@ -39,6 +40,10 @@ void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> col
 // Warns on standard error, once per file, that a line has fewer numbers than are read from it; the
 // missing ones count as 0.0.
 void crv_WarnMissingNumbers(crv_input *in);
+
+// Warns on standard error, once per file, that a line is longer than its limit and is read in
+// parts; only if the settings keep all data.
+void crv_WarnLongLine(crv_input *in);
 
 // Warn on standard error that the file ends within step `step`, or within its last line; only if
 // the settings keep all data.
