@@ -39,7 +39,10 @@ packages_of() {
             echo cups-bsd cups-client cups-daemon                # printing
             ;;
         mutate) packages_of check && echo ninja-build lld ;;
-        nightly) packages_of ci && packages_of bench && packages_of mutate ;;
+        nightly)
+            packages_of ci && packages_of bench && packages_of mutate
+            echo munge slurm-client slurmctld slurmd # a cluster of one node
+            ;;
         *)
             echo "setup.sh: there is no tier $1" >&2
             return 1

@@ -2,6 +2,7 @@
 #include "readers/column_builder.h"
 
 #include "stats/column_stats.h"
+#include "system/status_line.h"
 #include "text/fixed_text.h"
 
 #include <cstdio>
@@ -27,6 +28,7 @@ void crv_SetMeans(std::span<crv_column *const> columns) {
 }
 
 void crv_TraceRecord(utl_line line, int routine) {
+    utl_EraseStatusLine();
     printf("    _%d-i-val, rec = %.*s%s \n", routine, static_cast<int>(line.text.size()),
            line.text.data(), line.status == utl_line_status::newline ? "\n" : "");
 }

@@ -10,6 +10,7 @@
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
@@ -18,7 +19,7 @@
 #include <limits>
 
 static constexpr int routine = 94;
-static constexpr size_t line_limit = 1023; // 1,022 characters and the line end
+static constexpr size_t line_limit = crv_column_line_limit;
 static constexpr int status_failed = 0;
 
 namespace {
@@ -36,10 +37,9 @@ struct column_file {
     crv_selection selection;
     std::span<crv_column *const> columns; // of the entries, in selection order
     row_entry row[CRV_MAXCOLS];
-    char labels[line_limit + 1]; // the label line, empty without one
-    utl_line_status labels_status;
-    int num_columns;
+    crv_column_header header;
     uint32_t rows_done;
+    utl_line_status end; // of the line that ended the rows
 };
 
 } // namespace
@@ -50,34 +50,19 @@ static void trace_selection(const crv_selection &selection) {
         printf("    _94-i-val, Access column = %2u, \n", entry.req);
 }
 
-static int count_fields(std::string_view line) {
-    int count = 0;
-    std::string_view field;
-    while (utl_NextField(&line, &field)) ++count;
-    return count;
-}
-
-// Reads the lines up to the first row, stores the label line and counts the columns. Returns the
-// first row.
+// Reads the header. Returns the first row.
 static utl_line read_header(column_file *pos, int label_line, int first_line) {
-    utl_line line = {{}, utl_line_status::eof};
-    for (int64_t number = 1; number <= first_line; ++number) {
-        line = utl_ReadLine(pos->in.lines, line_limit);
-        if (line.status == utl_line_status::eof) break;
-        if (number != label_line) continue;
-        utl_CopyText(pos->labels, line.text);
-        pos->labels_status = line.status;
-    }
-    pos->num_columns = count_fields(line.text);
+    const utl_line line = crv_ReadColumnHeader(pos->in.lines, label_line, first_line, &pos->header);
+    utl_EraseStatusLine();
     printf("%ccrv_94-i-val, file %s has %2u columns.\n", '%', pos->in.path,
-           static_cast<unsigned>(pos->num_columns));
+           static_cast<unsigned>(pos->header.num_columns));
     return line;
 }
 
 static bool check_selection(const column_file *pos) {
     for (const crv_reqsel &entry : crv_Entries(pos->selection)) {
         const auto column = static_cast<int>(entry.req);
-        if (column >= 0 && column <= pos->num_columns) continue;
+        if (column >= 0 && column <= pos->header.num_columns) continue;
         printf("%ccrv_94-f-nocol, Column \"%u\" does not exist!\n", '%', entry.req);
         return false;
     }
@@ -112,29 +97,19 @@ static void make_columns(column_file *pos) {
     order_entries(pos);
 }
 
-// Copies a label, with "%%" replaced by "%".
-static void set_label(crv_column *column, std::string_view label) {
-    size_t length = 0;
-    for (size_t k = 0; k < label.size() && length + 1 < sizeof column->colname; ++k) {
-        column->colname[length++] = label[k];
-        if (label[k] == '%' && k + 1 < label.size() && label[k + 1] == '%') ++k;
-    }
-    column->colname[length] = '\0';
-}
-
 static void trace_label(const column_file *pos, uint32_t number, std::string_view label) {
-    crv_TraceRecord({pos->labels, pos->labels_status}, routine);
+    crv_TraceRecord({pos->header.labels, pos->header.labels_status}, routine);
     printf("    _94-i-val, item = %u, label = %.*s \n", number, static_cast<int>(label.size()),
            label.data());
 }
 
 static void set_labels(const column_file *pos) {
-    std::string_view rest = pos->labels;
+    std::string_view rest = pos->header.labels;
     std::string_view label;
     for (uint32_t number = 1; utl_NextField(&rest, &label); ++number) {
         for (size_t k = 0; k < pos->selection.count; ++k) {
             if (pos->selection.table[k].req != number) continue;
-            set_label(pos->columns[k], label);
+            utl_CopyText(pos->columns[k]->colname, crv_ColumnLabel(label));
             if (crv_DBG == routine) trace_label(pos, number, label);
         }
     }
@@ -166,11 +141,12 @@ static inline void read_value(const column_file *pos, const row_entry &entry, ut
 static void fill_row(column_file *pos, std::span<const row_entry> rest, utl_line line,
                      bool in_window) {
     if (!crv_settings.keeps_all_data) return;
-    if (!pos->in.warned_missing)
+    if (pos->in.missing_line == 0) {
+        pos->in.missing_line = pos->in.lines->line_number;
         fprintf(utl_ErrorStream(),
                 "%%crv_94-w-num, Missing numbers in \"%s\" read as nan, first on line %llu\n",
-                pos->in.path, static_cast<unsigned long long>(pos->in.lines->line_number));
-    pos->in.warned_missing = true;
+                pos->in.path, static_cast<unsigned long long>(pos->in.missing_line));
+    }
     for (const row_entry &entry : rest)
         read_value(pos, entry, line, in_window, std::numeric_limits<double>::quiet_NaN());
 }
@@ -178,6 +154,7 @@ static void fill_row(column_file *pos, std::span<const row_entry> rest, utl_line
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
 // value, unless the settings keep all data.
 static void read_row(column_file *pos, utl_line line) {
+    if (line.status == utl_line_status::partial) crv_WarnLongLine(&pos->in);
     const double row = pos->rows_done + 1.0; // counted from 1
     const bool in_window = crv_CountPoint(&pos->in, row);
     const std::span<const row_entry> entries(pos->row, pos->selection.count);
@@ -194,14 +171,15 @@ static void read_row(column_file *pos, utl_line line) {
     }
 }
 
-static void read_rows(column_file *pos, utl_line line) {
+// Reads the rows from `line` on; `read` is called for each of them.
+template <typename row_reader>
+static void read_rows(column_file *pos, utl_line line, row_reader read) {
     for (; line.status == utl_line_status::newline || line.status == utl_line_status::partial;
          line = utl_ReadLine(pos->in.lines, line_limit)) {
-        if (line.status == utl_line_status::partial) crv_WarnLongLine(&pos->in);
-        read_row(pos, line);
+        read(line);
         ++pos->rows_done;
     }
-    if (line.status == utl_line_status::unterminated) crv_WarnIncompleteLine(pos->in);
+    pos->end = line.status;
 }
 
 static void list_columns(const column_file *pos) {
@@ -232,7 +210,8 @@ static int read_file(column_file *pos, int label_line, int first_line) {
     make_columns(pos);
     set_labels(pos);
     if (first_line < 1) line = utl_ReadLine(pos->in.lines, line_limit);
-    read_rows(pos, line);
+    read_rows(pos, line, [pos](utl_line row) { read_row(pos, row); });
+    if (pos->end == utl_line_status::unterminated) crv_WarnIncompleteLine(pos->in);
     if (crv_ReadFailed(pos->in)) {
         utl_QuitWithError("    _94-f-fread", status_failed);
     }
@@ -262,4 +241,25 @@ int crv_ReadPost(const char *path, const crv_selection &selection, int label_lin
     const int count = read_file(&pos, label_line, first_line);
     utl_CloseReader(pos.in.lines);
     return count;
+}
+
+// Compares the number of fields of a row with that of the first row.
+static void survey_row(column_file *pos, utl_line line, crv_column_survey *survey) {
+    crv_CountPoint(&pos->in, pos->rows_done + 1.0);
+    const auto columns = static_cast<size_t>(pos->header.num_columns);
+    if (utl_CountFields(line.text) == columns) return;
+    if (survey->uneven_rows++ == 0) survey->uneven_line = pos->in.lines->line_number;
+}
+
+void crv_SurveyPost(utl_line_reader *lines, int label_line, int first_line,
+                    crv_column_survey *survey) {
+    column_file pos = {};
+    pos.in = {.path = "", .lines = lines, .routine = routine, .is_silent = true};
+    utl_line line = crv_ReadColumnHeader(lines, label_line, first_line, &pos.header);
+    survey->header = pos.header;
+    if (first_line < 1) line = utl_ReadLine(lines, line_limit);
+    read_rows(&pos, line, [&](utl_line row) { survey_row(&pos, row, survey); });
+    crv_SurveyInput(&survey->rows, pos.in);
+    survey->rows.steps = pos.rows_done;
+    survey->rows.unterminated = pos.end == utl_line_status::unterminated;
 }

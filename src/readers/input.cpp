@@ -8,11 +8,12 @@
 #include <cerrno>
 
 void crv_WarnMissingNumbers(crv_input *in) {
-    if (in->warned_missing) return;
-    in->warned_missing = true;
+    if (in->missing_line != 0) return;
+    in->missing_line = in->lines->line_number;
+    if (in->is_silent) return;
     fprintf(utl_ErrorStream(),
             "%%crv_%d-w-num, Missing numbers in \"%s\" read as 0.0, first on line %llu\n",
-            in->routine, in->path, static_cast<unsigned long long>(in->lines->line_number));
+            in->routine, in->path, static_cast<unsigned long long>(in->missing_line));
 }
 
 void crv_WarnDefaultWindow(const crv_input &in) {
@@ -38,7 +39,7 @@ void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> col
 }
 
 void crv_WarnLongLine(crv_input *in) {
-    if (in->warned_long || !crv_settings.keeps_all_data) return;
+    if (in->warned_long || in->is_silent || !crv_settings.keeps_all_data) return;
     in->warned_long = true;
     fprintf(utl_ErrorStream(),
             "%%crv_%d-w-lon, Line %llu of \"%s\" is too long and read in parts\n", in->routine,

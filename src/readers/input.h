@@ -12,8 +12,9 @@
 struct crv_input {
     const char *path = nullptr;
     utl_line_reader *lines = nullptr;
-    int routine = 0; // number of the reader in its messages
-    bool warned_missing = false;
+    int routine = 0;           // number of the reader in its messages
+    bool is_silent = false;    // no warnings, for a pass that reports what it finds in another way
+    uint64_t missing_line = 0; // the first line with missing numbers, 0 without one
     bool warned_long = false;
     uint64_t points = 0;         // steps or rows read
     uint64_t points_dropped = 0; // of these, outside the time window
@@ -37,8 +38,8 @@ void crv_WarnDefaultWindow(const crv_input &in);
 // divided by that count.
 void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> columns);
 
-// Warns on standard error, once per file, that a line has fewer numbers than are read from it; the
-// missing ones count as 0.0.
+// Notes the line number of the first line that has fewer numbers than are read from it, and warns
+// of it on standard error; the missing numbers count as 0.0.
 void crv_WarnMissingNumbers(crv_input *in);
 
 // Warns on standard error, once per file, that a line is longer than its limit and is read in

@@ -22,14 +22,15 @@ def faults_of(share, home, zsh_directory):
         return subprocess.run(command, cwd=home, env=environment, stdin=subprocess.DEVNULL,
                               capture_output=True, text=True, timeout=60).stdout
 
-    for program, option in (("crv", "-abs"), ("crv-csv", "-tm")):
+    for program, option in (("crv", "-abs"), ("crv-csv", "-tm"), ("crv-info", "-fp")):
         page = next(share.glob(f"man/man1/{program}.1*"), None)
         found = answer("man", "-M", share / "man", "-w", program)
         if found.strip() != str(page):
             yield f"man finds {found!r}, not {page}"
         found = answer("bash", "--norc", "-c", f"source {LOADER}; __load_completion {program} || "
                        f"_completion_loader {program}; complete -p {program}")
-        if f"-F _crv {program}" not in found:
+        function = "_crv_info" if program == "crv-info" else "_crv"
+        if f"-F {function} {program}" not in found:
             yield f"bash does not load the completion of {program}: {found!r}"
         found = answer("zsh", "-f", "-c", f"fpath=({share}/zsh/{zsh_directory} $fpath); "
                        f"autoload -Uz compinit; compinit -D -u; print $_comps[{program}]")
