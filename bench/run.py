@@ -341,6 +341,13 @@ def job_f(bench):
     bench.cell_goal(result, (52, 65))
 
 
+def job_info(bench):
+    big = bench.file("big.req", "req", 300, 30000)
+    bench.job("info", "contents of the request file of job b", big.stat().st_size,
+              {"crv": [bench.crv + "-info", big.name], "wc -l": ["wc", "-l", big.name]},
+              [("wc -l", (1.02, 1.05), "<=")])
+
+
 def job_csv(bench):
     rows = bench.file("rows.req", "req", 30, 30000)
     program = awk_request(30, [(k, 1) for k in range(1, 31)])
@@ -422,7 +429,8 @@ def main():
         peak_b = job_b(bench)
         job_c(bench)
         peak_d = job_d(bench)
-        for job in (job_e, job_f, job_csv, job_g, job_h, job_v, job_pages, growth, pieces):
+        for job in (job_e, job_f, job_csv, job_info, job_g, job_h, job_v, job_pages, growth,
+                    pieces):
             job(bench)
         kept = 2 * 5_000_000 * 16 / 1024 / 1024
         extra = peak_d - kept
