@@ -1,8 +1,9 @@
-// bench/pieces.cpp - micro-benchmarks of line reading, number conversion and curve output, compared
-// with the C library.
+// bench/pieces.cpp - micro-benchmarks of line reading, number conversion, curve output and pictures
+// for the terminal, compared with the C library.
 #include "postscript/chart_file.h"
 #include "records/chart.h"
 #include "records/column.h"
+#include "terminal/picture.h"
 #include "text/fields.h"
 #include "text/line_reader.h"
 #include "text/number_writer.h"
@@ -149,5 +150,22 @@ void curve_point(benchmark::State &state) {
     state.SetItemsProcessed(state.iterations() * points);
 }
 BENCHMARK(curve_point);
+
+// A curve that fills the picture from the lower to the upper border.
+void terminal_point(benchmark::State &state) {
+    constexpr int points = 1'000'000;
+    const crv_column *columns[] = {crv_AllocColumn(0), crv_AllocColumn(1)};
+    const std::vector<std::string> texts = numbers();
+    for (size_t k = 0; k < points; ++k) {
+        crv_AppendValue(crv_columns[0], static_cast<double>(k));
+        crv_AppendValue(crv_columns[1], atof(texts[k % texts.size()].c_str()));
+    }
+    crv_view view;
+    view.files = {{"run.req", columns[0], true, {columns[1]}}};
+    view.curves = {{columns[0], columns[1], 0}};
+    for (auto _ : state) benchmark::DoNotOptimize(crv_DrawPicture(view, {200, 50, true, false}));
+    state.SetItemsProcessed(state.iterations() * points);
+}
+BENCHMARK(terminal_point);
 
 } // namespace

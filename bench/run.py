@@ -303,6 +303,26 @@ def job_f(bench):
     bench.rows.append(line)
 
 
+def job_csv(bench):
+    rows = bench.file("rows.req", "req", 30, 30000)
+    program = awk_request(30, [(k, 1) for k in range(1, 31)])
+    program = program.replace('printf "' + "%11.4e " * 31, 'printf "' + ",".join(["%.17g"] * 30))
+    program = program.replace('\\n", t,', '\\n", ')
+    crv = [bench.crv + "-csv", "-r", ",".join(str(1000 + k) for k in range(1, 31)), "-f", rows.name]
+    mawk = ["mawk", program, rows.name]
+    _, *mine = bench.output(crv).decode().splitlines()
+    numbers = [[float(cell) for cell in line.split(",")] for line in mine]
+    theirs = bench.output(mawk).decode().splitlines()
+    require_same("csv mawk", [[float(cell) for cell in line.split(",")] for line in theirs],
+                 numbers)
+    result = bench.job("csv", "30 columns x 30,000 rows as CSV with all digits",
+                       rows.stat().st_size, {"crv": crv, "mawk": mawk}, [("mawk", 8, ">=")])
+    cell = result["crv"]["seconds"] / 900_000 * 1e9
+    line = f"\nA cell takes {cell:.0f} ns, reading included; the goal is 70: {verdict(cell <= 70)}."
+    print(line)
+    bench.rows.append(line)
+
+
 def job_g(bench):
     loop = "i=0; while [ $i -lt 300 ]; do %s > /dev/null; i=$((i+1)); done"
     bench.job("g", "300 starts", 0,
@@ -369,7 +389,7 @@ def main():
         peak_b = job_b(bench)
         job_c(bench)
         peak_d = job_d(bench)
-        for job in (job_e, job_f, job_g, job_m, job_v, growth, pieces):
+        for job in (job_e, job_f, job_csv, job_g, job_m, job_v, growth, pieces):
             job(bench)
         kept = 2 * 5_000_000 * 16 / 1024 / 1024
         extra = peak_d - kept

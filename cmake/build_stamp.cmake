@@ -59,4 +59,5 @@ message(STATUS "Build stamp: ${crv_build_date} ${crv_build_time} (${crv_epoch_so
 
 set(crv_stamped_source ${CMAKE_SOURCE_DIR}/src/util/identity.cpp)
 set(crv_stamp "CRV_BUILD_DATE=\"${crv_build_date}\";CRV_BUILD_TIME=\"${crv_build_time}\"")
+list(APPEND crv_stamp "CRV_VERSION=\"${PROJECT_VERSION}\"")
 set_source_files_properties(${crv_stamped_source} PROPERTIES COMPILE_DEFINITIONS "${crv_stamp}")

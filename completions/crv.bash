@@ -1,4 +1,5 @@
-# completions/crv.bash - bash completion for crv.
+# completions/crv.bash - bash completion for crv, the viewers crv-html, crv-term and crv-csv, and
+# crv-info.
 # shellcheck shell=bash
 #
 # Names and texts come from the disk and from the line: they are compared and listed, never run.
@@ -54,6 +55,29 @@ _crv_options=(
     '-n	number, echoed'
 )
 
+# Those of the viewers.
+_crv_viewer_options=(
+    '-r	the series to take, 0,38:3'
+    '-f	read a request file'
+    '-fr	read a request file'
+    '-fm	read a Madymo file'
+    '-fp	read a column file'
+    '-fg	read a frame file'
+    '-tm	time window, low:high'
+    '-p	the output'
+    '-x	X range, low:high, or a for that of the data'
+    '-y	Y range, low:high, or a for that of the data'
+    '-xl	X label'
+    '-yl	Y label'
+    '-yla	Y label'
+    '-t	title'
+    '-t1	title'
+    '-t2	subtitle'
+    '-h	help'
+    '--help	help'
+    '--version	version'
+)
+
 # Sets kind to the kind of value of the option $1 and offer to what its value is.
 _crv_find_option() {
     kind=none offer=
@@ -84,22 +108,51 @@ _crv_find_option() {
 }
 # End of the generated part.
 
-# The identifiers in the header of the request file of this directory, one per line. There must be
-# only one such file, of which at most a megabyte is read.
-_crv_requests() {
-    local files=() file
-    while IFS= read -r file; do
-        [[ -f $file && -r $file ]] && files+=("$file")
-    done < <(compgen -f -X '!*.req')
-    ((${#files[@]} == 1)) || return 0
-    LC_ALL=C head -c 1000000 <"${files[0]}" 2>/dev/null | LC_ALL=C awk '
-        { gsub(/[,\r]/, " "); $0 = $0 }
-        NR == 3 { left = int($1); next }
-        NR < 3 { next }
-        name { name = 0; next }
-        left-- < 1 { exit }
-        { name = int($5) != 0 }
-        $1 ~ /^[0-9]+$/ && length($1) < 11 && !seen[$1]++ { print $1 ":" }' 2>/dev/null
+# Sets file to the name that the word $1 of the line means, and option to that of crv-info for its
+# format; $2 is the word before. False if the word is not the name of a result file.
+_crv_result_file() {
+    file=${1//[\"\'\\]/}
+    [[ $file == '~/'* ]] && file=$HOME/${file#'~/'}
+    case $file in
+    -*) return 1 ;;
+    *.req) option=-f ;;
+    *.mad) option=-fm ;;
+    *.pos) option=-fp ;;
+    *.vdr) option=-fg ;;
+    *) return 1 ;;
+    esac
+    [[ $option == -fp && $2 =~ ^-fp[0-9]+$ ]] && option=$2
+    [[ -f $file && -r $file ]]
+}
+
+# Sets file and option to the result file whose series are selected: the first after the cursor,
+# otherwise the last before it, otherwise the only one of its format in this directory.
+_crv_selected_file() {
+    local k
+    for ((k = COMP_CWORD + 1; k < ${#COMP_WORDS[@]}; ++k)); do
+        _crv_result_file "${COMP_WORDS[k]}" "${COMP_WORDS[k - 1]}" && return
+    done
+    for ((k = COMP_CWORD - 1; k > 0; --k)); do
+        _crv_result_file "${COMP_WORDS[k]}" "${COMP_WORDS[k - 1]}" && return
+    done
+    local suffix name names
+    for suffix in req mad pos vdr; do
+        names=()
+        while IFS= read -r name; do
+            [[ -f $name && -r $name ]] && names+=("./$name")
+        done < <(compgen -f -X "!*.$suffix")
+        ((${#names[@]} > 1)) && return 1
+        ((${#names[@]} == 1)) && _crv_result_file "${names[0]}" '' && return
+    done
+    return 1
+}
+
+# The pairs that -r can select, one per line. At most a megabyte of the file is read.
+_crv_pairs() {
+    local file option pair rest
+    _crv_selected_file || return 0
+    LC_ALL=C head -c 1000000 <"$file" 2>/dev/null | command crv-info --pairs "$option" - 2>/dev/null |
+        while IFS='	' read -r pair rest; do printf '%s\n' "$pair"; done
 }
 
 # Splits the line up to the cursor into words as the program will see them; the last word is to be
@@ -135,19 +188,19 @@ _crv_files() {
     done < <(compgen -f -X "!*$1" -- "$current"; compgen -d -- "$current")
 }
 
-# Names for the chart: crv.ps, the name of each result file on the line with the suffix .ps, and
-# existing charts.
+# Names for the output with its suffix: crv.ps, the name of each result file on the line with the
+# suffix .ps, and existing charts; or with another suffix.
 _crv_charts() {
     local k
     compopt -o filenames 2>/dev/null
-    local names=(crv.ps) pasted=
+    local names=("crv$suffix") pasted=
     for ((k = 1; k < ${#words[@]} - 1; ++k)); do
         case ${words[k]} in
         -s0*) pasted=${words[k + 1]} ;;
-        [!-]*.req | [!-]*.mad | [!-]*.pos | [!-]*.vdr) names+=("${words[k]%.*}.ps") ;;
+        [!-]*.req | [!-]*.mad | [!-]*.pos | [!-]*.vdr) names+=("${words[k]%.*}$suffix") ;;
         esac
     done
-    _crv_files .ps
+    _crv_files "$suffix"
     local name
     for name in "${names[@]}"; do
         [[ $name == "$current"* && $name != *[\'\"\\\$\`]* ]] && COMPREPLY+=("$name")
@@ -170,14 +223,21 @@ _crv_selection() {
     if [[ $current == *=* ]]; then
         before=${current%%=*}=
         compopt +o nospace 2>/dev/null
-        for word in max min amax amin; do COMPREPLY+=("$before$word"); done
+        for word in "${conditions[@]}"; do COMPREPLY+=("$before$word"); done
     elif [[ $piece == *:* ]]; then
-        for word in 1 2 3 4 5 6 7 8; do COMPREPLY+=("$before${piece%%:*}:$word"); done
+        while IFS= read -r word; do
+            [[ $word == "${piece%%:*}":* ]] && COMPREPLY+=("$before$word")
+        done < <(_crv_pairs)
     else
-        while IFS= read -r word; do COMPREPLY+=("$before$word"); done < <(
-            [[ $before ]] || echo 0,
-            _crv_requests
-        )
+        local seen=' '
+        while IFS= read -r word; do
+            [[ $word == *:* ]] && word=${word%%:*}:
+            [[ $word == 0 ]] && word=0,
+            [[ $word == 0, && $before || $seen == *" $word "* ]] && continue
+            seen+="$word "
+            COMPREPLY+=("$before$word")
+        done < <(_crv_pairs)
+        ((${#COMPREPLY[@]})) || [[ $before ]] || COMPREPLY=(0,)
     fi
     local all=("${COMPREPLY[@]}")
     COMPREPLY=()
@@ -190,12 +250,12 @@ _crv_selection() {
 _crv_list_options() {
     local line lines=()
     compopt -o nosort 2>/dev/null
-    for line in "${_crv_options[@]}"; do
+    for line in "${listed[@]}"; do
         [[ $line == "$current"* ]] && lines+=("$line")
     done
     for line in "${lines[@]}"; do
         if ((${#lines[@]} > 1)) && [[ ${COMP_TYPE-} == @(9|33|63|64) ]]; then
-            printf -v line '%-5s %s' "${line%%	*}" "(${line#*	})"
+            printf -v line '%-*s %s' "$width" "${line%%	*}" "(${line#*	})"
             COMPREPLY+=("$line")
         else
             COMPREPLY+=("${line%%	*}")
@@ -228,12 +288,57 @@ _crv_offer() {
 
 _crv() {
     local words glued k
+    local suffix=.ps width=5 listed=("${_crv_viewer_options[@]}")
+    local -a conditions=()
     COMPREPLY=()
     _crv_split
+    case ${words[0]##*/} in
+    crv-html) suffix=.html width=9 ;;
+    crv-term) suffix=.txt width=9 ;;
+    crv-csv) suffix=.csv width=9 ;;
+    *)
+        listed=("${_crv_options[@]}")
+        conditions=(max min amax amin)
+        ;;
+    esac
     _crv_offer
     for k in "${!COMPREPLY[@]}"; do
         COMPREPLY[k]=${COMPREPLY[k]#"$glued"}
     done
 }
 
-complete -F _crv crv
+complete -F _crv crv crv-html crv-term crv-csv
+
+_crv_info_options=(
+    '-f	request files'
+    '-fr	request files'
+    '-fm	Madymo files'
+    '-fp	column files'
+    '-fg	frame files'
+    '--json	print JSON'
+    '--pairs	print the pairs that -r can select'
+    '-h	help'
+    '--help	help'
+    '--version	version'
+)
+
+_crv_info() {
+    local words glued k suffix name
+    local current width=9 listed=("${_crv_info_options[@]}")
+    COMPREPLY=()
+    _crv_split
+    current=${words[-1]#[\"\']}
+    if [[ $current == -* ]]; then
+        _crv_list_options
+    else
+        _crv_files .req
+        while IFS= read -r name; do
+            [[ $name == -* ]] || COMPREPLY+=("$name")
+        done < <(for suffix in mad pos vdr; do compgen -f -X "!*.$suffix" -- "$current"; done)
+    fi
+    for k in "${!COMPREPLY[@]}"; do
+        COMPREPLY[k]=${COMPREPLY[k]#"$glued"}
+    done
+}
+
+complete -F _crv_info crv-info

@@ -1,25 +1,65 @@
-# completions/crv.fish - fish completion for crv.
+# completions/crv.fish - fish completion for crv, the viewers crv-html, crv-term and crv-csv, and
+# crv-info.
 #
 # Names and texts come from the disk and from the line: they are compared and listed, never run.
 
-# The identifiers in the header of the request file of this directory, each with its name. There
-# must be only one such file, of which at most a megabyte is read.
-function __crv_requests
-    set -l files
-    for file in *.req
-        test -f $file -a -r $file; and set -a files $file
+# Prints the option of crv-info for the format of a file, and the file; false if the word is not the
+# name of a result file. The second argument is the word before.
+function __crv_result_file --argument-names word before
+    set -l file (string replace -r '^~/' "$HOME/" -- $word)
+    string match -q -- '-*' $file; and return 1
+    test -f "$file" -a -r "$file"; or return 1
+    switch $file
+        case '*.req'
+            printf '%s\n' -f $file
+        case '*.mad'
+            printf '%s\n' -fm $file
+        case '*.pos'
+            string match -qr '^-fp[0-9]+$' -- $before; or set before -fp
+            printf '%s\n' $before $file
+        case '*.vdr'
+            printf '%s\n' -fg $file
+        case '*'
+            return 1
     end
-    test (count $files) -eq 1; or return
-    LC_ALL=C head -c 1000000 <$files[1] 2>/dev/null | LC_ALL=C awk '
-        function show() { if (id != "") print id ":\t" text; id = "" }
-        { gsub(/[,\r]/, " "); $0 = $0 }
-        NR == 3 { left = int($1); next }
-        NR < 3 { next }
-        name { gsub(/[^A-Za-z0-9_. -]/, ""); text = substr($0, 1, 60); name = 0; show(); next }
-        left-- < 1 { exit }
-        { show(); text = "request"; name = int($5) != 0 }
-        $1 ~ /^[0-9]+$/ && length($1) < 11 && !seen[$1]++ { id = $1 }
-        END { show() }' 2>/dev/null
+end
+
+# Prints the same for the result file whose series are selected: the last on the line, otherwise the
+# only one of its format in this directory. A completion sees only the words before the cursor.
+function __crv_selected_file
+    set -l words (commandline -opc)
+    for k in (seq (count $words) -1 2)
+        __crv_result_file $words[$k] $words[(math $k - 1)]; and return
+    end
+    for suffix in req mad pos vdr
+        set -l names
+        for file in ./*.$suffix
+            test -f $file -a -r $file; and set -a names $file
+        end
+        test (count $names) -gt 1; and return 1
+        test (count $names) -eq 1; and __crv_result_file $names[1] ''; and return
+    end
+    return 1
+end
+
+# The pairs that -r can select, as crv-info prints them: pair, name and item between tabs. At most a
+# megabyte of the file is read.
+function __crv_pairs
+    set -l found (__crv_selected_file); or return
+    LC_ALL=C head -c 1000000 <$found[2] 2>/dev/null | command crv-info --pairs $found[1] - 2>/dev/null
+end
+
+# The identifiers of the pairs, or the numbers of columns, each with its name.
+function __crv_requests
+    __crv_pairs | awk -F '\t' '
+        { colon = sub(/:.*/, "", $1); text = $2 == "" ? (colon ? "request" : "column") : $2 }
+        !seen[$1]++ && $1 != "0" { print $1 (colon ? ":" : "") "\t" text }'
+end
+
+# The items of a request.
+function __crv_items --argument-names request
+    __crv_pairs | awk -F '\t' -v request=$request '
+        index($1, request ":") == 1 { print substr($1, length(request) + 2) "\t" $3 }'
 end
 
 # Files with the suffix, and directories.
@@ -29,16 +69,36 @@ function __crv_files --argument-names suffix
         string match -r "^[^-\t][^\t]*(?:/|\\Q$suffix\\E)(?:\t.*)?\$"
 end
 
-# Names for the chart: crv.ps, the name of each result file on the line with the suffix .ps, and
-# existing charts.
+# The program on the line without its directory.
+function __crv_program
+    string replace -r '.*/' '' -- (commandline -opc)[1]
+end
+
+# The suffix of the output of the program.
+function __crv_suffix
+    switch (__crv_program)
+        case crv-html
+            echo .html
+        case crv-term
+            echo .txt
+        case crv-csv
+            echo .csv
+        case '*'
+            echo .ps
+    end
+end
+
+# Names for the output with its suffix: crv.ps, the name of each result file on the line with the
+# suffix .ps, and existing charts; or with another suffix.
 function __crv_charts --argument-names pasted
+    set -l suffix (__crv_suffix)
     begin
-        echo crv.ps
+        echo crv$suffix
         for word in (commandline -opc)[2..]
             string match -qr '^[^-].*\.(req|mad|pos|vdr)$' -- $word
-            and string replace -r '\.[a-z]+$' .ps -- $word
+            and string replace -r '\.[a-z]+$' $suffix -- $word
         end
-        __crv_files .ps | string replace -r '\t.*' ''
+        __crv_files $suffix | string replace -r '\t.*' ''
     end | awk '!seen[$0]++' | string match -v -- "$pasted"
 end
 
@@ -47,15 +107,16 @@ function __crv_selection
     set -l current (commandline -ct | string replace -r '^["\']' '')
     set -l piece (string replace -r '.*[, ]' '' -- $current)
     if string match -q '*=*' -- $current
+        contains -- (__crv_program) $__crv_viewers; and return
         set -l before (string replace -r '=.*' '=' -- $current)
         printf '%s%s\t%s\n' $before max 'where it is highest' $before min 'where it is lowest' \
             $before amax 'where its magnitude is highest' \
             $before amin 'where its magnitude is lowest'
     else if string match -q '*:*' -- $piece
         set -l before (string replace -r '[^:]*$' '' -- $current)
-        printf '%s%s\t%s\n' $before 1 X $before 2 Y $before 3 Z \
-            $before 4 A1 $before 5 A2 $before 6 A3 \
-            $before 7 'M, magnitude of 1 to 3' $before 8 'AM, magnitude of 4 to 6'
+        for line in (__crv_items (string replace -r ':.*' '' -- $piece))
+            printf '%s%s\n' $before $line
+        end
     else
         set -l before (string replace -r '[^, ]*$' '' -- $current)
         test -z "$before"; and printf '0,\ttime\n'
@@ -104,8 +165,11 @@ function __crv_takes_option
     test $found[1] != any
 end
 
-complete -c crv -e
-complete -c crv -f -a '(__crv_value)'
+set -g __crv_viewers crv-html crv-term crv-csv
+for program in crv $__crv_viewers
+    complete -c $program -e
+    complete -c $program -f -a '(__crv_value)'
+end
 
 # Generated by scripts/generate_options.py from the option table.
 # Prints the kind of value of an option, and what its value is.
@@ -210,4 +274,50 @@ __crv_option 'w' 'end without data; the name is echoed'
 __crv_option 'u' 'add to the usage file'
 __crv_option 'i' 'name, echoed'
 __crv_option 'n' 'number, echoed'
+
+# Those of the viewers.
+function __crv_viewer_option --argument-names kind name summary
+    for program in $__crv_viewers
+        complete -c $program -n __crv_takes_option $kind $name -d $summary
+    end
+end
+__crv_viewer_option -o 'r' 'the series to take, 0,38:3'
+__crv_viewer_option -o 'f' 'read a request file'
+__crv_viewer_option -o 'fr' 'read a request file'
+__crv_viewer_option -o 'fm' 'read a Madymo file'
+__crv_viewer_option -o 'fp' 'read a column file'
+__crv_viewer_option -o 'fg' 'read a frame file'
+__crv_viewer_option -o 'tm' 'time window, low:high'
+__crv_viewer_option -o 'p' 'the output'
+__crv_viewer_option -o 'x' 'X range, low:high, or a for that of the data'
+__crv_viewer_option -o 'y' 'Y range, low:high, or a for that of the data'
+__crv_viewer_option -o 'xl' 'X label'
+__crv_viewer_option -o 'yl' 'Y label'
+__crv_viewer_option -o 'yla' 'Y label'
+__crv_viewer_option -o 't' 'title'
+__crv_viewer_option -o 't1' 'title'
+__crv_viewer_option -o 't2' 'subtitle'
+__crv_viewer_option -o 'h' 'help'
+__crv_viewer_option -l 'help' 'help'
+__crv_viewer_option -l 'version' 'version'
 # End of the generated part.
+
+# Result files of all formats, and directories.
+function __crv_result_files
+    for suffix in .req .mad .pos .vdr
+        __crv_files $suffix
+    end | awk '!seen[$0]++'
+end
+
+complete -c crv-info -e
+complete -c crv-info -f -a '(__crv_result_files)'
+complete -c crv-info -o f -d 'request files'
+complete -c crv-info -o fr -d 'request files'
+complete -c crv-info -o fm -d 'Madymo files'
+complete -c crv-info -o fp -d 'column files'
+complete -c crv-info -o fg -d 'frame files'
+complete -c crv-info -l json -d 'print JSON'
+complete -c crv-info -l pairs -d 'print the pairs that -r can select'
+complete -c crv-info -o h -d help
+complete -c crv-info -l help -d help
+complete -c crv-info -l version -d version

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs the checks that scripts/test.sh leaves out: analysis, faults and bounds with sanitizers,
-# valgrind, pictures, shells, packages, printer, libc++, two other processors, Windows, coverage,
-# the demonstration, and 20 seconds of each fuzz target. Installs missing packages. A skipped test
-# counts as failed unless it is in scripts/allowed_skips.txt.
+# valgrind, pictures, tables, shells, packages, printer, libc++, two other processors, Windows,
+# coverage, the demonstration, and 20 seconds of each fuzz target. Installs missing packages. A
+# skipped test counts as failed unless it is in scripts/allowed_skips.txt.
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"
@@ -23,7 +23,7 @@ run_analyzer() {
     find_sources ! -name '*_win32.cpp' ! -name '*_vms.cpp' |
         xargs -P "$jobs" -I '{}' g++ -std=c++20 -Isrc -O1 -fno-exceptions -fanalyzer -Werror \
             -Wno-analyzer-use-of-uninitialized-value -DCRV_BUILD_DATE='""' -DCRV_BUILD_TIME='""' \
-            -c -o /dev/null '{}'
+            -DCRV_VERSION='""' -c -o /dev/null '{}'
 }
 
 scripts/setup.sh ci
@@ -35,7 +35,8 @@ stage "clang-tidy" run_clang_tidy
 stage "analyzer of the compiler" run_analyzer
 run_tests "faults and bounds with sanitizers" dev 'faults|bounds|pipes|terminal|render'
 run_tests "valgrind" release 'valgrind'
-run_tests "pictures, shells, packages, printer" release 'pictures|shells|packages|printer'
+run_tests "pictures, tables, shells, packages, printer" release \
+    'pictures|tables|shells|packages|printer'
 # shellcheck source=scripts/test_targets.sh
 . scripts/test_targets.sh libcxx aarch64 s390x
 # shellcheck source=scripts/test_windows.sh

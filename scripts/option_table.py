@@ -17,6 +17,7 @@ class Form:
     value_name: str  # in brackets when the value can be left out
     completion: str  # of the value: a suffix of files, "selection", "chart", or empty
     summary: str  # empty for a form that is in no list
+    viewer: str = None  # effect in the viewers: empty without one, None if they reject it
 
     @property
     def shown(self):
@@ -38,14 +39,15 @@ class Entry:
 def parse(printed):
     """Returns all forms, and the entries of the documents, in their order."""
     rows = [line.split("\t") for line in printed.splitlines()]
-    forms = [Form(*row[1:]) for row in rows if row[0] == "form"]
+    viewers = {row[1]: row[2] for row in rows if row[0] == "viewer"}
+    forms = [Form(*row[1:], viewers.get(row[3])) for row in rows if row[0] == "form"]
     listed = [form for form in forms if form.summary]
     entries = [
         Entry(*row[1:], [form for form in listed if form.option == row[1]])
         for row in rows
         if row[0] == "text"
     ]
-    if not listed or not entries or len(forms) + len(entries) != len(rows):
+    if not listed or not entries or len(forms) + len(entries) + len(viewers) != len(rows):
         raise ValueError(f"not an option table: {printed[:200]!r}")
     return forms, entries
 

@@ -3,7 +3,9 @@
 //
 //     form  SPELLING REST OPTION VALUE VALUE_NAME COMPLETION SUMMARY
 //     text  OPTION SECTION EFFECT DETAILS
+//     viewer  OPTION EFFECT
 #include "app/option_table.h"
+#include "app/viewer_options.h"
 
 #include <cstdio>
 
@@ -55,5 +57,9 @@ int main() {
         printf("text\t%d\t%s\t", static_cast<int>(text.option), name_of(text.section));
         print_field(text.effect, '\t');
         print_field(text.details, '\n');
+    }
+    for (const crv_viewer_option &entry : crv_viewer_options) {
+        printf("viewer\t%d\t", static_cast<int>(entry.option));
+        print_field(entry.effect, '\n');
     }
 }

@@ -45,12 +45,15 @@ packages_of() {
             for tier in test fuzz package windows targets coverage; do packages_of "$tier"; done
             echo clang-format clang-tidy valgrind                # analysis
             echo poppler-utils librsvg2-bin parallel gnuplot-nox # pictures and the cookbook
-            echo python3-pandas                                  # a table of the cookbook
+            echo python3-pandas sqlite3                          # tables and the cookbook
             echo mandoc man-db bash-completion zsh fish          # manual page and completions
             echo cups-bsd cups-client cups-daemon                # printing
             ;;
         mutate) packages_of check && echo ninja-build lld ;;
-        nightly) for tier in ci bench mutate all-targets; do packages_of "$tier"; done ;;
+        nightly)
+            for tier in ci bench mutate all-targets; do packages_of "$tier"; done
+            echo munge slurm-client slurmctld slurmd # a cluster of one node
+            ;;
         *)
             echo "setup.sh: there is no tier $1" >&2
             return 1

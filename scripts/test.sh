@@ -11,6 +11,6 @@ start_counting
 . scripts/check.sh
 build release
 run_tests "tests of the release" release
-echo "Left out: analysis, valgrind, coverage, pictures, shells, packages, printer, Windows," \
-    "fuzzing; scripts/ci.sh runs them"
+echo "Left out: analysis, valgrind, coverage, pictures, tables, shells, packages, printer," \
+    "Windows, fuzzing; scripts/ci.sh runs them"
 print_count

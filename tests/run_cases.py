@@ -4,7 +4,7 @@
 A case is a directory below tests/cases:
 
     cmd       shell text, run by sh in a new directory with a bare environment; "crv" is the
-              program under test
+              program under test, "crv-NAME" one that was built with it
     inputs    names of files from tests/data or examples to copy into that directory, one a line;
               of a directory, all its files are copied (may be missing)
     in/       files of the case to copy there (may be missing)
@@ -41,7 +41,7 @@ import subprocess
 import sys
 import tempfile
 
-from support.sandbox import LPR, SKIPPED
+from support.sandbox import LPR, SKIPPED, programs_beside
 from windows import wine
 
 HERE = pathlib.Path(__file__).resolve().parent
@@ -80,8 +80,10 @@ class Native:
         self.program = program
 
     def make_tools(self, directory):
-        """Writes crv and lpr to the directory, and returns an environment that finds them."""
-        (directory / "crv").symlink_to(self.program)
+        """Writes the programs and lpr to the directory, and returns an environment that finds
+        them."""
+        for name, path in programs_beside(self.program).items():
+            (directory / name).symlink_to(path)
         (directory / "lpr").write_text("#!/bin/sh\n" + LPR)
         (directory / "lpr").chmod(0o755)
         return {"PATH": f"{directory}:/usr/bin:/bin", "TZ": "UTC0",

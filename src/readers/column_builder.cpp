@@ -2,6 +2,7 @@
 #include "readers/column_builder.h"
 
 #include "stats/column_stats.h"
+#include "system/status_line.h"
 #include "text/fixed_text.h"
 
 #include <cstdio>
@@ -23,10 +24,11 @@ void crv_SetTitle(crv_column *column, utl_line line) {
 }
 
 void crv_SetMeans(std::span<crv_column *const> columns) {
-    for (crv_column *column : columns) column->mean = crv_MeanOf(column->sum, column->numpts);
+    for (crv_column *column : columns) column->mean = crv_MeanOf(column->sum, crv_CountOf(column));
 }
 
 void crv_TraceRecord(utl_line line, int routine) {
+    utl_EraseStatusLine();
     printf("    _%d-i-val, rec = %.*s%s \n", routine, static_cast<int>(line.text.size()),
            line.text.data(), line.status == utl_line_status::newline ? "\n" : "");
 }

@@ -10,14 +10,16 @@
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
 
 #include <cstdio>
+#include <limits>
 
 static constexpr int routine = 94;
-static constexpr size_t line_limit = 1023; // 1,022 characters and the line end
+static constexpr size_t line_limit = crv_column_line_limit;
 static constexpr int status_failed = 0;
 
 namespace {
@@ -35,10 +37,9 @@ struct column_file {
     crv_selection selection;
     std::span<crv_column *const> columns; // of the entries, in selection order
     row_entry row[CRV_MAXCOLS];
-    char labels[line_limit + 1]; // the label line, empty without one
-    utl_line_status labels_status;
-    int num_columns;
+    crv_column_header header;
     uint32_t rows_done;
+    utl_line_status end; // of the line that ended the rows
 };
 
 } // namespace
@@ -49,34 +50,19 @@ static void trace_selection(const crv_selection &selection) {
         printf("    _94-i-val, Access column = %2u, \n", entry.req);
 }
 
-static int count_fields(std::string_view line) {
-    int count = 0;
-    std::string_view field;
-    while (utl_NextField(&line, &field)) ++count;
-    return count;
-}
-
-// Reads the lines up to the first row, stores the label line and counts the columns. Returns the
-// first row.
+// Reads the header. Returns the first row.
 static utl_line read_header(column_file *pos, int label_line, int first_line) {
-    utl_line line = {{}, utl_line_status::eof};
-    for (int64_t number = 1; number <= first_line; ++number) {
-        line = utl_ReadLine(pos->in.lines, line_limit);
-        if (line.status == utl_line_status::eof) break;
-        if (number != label_line) continue;
-        utl_CopyText(pos->labels, line.text);
-        pos->labels_status = line.status;
-    }
-    pos->num_columns = count_fields(line.text);
+    const utl_line line = crv_ReadColumnHeader(pos->in.lines, label_line, first_line, &pos->header);
+    utl_EraseStatusLine();
     printf("%ccrv_94-i-val, file %s has %2u columns.\n", '%', pos->in.path,
-           static_cast<unsigned>(pos->num_columns));
+           static_cast<unsigned>(pos->header.num_columns));
     return line;
 }
 
 static bool check_selection(const column_file *pos) {
     for (const crv_reqsel &entry : crv_Entries(pos->selection)) {
         const auto column = static_cast<int>(entry.req);
-        if (column >= 0 && column <= pos->num_columns) continue;
+        if (column >= 0 && column <= pos->header.num_columns) continue;
         printf("%ccrv_94-f-nocol, Column \"%u\" does not exist!\n", '%', entry.req);
         return false;
     }
@@ -111,29 +97,19 @@ static void make_columns(column_file *pos) {
     order_entries(pos);
 }
 
-// Copies a label, with "%%" replaced by "%".
-static void set_label(crv_column *column, std::string_view label) {
-    size_t length = 0;
-    for (size_t k = 0; k < label.size() && length + 1 < sizeof column->colname; ++k) {
-        column->colname[length++] = label[k];
-        if (label[k] == '%' && k + 1 < label.size() && label[k + 1] == '%') ++k;
-    }
-    column->colname[length] = '\0';
-}
-
 static void trace_label(const column_file *pos, uint32_t number, std::string_view label) {
-    crv_TraceRecord({pos->labels, pos->labels_status}, routine);
+    crv_TraceRecord({pos->header.labels, pos->header.labels_status}, routine);
     printf("    _94-i-val, item = %u, label = %.*s \n", number, static_cast<int>(label.size()),
            label.data());
 }
 
 static void set_labels(const column_file *pos) {
-    std::string_view rest = pos->labels;
+    std::string_view rest = pos->header.labels;
     std::string_view label;
     for (uint32_t number = 1; utl_NextField(&rest, &label); ++number) {
         for (size_t k = 0; k < pos->selection.count; ++k) {
             if (pos->selection.table[k].req != number) continue;
-            set_label(pos->columns[k], label);
+            utl_CopyText(pos->columns[k]->colname, crv_ColumnLabel(label));
             if (crv_DBG == routine) trace_label(pos, number, label);
         }
     }
@@ -151,28 +127,58 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _94-f-calloc", status_failed);
 }
 
+// Counts the value of an entry, and stores it if its row is in the time window.
+static inline void read_value(const column_file *pos, const row_entry &entry, utl_line line,
+                              bool in_window, double value) {
+    // Also for dropped rows, unless the settings keep all data.
+    if (in_window || !crv_settings.keeps_all_data) crv_CountValue(entry.column);
+    if (crv_DBG == routine) trace_value(line, entry.number, value);
+    if (in_window) keep_value(pos, entry.column, value);
+}
+
+// Fills a row that is too short, if the settings keep all data: the values of the next rows then
+// stay in line with those of the other columns. `rest` are the entries without a field.
+static void fill_row(column_file *pos, std::span<const row_entry> rest, utl_line line,
+                     bool in_window) {
+    if (!crv_settings.keeps_all_data) return;
+    if (pos->in.missing_line == 0) {
+        pos->in.missing_line = pos->in.lines->line_number;
+        fprintf(utl_ErrorStream(),
+                "%%crv_94-w-num, Missing numbers in \"%s\" read as nan, first on line %llu\n",
+                pos->in.path, static_cast<unsigned long long>(pos->in.missing_line));
+    }
+    for (const row_entry &entry : rest)
+        read_value(pos, entry, line, in_window, std::numeric_limits<double>::quiet_NaN());
+}
+
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
-// value.
+// value, unless the settings keep all data.
 static void read_row(column_file *pos, utl_line line) {
     const double row = pos->rows_done + 1.0; // counted from 1
     const bool in_window = crv_CountPoint(&pos->in, row);
+    const std::span<const row_entry> entries(pos->row, pos->selection.count);
     utl_line_fields fields = utl_SplitLine(line.text);
     double value = row;
-    for (const row_entry &entry : std::span(pos->row, pos->selection.count)) {
+    for (size_t next = 0; next < entries.size(); ++next) {
+        const row_entry &entry = entries[next];
         for (int32_t skipped = 1; skipped < entry.advance; ++skipped) utl_TakeField(&fields);
-        if (entry.advance > 0 && !utl_TakeNumber(&fields, &value)) return;
-        crv_CountValue(entry.column); // also for dropped rows
-        if (crv_DBG == routine) trace_value(line, entry.number, value);
-        if (in_window) keep_value(pos, entry.column, value);
+        if (entry.advance > 0 && !utl_TakeNumber(&fields, &value)) {
+            fill_row(pos, entries.subspan(next), line, in_window);
+            return;
+        }
+        read_value(pos, entry, line, in_window, value);
     }
 }
 
-static void read_rows(column_file *pos, utl_line line) {
+// Reads the rows from `line` on; `read` is called for each of them.
+template <typename row_reader>
+static void read_rows(column_file *pos, utl_line line, row_reader read) {
     for (; line.status == utl_line_status::newline || line.status == utl_line_status::partial;
          line = utl_ReadLine(pos->in.lines, line_limit)) {
-        read_row(pos, line);
+        read(line);
         ++pos->rows_done;
     }
+    pos->end = line.status;
 }
 
 static void list_columns(const column_file *pos) {
@@ -188,7 +194,7 @@ static void list_columns(const column_file *pos) {
 }
 
 static void warn_dropped_rows(const column_file *pos) {
-    if (pos->in.points_dropped == 0) return;
+    if (pos->in.points_dropped == 0 || crv_settings.keeps_all_data) return;
     const uint64_t kept = pos->in.points - pos->in.points_dropped;
     fprintf(utl_ErrorStream(),
             "%%crv_94-w-mea, Means of \"%s\" are sums over %llu rows divided by all %llu rows\n",
@@ -203,7 +209,8 @@ static int read_file(column_file *pos, int label_line, int first_line) {
     make_columns(pos);
     set_labels(pos);
     if (first_line < 1) line = utl_ReadLine(pos->in.lines, line_limit);
-    read_rows(pos, line);
+    read_rows(pos, line, [pos](utl_line row) { read_row(pos, row); });
+    if (pos->end == utl_line_status::unterminated) crv_WarnIncompleteLine(pos->in);
     if (crv_ReadFailed(pos->in)) {
         utl_QuitWithError("    _94-f-fread", status_failed);
     }
@@ -233,4 +240,25 @@ int crv_ReadPost(const char *path, const crv_selection &selection, int label_lin
     const int count = read_file(&pos, label_line, first_line);
     utl_CloseReader(pos.in.lines);
     return count;
+}
+
+// Compares the number of fields of a row with that of the first row.
+static void survey_row(column_file *pos, utl_line line, crv_column_survey *survey) {
+    crv_CountPoint(&pos->in, pos->rows_done + 1.0);
+    const auto columns = static_cast<size_t>(pos->header.num_columns);
+    if (utl_CountFields(line.text) == columns) return;
+    if (survey->uneven_rows++ == 0) survey->uneven_line = pos->in.lines->line_number;
+}
+
+void crv_SurveyPost(utl_line_reader *lines, int label_line, int first_line,
+                    crv_column_survey *survey) {
+    column_file pos = {};
+    pos.in = {.path = "", .lines = lines, .routine = routine, .is_silent = true};
+    utl_line line = crv_ReadColumnHeader(lines, label_line, first_line, &pos.header);
+    survey->header = pos.header;
+    if (first_line < 1) line = utl_ReadLine(lines, line_limit);
+    read_rows(&pos, line, [&](utl_line row) { survey_row(&pos, row, survey); });
+    crv_SurveyInput(&survey->rows, pos.in);
+    survey->rows.steps = pos.rows_done;
+    survey->rows.unterminated = pos.end == utl_line_status::unterminated;
 }

@@ -9,7 +9,11 @@
 // unless it has 1,023 characters.
 #pragma once
 
+#include "readers/column_header.h"
 #include "readers/selection.h"
+#include "readers/survey.h"
+
+#include <cstdint>
 
 // Routine 94. Makes one column per number of `selection`: number k fills slot first_slot + k of the
 // column table with the values of the rows whose count is in the time window of the settings.
@@ -24,3 +28,16 @@
 // divides by, includes the rows that the time window drops; var1 and var2 are row indices from 0;
 // magnitudes are compared by signed value.
 int crv_ReadPost(const char *path, const crv_selection &selection, int label_line, int first_line);
+
+// The contents of a column file, without its values.
+struct crv_column_survey {
+    crv_column_header header;
+    crv_survey rows;
+    uint64_t uneven_rows = 0; // with another number of fields than the first row
+    uint64_t uneven_line = 0; // the first of them, 0 without one
+};
+
+// Reads the file as crv_ReadPost does, but prints nothing and stores no value. A failed read ends
+// the file; lines->error is then set.
+void crv_SurveyPost(utl_line_reader *lines, int label_line, int first_line,
+                    crv_column_survey *survey);

@@ -11,19 +11,15 @@
 #include "stats/rounding.h"
 #include "system/arithmetic.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
-#include "text/number_reader.h"
 
 #include <cstdio>
+#include <iterator>
 
 static constexpr int routine = 85;
-static constexpr size_t line_limit = 127; // 126 characters and the line end
-static constexpr size_t title_length = 80;
-static constexpr size_t label_length = 31;
-static constexpr size_t numbered_label_length = 32;
-static constexpr int min_points = 3;
 static constexpr int status_failed = 0;
 
 namespace {
@@ -33,9 +29,7 @@ struct frame_file {
     crv_input in;
     crv_column *columns[2]; // X and Y
     double totals[2];       // sums of their values
-    double x_range[2];      // of the file; low above high means not given
-    double y_range[2];
-    int num_points; // NUMDATA
+    crv_frame_header header;
 };
 
 } // namespace
@@ -52,49 +46,48 @@ static void make_columns(frame_file *vdr, int first_slot) {
     }
 }
 
-static utl_line next_line(const frame_file *vdr) { return utl_ReadLine(vdr->in.lines, line_limit); }
-
-static int next_integer(const frame_file *vdr) { return utl_ToInt(next_line(vdr).text); }
-
-static void read_range(const frame_file *vdr, double (&range)[2]) {
-    range[0] = utl_ToDouble(next_line(vdr).text);
-    range[1] = utl_ToDouble(next_line(vdr).text);
+static void copy_x_label(const frame_file *vdr) {
+    if (!vdr->header.x_label.given) return;
+    utl_CopyText(vdr->columns[0]->colname, vdr->header.x_label.text);
+    utl_CopyText(crv_charts[0]->xaxis_t, vdr->header.x_label.text);
 }
 
-static void read_style(frame_file *vdr) {
-    vdr->num_points = next_integer(vdr);
-    crv_charts[0]->style = static_cast<uint16_t>(vdr->num_points);
+static void copy_y_label(const frame_file *vdr) {
+    if (!vdr->header.y_label.given) return;
+    utl_CopyText(vdr->columns[1]->colname, vdr->header.y_label.text);
+    utl_CopyText(crv_charts[0]->yaxis_ts[0], vdr->header.y_label.text);
 }
 
-static void read_x_label(const frame_file *vdr) {
-    crv_CopyLine(vdr->columns[0]->colname, next_line(vdr), label_length);
-    utl_CopyText(crv_charts[0]->xaxis_t, vdr->columns[0]->colname);
-}
-
-static void read_y_label(const frame_file *vdr, char number) {
-    if (number >= '1' && number <= '6') {
-        crv_CopyLine(crv_charts[0]->yaxis_ts[number - '0'], next_line(vdr), numbered_label_length);
-    } else {
-        crv_CopyLine(vdr->columns[1]->colname, next_line(vdr), label_length);
-        utl_CopyText(crv_charts[0]->yaxis_ts[0], vdr->columns[1]->colname);
-    }
+// Copies the texts and the style that the file gives to the columns and to the chart.
+static void copy_header(const frame_file *vdr) {
+    const crv_frame_header &header = vdr->header;
+    if (header.title.given) utl_CopyText(vdr->columns[0]->coltitle, header.title.text);
+    copy_x_label(vdr);
+    copy_y_label(vdr);
+    for (size_t k = 1; k < std::size(header.y_titles); ++k)
+        if (header.y_titles[k].given)
+            utl_CopyText(crv_charts[0]->yaxis_ts[k], header.y_titles[k].text);
+    if (header.has_style) crv_charts[0]->style = header.style;
 }
 
 // Deliberate: one of the two messages is misspelled.
-static void read_x_range(frame_file *vdr) {
-    read_range(vdr, vdr->x_range);
-    if (vdr->x_range[0] > vdr->x_range[1])
+static void check_x_range(const frame_file *vdr) {
+    if (vdr->header.x_range[0] > vdr->header.x_range[1]) {
+        utl_EraseStatusLine();
         printf("%ccrv_85-e-ran, X axis range incorectly specified\n", '%');
+    }
 }
 
-static void read_y_range(frame_file *vdr) {
-    read_range(vdr, vdr->y_range);
-    if (vdr->y_range[0] > vdr->y_range[1])
+static void check_y_range(const frame_file *vdr) {
+    if (vdr->header.y_range[0] > vdr->header.y_range[1]) {
+        utl_EraseStatusLine();
         printf("%ccrv_85-e-ran, Y axis range incorrectly specified\n", '%');
+    }
 }
 
 // Prints a line with its line end. Blanks are trimmed only from a line without one.
 static void trace_record(utl_line line) {
+    utl_EraseStatusLine();
     printf("    _85-i-val, vdr_record = \"%.*s%s\"\n", static_cast<int>(line.text.size()),
            line.text.data(), line.status == utl_line_status::newline ? "\n" : "");
 }
@@ -107,15 +100,27 @@ static void keep_value(frame_file *vdr, int k, double value) {
     if (!crv_AppendValue(column, value)) utl_QuitWithError("    _85-e-calloc", status_failed);
 }
 
-static void read_values(frame_file *vdr, utl_line line) {
+// Reads X and Y of a data point.
+static void read_point(crv_input *in, utl_line line, double (&point)[2]) {
     if (crv_DBG == routine) trace_record(line);
     if (line.status != utl_line_status::newline) line.text = utl_TrimEnd(line.text);
     if (crv_DBG == routine) trace_record(line);
     utl_line_fields fields = utl_SplitLine(line.text);
-    double numbers[2];
-    if (utl_TakeNumbers(&fields, numbers) < 2) crv_WarnMissingNumbers(&vdr->in);
-    keep_value(vdr, 0, numbers[0]);
-    keep_value(vdr, 1, numbers[1]);
+    if (utl_TakeNumbers(&fields, point) < 2) crv_WarnMissingNumbers(in);
+}
+
+// Reads the data points that the header announces, until the file ends; `keep` is called for each.
+// Returns the number of points read.
+template <typename point_keeper>
+static int read_points(crv_input *in, const crv_frame_header &header, point_keeper keep) {
+    for (int number = 0; number < header.num_points; ++number) {
+        const utl_line line = utl_ReadLine(in->lines, crv_frame_line_limit);
+        if (line.status == utl_line_status::eof) return number;
+        double point[2];
+        read_point(in, line, point);
+        keep(point);
+    }
+    return header.num_points;
 }
 
 static void round_extremes(crv_column *column) {
@@ -126,63 +131,38 @@ static void round_extremes(crv_column *column) {
 }
 
 static bool read_data(frame_file *vdr) {
-    if (vdr->num_points < min_points) {
+    const int announced = vdr->header.num_points;
+    if (announced < crv_frame_min_points) {
+        utl_EraseStatusLine();
         printf("%%crv_85-f-nopts, VDR NUMDATA incorrectly specified!\n");
         return false;
     }
-    for (int point = 0; point < vdr->num_points; ++point) {
-        const utl_line line = next_line(vdr);
-        if (line.status == utl_line_status::eof) {
-            fprintf(utl_ErrorStream(), "%%crv_85-w-cut, \"%s\" ends after %d of %d data points\n",
-                    vdr->in.path, point, vdr->num_points);
-            break;
-        }
-        read_values(vdr, line);
-    }
+    const int found = read_points(&vdr->in, vdr->header, [vdr](const double(&point)[2]) {
+        keep_value(vdr, 0, point[0]);
+        keep_value(vdr, 1, point[1]);
+    });
+    if (found < announced)
+        fprintf(utl_ErrorStream(), "%%crv_85-w-cut, \"%s\" ends after %d of %d data points\n",
+                vdr->in.path, found, announced);
     round_extremes(vdr->columns[0]);
     round_extremes(vdr->columns[1]);
     return true;
 }
 
-// Returns character `at` of the text, or NUL after its end.
-static char character(std::string_view text, size_t at) {
-    return at < text.size() ? text[at] : '\0';
-}
-
-static void read_x_directive(frame_file *vdr, char letter) {
-    switch (letter) {
-    case 'A': read_x_label(vdr); break;
-    case 'R': read_x_range(vdr); break;
-    case 'Y': printf("%ccrv_85-i-red, Begin reading file \"%s\" \n", '%', vdr->in.path); break;
-    default: break;
-    }
-}
-
-static void read_y_directive(frame_file *vdr, char letter, char number) {
-    switch (letter) {
-    case 'A': read_y_label(vdr, number); break;
-    case 'R': read_y_range(vdr); break;
-    default: break;
-    }
-}
-
 static bool read_directives(frame_file *vdr) {
     for (;;) {
-        const utl_line line = next_line(vdr);
-        if (line.status == utl_line_status::eof) return true;
-        if (character(line.text, 0) != '%') continue;
-        const char letter = character(line.text, 2);
-        const char number = character(line.text, 3);
-        switch (character(line.text, 1)) {
-        case 'N': vdr->num_points = next_integer(vdr); break;
-        case 'S': read_style(vdr); break;
-        case 'T': crv_CopyLine(vdr->columns[0]->coltitle, next_line(vdr), title_length); break;
-        case 'X': read_x_directive(vdr, letter); break;
-        case 'Y': read_y_directive(vdr, letter, number); break;
-        case 'D':
+        switch (crv_ReadFrameDirective(vdr->in.lines, &vdr->header)) {
+        case crv_frame_event::none: break;
+        case crv_frame_event::begin:
+            utl_EraseStatusLine();
+            printf("%ccrv_85-i-red, Begin reading file \"%s\" \n", '%', vdr->in.path);
+            break;
+        case crv_frame_event::x_range: check_x_range(vdr); break;
+        case crv_frame_event::y_range: check_y_range(vdr); break;
+        case crv_frame_event::data:
             if (!read_data(vdr)) return false;
             break;
-        default: break;
+        case crv_frame_event::end: return true;
         }
     }
 }
@@ -204,7 +184,7 @@ static void list_columns(const frame_file *vdr) {
 
 static void set_means(const frame_file *vdr) {
     for (int k = 0; k < 2; ++k)
-        vdr->columns[k]->mean = crv_MeanOf(vdr->totals[k], vdr->columns[k]->numpts);
+        vdr->columns[k]->mean = crv_MeanOf(vdr->totals[k], crv_CountOf(vdr->columns[k]));
 }
 
 // Reads the whole file. Returns the result of crv_ReadVDR.
@@ -214,13 +194,14 @@ static int read_file(frame_file *vdr, int first_slot) {
     if (crv_ReadFailed(vdr->in)) {
         utl_QuitWithError("    _85-f-fread", status_failed);
     }
-    use_given_range(vdr->columns[0], vdr->x_range);
-    use_given_range(vdr->columns[1], vdr->y_range);
+    copy_header(vdr);
+    use_given_range(vdr->columns[0], vdr->header.x_range);
+    use_given_range(vdr->columns[1], vdr->header.y_range);
     if (crv_DBG == routine) list_columns(vdr);
     set_means(vdr);
     crv_WarnWrappedCounts(vdr->in, vdr->columns);
     printf("%ccrv_85-i-dat, Vandor CRV_FRM_FILE data loaded, number of points = %u \n", '%',
-           static_cast<unsigned>(vdr->num_points));
+           static_cast<unsigned>(vdr->header.num_points));
     return 2;
 }
 
@@ -231,11 +212,35 @@ int crv_ReadVDR(const char *path, int first_slot) {
     }
     frame_file vdr = {};
     vdr.in = {.path = path, .routine = routine};
-    vdr.x_range[0] = vdr.y_range[0] = 10.0;
-    vdr.x_range[1] = vdr.y_range[1] = -10.0;
     vdr.in.lines = utl_OpenReader(path);
     if (!vdr.in.lines) utl_QuitWithError("    _85-f-fopen", status_failed);
     const int count = read_file(&vdr, first_slot);
     utl_CloseReader(vdr.in.lines);
     return count;
+}
+
+static void survey_point(crv_frame_survey *survey, const double (&point)[2]) {
+    for (int k = 0; k < 2; ++k) {
+        double(&extremes)[2] = survey->extremes[k];
+        if (survey->num_found == 0 || point[k] < extremes[0]) extremes[0] = point[k];
+        if (survey->num_found == 0 || point[k] > extremes[1]) extremes[1] = point[k];
+    }
+    ++survey->num_found;
+}
+
+void crv_SurveyVDR(utl_line_reader *lines, crv_frame_survey *survey) {
+    crv_input in = {.path = "", .lines = lines, .routine = routine, .is_silent = true};
+    for (;;) {
+        const crv_frame_event event = crv_ReadFrameDirective(lines, &survey->header);
+        if (event == crv_frame_event::end) break;
+        if (event != crv_frame_event::data) continue;
+        survey->too_few = survey->header.num_points < crv_frame_min_points;
+        if (survey->too_few) break;
+        ++survey->num_blocks;
+        const int found = read_points(&in, survey->header, [survey](const double(&point)[2]) {
+            survey_point(survey, point);
+        });
+        if (found < survey->header.num_points) survey->ends_early = true;
+    }
+    survey->missing_line = in.missing_line;
 }

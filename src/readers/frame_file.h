@@ -14,6 +14,11 @@
 // characters; a longer one is read in parts. An unterminated last line is used.
 #pragma once
 
+#include "readers/frame_header.h"
+#include "readers/survey.h"
+
+#include <cstdint>
+
 // Routine 85. Makes two columns, X in slot first_slot of the column table and Y in the next, and
 // sets style and axis titles of chart 0, which must exist. The time window and the X filter are not
 // used. The minimum and maximum of each column are the range of the file if it gives one, otherwise
@@ -26,3 +31,18 @@
 // Deliberate: %S also sets the number of data points; texts of %YA1 to %YA6 can be one character
 // longer than those of %XA; the sum of the columns stays 0.
 int crv_ReadVDR(const char *path, int first_slot);
+
+// The contents of a frame file, without its values.
+struct crv_frame_survey {
+    crv_frame_header header;
+    uint64_t num_found = 0;     // data points of all blocks
+    uint64_t num_blocks = 0;    // data blocks
+    bool ends_early = false;    // the file ends within a data block
+    bool too_few = false;       // a block with too few points ended the pass
+    double extremes[2][2] = {}; // lowest and highest X, lowest and highest Y
+    uint64_t missing_line = 0;  // the first data line with less than two numbers, 0 without one
+};
+
+// Reads the file as crv_ReadVDR does, but prints nothing and stores no value. A failed read ends
+// the file; lines->error is then set.
+void crv_SurveyVDR(utl_line_reader *lines, crv_frame_survey *survey);

@@ -10,18 +10,19 @@
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdio>
 
 static constexpr int routine = 88;
-static constexpr size_t title_limit = 126; // 125 characters and the line end
-static constexpr size_t line_limit = 510;  // 509 characters and the line end
-static constexpr size_t name_length = 10;
-static constexpr uint32_t max_numbers_per_line = 31; // the highest item
-static constexpr uint32_t request_type = 5;          // of all requests, "Req  "
+static constexpr size_t line_limit = crv_madymo_line_limit;
+static constexpr uint32_t max_numbers_per_line = crv_madymo_max_numbers; // the highest item
+static constexpr uint32_t request_type = 5;                              // of all, "Req  "
 static constexpr int status_failed = 0;
 
 // Five characters each, as crv_reqsel::type_label; item labels have two, as comp_label.
@@ -35,15 +36,38 @@ namespace {
 struct madymo_file {
     crv_input in;
     crv_selection selection;
-    char names[CRV_MAXCOLS][name_length + 1]; // of the requests of the entries
-    std::span<crv_column *const> columns;     // of the entries, in selection order
-    char title[128];
-    utl_line_status title_status;
-    int num_requests;
-    int num_descriptions;
+    char names[CRV_MAXCOLS][crv_madymo_name_length + 1]; // of the requests of the entries
+    std::span<crv_column *const> columns;                // of the entries, in selection order
+    crv_madymo_header header;
     double time;
     bool in_window; // the time is in the time window
     uint32_t steps_done;
+    int64_t lines_left;  // lines of the incomplete step at the end
+    utl_line_status end; // of the line that ended the steps
+};
+
+// The lines of one step that have an entry, in the order of the step.
+struct selected_lines {
+    madymo_file *mad;
+    size_t next = 0; // index into the order of the entries
+
+    int64_t next_block() const;
+    void read(int64_t block, utl_line line, utl_line_fields *fields);
+};
+
+// All lines of a step, whose numbers are counted.
+struct counted_lines {
+    crv_madymo_survey *survey;
+    int64_t block = 0;
+
+    int64_t next_block() const { return block; }
+    void read(int64_t, utl_line, utl_line_fields *fields);
+};
+
+// None of the lines of a step.
+struct skipped_lines {
+    int64_t next_block() const { return INT64_MAX; }
+    void read(int64_t, utl_line, utl_line_fields *) {}
 };
 
 } // namespace
@@ -55,58 +79,48 @@ static void trace_selection(const crv_selection &selection) {
                static_cast<int>(entry.req), static_cast<int>(entry.item));
 }
 
-static void read_title(madymo_file *mad) {
-    const utl_line line = utl_ReadLine(mad->in.lines, title_limit);
-    utl_CopyText(mad->title, line.text);
-    mad->title_status = line.status;
-}
-
-static void read_counts(madymo_file *mad) {
-    char text[line_limit + 1];
-    utl_CopyText(text, utl_ReadLine(mad->in.lines, line_limit).text);
-    if (sscanf(text, "%d %d", &mad->num_requests, &mad->num_descriptions) != 2)
-        printf("%%crv_xx-e-num, Request count or column count incorrect\n");
-    if (mad->num_requests >= 0) return;
-    fprintf(utl_ErrorStream(),
-            "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
-            mad->num_requests, mad->in.path);
-    utl_Fail(status_failed);
-}
-
 // Sets the line of each entry. The number of a request is its position, so that a request is found
 // even if the file ends before its name.
 static void assign_lines(madymo_file *mad) {
     for (crv_reqsel &entry : crv_Entries(&mad->selection)) {
-        if (entry.req < 1 || entry.req > static_cast<uint32_t>(mad->num_requests)) continue;
+        if (entry.req < 1 || entry.req > static_cast<uint32_t>(mad->header.num_requests)) continue;
         entry.block = static_cast<int32_t>(entry.req);
         entry.type = request_type;
     }
 }
 
 static void read_header(madymo_file *mad) {
-    read_title(mad);
-    utl_ReadLine(mad->in.lines, line_limit);
-    read_counts(mad);
-    assign_lines(mad);
-    for (int64_t block = 1; block <= mad->num_requests; ++block) {
-        const utl_line line = utl_ReadLine(mad->in.lines, line_limit);
-        if (line.status == utl_line_status::eof)
-            break; // N may exceed the number of lines of the file
-        for (size_t k = 0; k < mad->selection.count; ++k)
-            if (mad->selection.table[k].block == block) utl_CopyText(mad->names[k], line.text);
+    mad->header = crv_ReadMadymoHeader(mad->in.lines);
+    if (!mad->header.has_counts) {
+        utl_EraseStatusLine();
+        printf("%%crv_xx-e-num, Request count or column count incorrect\n");
     }
+    if (mad->header.num_requests < 0) {
+        fprintf(utl_ErrorStream(),
+                "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
+                mad->header.num_requests, mad->in.path);
+        utl_Fail(status_failed);
+    }
+    assign_lines(mad);
+    std::string_view text;
+    while (crv_ReadMadymoName(mad->in.lines, &mad->header, &text))
+        for (size_t k = 0; k < mad->selection.count; ++k)
+            if (mad->selection.table[k].block == mad->header.num_names)
+                utl_CopyText(mad->names[k], text);
 }
 
 static bool check_selection(const madymo_file *mad) {
     const crv_reqsel *missing = crv_FindMissing(mad->selection);
     if (!missing) return true;
+    utl_EraseStatusLine();
     printf("%%crv_88-e-mis, Request \"%u\" not found! \n", missing->req);
     return false;
 }
 
-static void skip_descriptions(const madymo_file *mad) {
-    for (int k = 0; k < mad->num_descriptions; ++k)
-        if (utl_ReadLine(mad->in.lines, line_limit).status == utl_line_status::eof) return;
+static void skip_descriptions(madymo_file *mad) {
+    std::string_view text;
+    while (crv_ReadMadymoDescription(mad->in.lines, &mad->header, &text)) {
+    }
 }
 
 // The labels are provisional; only trace lines show them. Deliberate: the check for the label Time
@@ -140,6 +154,7 @@ static double read_item(madymo_file *mad, utl_line_fields *fields, uint32_t item
 }
 
 static void trace_value(const madymo_file *mad, utl_line line, uint32_t item, double value) {
+    utl_EraseStatusLine();
     printf("    _88-i-val, *************************************\n");
     crv_TraceRecord(line, routine);
     printf("    _88-i-val, item = %u, val1 = %f \n", item, value);
@@ -164,18 +179,19 @@ static void read_value(madymo_file *mad, size_t k, utl_line line, utl_line_field
     if (mad->in_window) keep_value(mad, mad->columns[k], value);
 }
 
-// Ends the program if the line is too long. Deliberate: an unterminated last line counts as too
-// long.
-static void require_newline(const madymo_file *mad, utl_line line) {
-    if (line.status == utl_line_status::newline) return;
+// Deliberate: an unterminated last line counts as too long.
+[[noreturn]] static void reject_long_line(const madymo_file *mad) {
     fprintf(utl_ErrorStream(), "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n",
             mad->in.path);
     utl_Fail(status_failed);
 }
 
-// Returns the line of entry `next` in a step, or the first line after the step.
-static int64_t next_needed_block(const madymo_file *mad, size_t next) {
-    return crv_NextNeededBlock(mad->selection, next, mad->num_requests);
+int64_t selected_lines::next_block() const {
+    return crv_NextNeededBlock(mad->selection, next, mad->header.num_requests);
+}
+
+void selected_lines::read(int64_t block, utl_line line, utl_line_fields *fields) {
+    for (; next_block() == block; ++next) read_value(mad, mad->selection.order[next], line, fields);
 }
 
 static void read_time(madymo_file *mad, utl_line_fields *fields) {
@@ -183,25 +199,32 @@ static void read_time(madymo_file *mad, utl_line_fields *fields) {
     mad->in_window = crv_CountPoint(&mad->in, mad->time);
 }
 
-// Reads one step, skipping lines without an entry. Returns false at the end of the file.
-static bool read_step(madymo_file *mad) {
-    size_t next = 0; // index into the order of the entries
-    for (int64_t block = 0; block <= mad->num_requests;) {
+// Reads one step: the time, and those of the lines that are needed; skips the others. Returns false
+// after the last step, with the reason in mad->end: end of the file, or a line without its line
+// end.
+template <typename needed_lines> static bool read_step(madymo_file *mad, needed_lines needed) {
+    const int64_t num_lines = int64_t{mad->header.num_requests} + 1;
+    for (int64_t block = 0; block < num_lines;) {
         const utl_line line = utl_ReadLine(mad->in.lines, line_limit);
-        if (line.status == utl_line_status::eof) return false;
-        require_newline(mad, line);
+        if (line.status != utl_line_status::newline) {
+            mad->lines_left = block;
+            mad->end = line.status;
+            return false;
+        }
         utl_line_fields fields = utl_SplitLine(line.text);
         if (block == 0) read_time(mad, &fields);
-        for (; next_needed_block(mad, next) == block; ++next)
-            read_value(mad, mad->selection.order[next], line, &fields);
+        needed.read(block, line, &fields);
         ++block;
-        block += utl_SkipLines(mad->in.lines, line_limit, next_needed_block(mad, next) - block);
+        const int64_t next = std::min(needed.next_block(), num_lines);
+        block += utl_SkipLines(mad->in.lines, line_limit, next - block);
     }
     return true;
 }
 
 static void read_steps(madymo_file *mad) {
-    while (read_step(mad)) ++mad->steps_done;
+    while (read_step(mad, selected_lines{mad})) ++mad->steps_done;
+    if (mad->end != utl_line_status::eof) reject_long_line(mad);
+    if (mad->lines_left > 0) crv_WarnIncompleteStep(mad->in, mad->steps_done + 1);
 }
 
 static void set_labels(madymo_file *mad) {
@@ -215,7 +238,7 @@ static void set_labels(madymo_file *mad) {
             snprintf(column->colname, sizeof column->colname, "%s, R %d, C %.2s", mad->names[k],
                      static_cast<int>(entry->req), entry->comp_label);
         }
-        crv_SetTitle(column, {mad->title, mad->title_status});
+        crv_SetTitle(column, {mad->header.title, mad->header.title_status});
     }
 }
 
@@ -254,4 +277,45 @@ int crv_ReadMad(const char *path, const crv_selection &selection) {
     const int count = read_file(&mad);
     utl_CloseReader(mad.in.lines);
     return count;
+}
+
+void counted_lines::read(int64_t, utl_line, utl_line_fields *fields) {
+    if (block++ == 0 || survey->numbers.size() == crv_max_listed) return;
+    while (!utl_TakeField(fields).empty()) {
+    }
+    survey->numbers.push_back(fields->taken);
+}
+
+// Reads names and descriptions into the survey.
+static void survey_header(madymo_file *mad, crv_madymo_survey *survey) {
+    std::string_view text;
+    while (crv_ReadMadymoName(mad->in.lines, &mad->header, &text))
+        if (survey->names.size() < crv_max_listed)
+            survey->names.emplace_back(text.substr(0, crv_madymo_name_length));
+    while (crv_ReadMadymoDescription(mad->in.lines, &mad->header, &text))
+        if (survey->descriptions.size() < crv_max_listed) survey->descriptions.emplace_back(text);
+}
+
+bool crv_SurveyMad(utl_line_reader *lines, uint64_t max_steps, crv_madymo_survey *survey) {
+    madymo_file mad = {};
+    mad.in = {.path = "", .lines = lines, .routine = routine, .is_silent = true};
+    mad.header = crv_ReadMadymoHeader(lines);
+    survey->header = mad.header;
+    if (mad.header.num_requests < 0) return false;
+
+    survey_header(&mad, survey);
+    survey->header = mad.header;
+    bool more = max_steps > 0 && read_step(&mad, counted_lines{survey});
+    while (more) {
+        crv_SurveyStep(&survey->steps, mad.time);
+        more = survey->steps.steps < max_steps && read_step(&mad, skipped_lines{});
+    }
+    crv_SurveyInput(&survey->steps, mad.in);
+    survey->steps.unterminated = mad.end == utl_line_status::unterminated;
+    if (mad.end == utl_line_status::partial) {
+        survey->long_line = lines->line_number;
+    } else {
+        survey->steps.lines_left = static_cast<uint64_t>(mad.lines_left);
+    }
+    return true;
 }

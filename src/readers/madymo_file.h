@@ -12,7 +12,14 @@
 // from 1, its item by the position of the number on its line; item 0 is the time.
 #pragma once
 
+#include "readers/madymo_header.h"
 #include "readers/selection.h"
+#include "readers/survey.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
 
 // Routine 88. Makes one column per pair of `selection`: pair k fills slot first_slot + k of the
 // column table with the values in the time window of the settings, and with all statistics except
@@ -26,3 +33,18 @@
 // Deliberate: a third line without two numbers is reported, and reading continues with the numbers
 // that it has.
 int crv_ReadMad(const char *path, const crv_selection &selection);
+
+// The contents of a Madymo file, without its values.
+struct crv_madymo_survey {
+    crv_madymo_header header;
+    std::vector<std::string> names;        // of the requests
+    std::vector<std::string> descriptions; // of the columns
+    std::vector<size_t> numbers;           // on the line of each request in the first step
+    crv_survey steps;
+    uint64_t long_line = 0; // the line beyond the limit that ended the pass, 0 without one
+};
+
+// Reads the header, and then at most `max_steps` steps as crv_ReadMad does, but prints nothing and
+// stores no value. Returns false if the number of requests is below 0. A failed read ends the file;
+// lines->error is then set.
+bool crv_SurveyMad(utl_line_reader *lines, uint64_t max_steps, crv_madymo_survey *survey);

@@ -11,20 +11,14 @@
 #include "records/settings.h"
 #include "stats/column_stats.h"
 #include "system/console.h"
+#include "system/status_line.h"
 #include "text/fields.h"
-#include "text/fixed_text.h"
 #include "text/line_reader.h"
-#include "text/number_reader.h"
 
 #include <cstdio>
 
 static constexpr int routine = 83;
-static constexpr size_t line_limit = 126;       // 125 characters and the line end
-static constexpr size_t long_title_length = 78; // of a title line that is too long
-
-// Five characters each, as crv_reqsel::type_label; item labels have two, as comp_label.
-static constexpr const char *type_labels[] = {"Time ", "Displ", "Veloc", "Accel", "Force", "User "};
-static constexpr const char *item_labels[] = {"T ", "X ", "Y ", "Z ", "A1", "A2", "A3", "M ", "AM"};
+static constexpr size_t line_limit = crv_request_line_limit;
 
 namespace {
 
@@ -33,15 +27,16 @@ struct request_file {
     crv_input in;
     crv_selection selection;
     std::span<crv_column *const> columns; // of the entries, in selection order
-    char title[128];
-    utl_line_status title_status;
-    int num_requests;
+    crv_request_header header;
     bool screens_x;
     double time;
     bool in_window; // the time is in the time window
     double x_value; // latest value of entry 0
     uint32_t step;
     uint32_t steps_done;
+    uint64_t marked_line;        // line with "<++>", 0 without one
+    int64_t lines_left;          // lines of the incomplete step at the end
+    utl_line_status last_status; // of the line at the end
 };
 
 } // namespace
@@ -52,52 +47,33 @@ static void trace_selection(const crv_selection &selection) {
         printf("    _83-i-val, Access results for req = %4u, item = %u \n", entry.req, entry.item);
 }
 
-static void read_title(request_file *req) {
-    const utl_line line = utl_ReadLine(req->in.lines, line_limit);
-    utl_CopyText(req->title, line.text);
-    req->title_status = line.status;
-    if (line.status != utl_line_status::newline && line.text.size() >= long_title_length) {
-        req->title[long_title_length] = '\0';
-        req->title_status = utl_line_status::newline;
-    }
-}
-
-// Sets line and type of the entries of a request. `block` is the position of its header line, which
-// is the position of its line in each step.
-static void match_header_line(request_file *req, int block, const int (&fields)[5]) {
-    const auto identifier = static_cast<uint32_t>(fields[0]);
+// Sets line and type of the entries that select a request.
+static void match_request(request_file *req, const crv_request_entry &request) {
     for (crv_reqsel &entry : crv_Entries(&req->selection)) {
-        if (entry.req != identifier || entry.req == 0) continue; // 0 is time, on its own line
-        entry.block = block;
-        entry.type = static_cast<uint32_t>(fields[1]);
+        // Identifier 0 is time, on its own line.
+        if (entry.req != request.identifier || entry.req == 0) continue;
+        entry.block = request.block;
+        entry.type = request.type;
     }
 }
 
 static bool read_header(request_file *req) {
-    utl_ReadLine(req->in.lines, line_limit);
-    read_title(req);
-    req->num_requests = utl_ToInt(utl_ReadLine(req->in.lines, line_limit).text);
-    if (req->num_requests < 0) {
+    req->header = crv_ReadRequestHeader(req->in.lines);
+    if (req->header.num_requests < 0) {
         fprintf(utl_ErrorStream(),
                 "%%crv_83-e-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
-                req->num_requests, req->in.path);
+                req->header.num_requests, req->in.path);
         return false;
     }
-    for (int64_t block = 1; block <= req->num_requests; ++block) {
-        const utl_line line = utl_ReadLine(req->in.lines, line_limit);
-        if (line.status == utl_line_status::eof)
-            break; // N may exceed the number of lines of the file
-        int fields[5];
-        if (utl_ReadIntegers(line.text, fields) > 0)
-            match_header_line(req, static_cast<int>(block), fields);
-        if (fields[4] != 0) utl_ReadLine(req->in.lines, line_limit);
-    }
+    crv_request_entry request;
+    while (crv_ReadRequestEntry(req->in.lines, &req->header, &request)) match_request(req, request);
     return true;
 }
 
 static bool check_selection(const request_file *req) {
     const crv_reqsel *missing = crv_FindMissing(req->selection);
     if (!missing) return true;
+    utl_EraseStatusLine();
     printf("%%crv_83-e-mis, Request \"%u\" not found! \n", missing->req);
     return false;
 }
@@ -163,13 +139,14 @@ static bool read_value(request_file *req, size_t k, utl_line line, utl_line_fiel
 }
 
 static void reject_multiple_results(const request_file *req) {
+    utl_EraseStatusLine();
     printf("%%crv_xx-e-mul, Multiple results in (%s)\n", req->in.path);
     printf("    _xx-e-not, Kelp plot does not support multiple results in one .req file.\n");
 }
 
 // Returns the line of entry `next` in a step, or the first line after the step.
 static int64_t next_needed_block(const request_file *req, size_t next) {
-    return crv_NextNeededBlock(req->selection, next, req->num_requests);
+    return crv_NextNeededBlock(req->selection, next, req->header.num_requests);
 }
 
 static void read_time(request_file *req, utl_line_fields *fields) {
@@ -181,15 +158,20 @@ static void read_time(request_file *req, utl_line_fields *fields) {
 // error, which sets *failed.
 static bool read_step(request_file *req, bool *failed) {
     size_t next = 0; // index into the order of the entries
-    for (int64_t block = 0; block <= req->num_requests;) {
+    for (int64_t block = 0; block <= req->header.num_requests;) {
         const utl_line line = utl_ReadLine(req->in.lines, line_limit);
         if (line.has_lt_or_nul && line.text.find("<++>") != line.text.npos) {
-            reject_multiple_results(req);
+            req->marked_line = req->in.lines->line_number;
             *failed = true;
             return false;
         }
-        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof)
+        if (line.status == utl_line_status::unterminated || line.status == utl_line_status::eof) {
+            req->lines_left = block;
+            req->last_status = line.status;
+            if (block > 0 || line.status == utl_line_status::unterminated)
+                crv_WarnIncompleteStep(req->in, req->step);
             return false;
+        }
         utl_line_fields fields = utl_SplitLine(line.text);
         if (block == 0) read_time(req, &fields);
         for (; next_needed_block(req, next) == block; ++next) {
@@ -212,12 +194,12 @@ static bool read_steps(request_file *req) {
 static void set_means(const request_file *req) {
     for (size_t k = 0; k < req->selection.count; ++k) {
         crv_column *column = req->columns[k];
-        if (column->numpts < 1) {
+        if (crv_CountOf(column) < 1) {
             fprintf(utl_ErrorStream(), "%%crv_83-e-pts, No data points found for item (%d)\n",
                     req->selection.first_slot + static_cast<int>(k));
             utl_Fail(1);
         }
-        column->mean = crv_MeanOf(column->sum, column->numpts);
+        column->mean = crv_MeanOf(column->sum, crv_CountOf(column));
     }
 }
 
@@ -225,7 +207,7 @@ static void set_labels(request_file *req) {
     for (size_t k = 0; k < req->selection.count; ++k) {
         crv_reqsel *entry = &req->selection.table[k];
         crv_column *column = req->columns[k];
-        crv_LabelEntry(entry, type_labels, item_labels);
+        crv_LabelEntry(entry, crv_request_types, crv_request_items);
         if (entry->req == 0) {
             snprintf(column->colname, sizeof column->colname, "Time (sec) ");
         } else {
@@ -233,7 +215,7 @@ static void set_labels(request_file *req) {
             snprintf(column->colname, sizeof column->colname, "%.5s %u, %.2s ", entry->type_label,
                      entry->req, entry->comp_label);
         }
-        crv_SetTitle(column, {req->title, req->title_status});
+        crv_SetTitle(column, {req->header.title, req->header.title_status});
     }
 }
 
@@ -242,7 +224,10 @@ static int read_file(request_file *req) {
     if (!read_header(req)) return -1;
     if (!check_selection(req)) return 0;
     if (!make_columns(req)) return -1;
-    if (!read_steps(req)) return -1;
+    if (!read_steps(req)) {
+        if (req->marked_line != 0) reject_multiple_results(req);
+        return -1;
+    }
     if (crv_ReadFailed(req->in)) {
         utl_ReportError("    _83-f-fread");
         return -1;
@@ -276,4 +261,26 @@ int crv_ReadReq(const char *path, const crv_selection &selection) {
     const int count = read_file(&req);
     utl_CloseReader(req.in.lines);
     return count;
+}
+
+bool crv_SurveyReq(utl_line_reader *lines, uint64_t max_steps, crv_request_survey *survey) {
+    request_file req = {};
+    req.in = {.path = "", .lines = lines, .routine = routine, .is_silent = true};
+    req.header = crv_ReadRequestHeader(lines);
+    crv_request_entry request;
+    while (crv_ReadRequestEntry(lines, &req.header, &request))
+        if (survey->requests.size() < crv_max_listed)
+            survey->requests.push_back(
+                {request.identifier, request.type, std::string(request.name)});
+    survey->header = req.header;
+    if (req.header.num_requests < 0) return false;
+
+    bool failed = false;
+    while (survey->steps.steps < max_steps && read_step(&req, &failed))
+        crv_SurveyStep(&survey->steps, req.time);
+    crv_SurveyInput(&survey->steps, req.in);
+    survey->steps.lines_left = static_cast<uint64_t>(req.lines_left);
+    survey->steps.unterminated = req.last_status == utl_line_status::unterminated;
+    survey->marked_line = req.marked_line;
+    return true;
 }

@@ -19,6 +19,12 @@ struct crv_run_settings {
     uint32_t columnize_flags = 0;
     int menu_panes = 0; // -n: stored, not used
     int print_flag = 0; // print the chart without asking
+
+    // Set by the viewers, which use all of a file and say what is missing; off in crv. A time
+    // window drops points only if -tm gave it. Counts are those of the kept values, without
+    // wrapping. A row of a column file that is too short has values that are not a number. A last
+    // line or step that is incomplete is warned about.
+    bool keeps_all_data = false;
 };
 
 extern crv_run_settings crv_settings;

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "records/column.h"
+#include "records/settings.h"
 #include "system/arithmetic.h"
 
 #include <cmath>
@@ -74,6 +75,14 @@ inline void crv_UpdateAbsMinMaxBySign(crv_column *column, double value) {
     if (first || value > column->absmax) column->absmax = magnitude;
 }
 
-// Returns the mean; all four readers use it. The count is a signed 16-bit number, as in crv_column;
-// without values the result is that of a division by 0.
-inline double crv_MeanOf(double sum, int16_t count) { return utl_Divide(sum, count); }
+// Returns the number of values that the mean divides by: the signed 16-bit count, or that without
+// wrapping if the settings keep all data.
+inline int64_t crv_CountOf(const crv_column *column) {
+    return crv_settings.keeps_all_data ? static_cast<int64_t>(column->num_values) : column->numpts;
+}
+
+// Returns the mean; all four readers use it. `count` is that of crv_CountOf; without values the
+// result is that of a division by 0.
+inline double crv_MeanOf(double sum, int64_t count) {
+    return utl_Divide(sum, static_cast<double>(count));
+}

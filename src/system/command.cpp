@@ -1,6 +1,8 @@
 // system/command.cpp - shell commands; a file of its own so that a fuzzer can replace it.
 #include "system/console.h"
 
+#include "system/status_line.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -13,6 +15,7 @@ static bool is_interpreter_missing() {
 }
 
 utl_command_end utl_RunCommand(const char *command) {
+    utl_EraseStatusLine();
     fflush(nullptr);
     const int result = system(command);
     if (result == 0) return utl_command_end::succeeded;

@@ -1,6 +1,8 @@
 // system/console.cpp - error messages and answers from standard input.
 #include "system/console.h"
 
+#include "system/status_line.h"
+
 #include <cerrno>
 
 // A line is read in at most this many chunks of 127 characters, about a million in all: a device
@@ -9,6 +11,7 @@ static constexpr int max_chunks = 8192;
 
 FILE *utl_ErrorStream() {
     const int error = errno;
+    utl_EraseStatusLine();
     fflush(stdout);
     errno = error;
     return stderr;
@@ -35,6 +38,7 @@ static int next_character() {
 }
 
 bool utl_ReadLineChunk(char *answer, size_t size) {
+    utl_EraseStatusLine();
     fflush(stdout);
     size_t length = 0;
     while (length + 1 < size) {

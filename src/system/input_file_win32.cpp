@@ -6,3 +6,9 @@
 #include <io.h>
 
 int utl_OpenInput(const char *path) { return open(path, O_RDONLY | O_BINARY | O_NOINHERIT); }
+
+int utl_OpenStandardInput() {
+    const int file = dup(0);
+    if (file >= 0) setmode(file, O_BINARY);
+    return file;
+}

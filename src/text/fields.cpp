@@ -56,6 +56,14 @@ bool utl_TakeNumberAt(utl_line_fields *fields, unsigned ordinal, double *number)
     return utl_TakeNumber(fields, number);
 }
 
+size_t utl_CountFields(std::string_view line) {
+    if (line.empty()) return 0;
+    utl_line_fields fields = utl_SplitLine(line);
+    while (!utl_TakeField(&fields).empty()) {
+    }
+    return fields.taken;
+}
+
 int utl_TakeNumbers(utl_line_fields *fields, std::span<double> numbers) {
     int found = 0;
     if (fields->taken > 0) *fields = utl_SplitLine({fields->begin, fields->end});

@@ -59,6 +59,9 @@ inline bool utl_TakeNumber(utl_line_fields *fields, double *number) {
     return !field.empty();
 }
 
+// Returns the number of fields of a line of the line reader.
+size_t utl_CountFields(std::string_view line);
+
 // Reads field `ordinal` of the line, counted from 1, and nothing after it. Continues after the
 // fields that are taken if it can. Returns false, with 0.0, if the line has fewer fields.
 bool utl_TakeNumberAt(utl_line_fields *fields, unsigned ordinal, double *number);

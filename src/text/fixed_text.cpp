@@ -13,3 +13,10 @@ std::string_view utl_TrimEnd(std::string_view text) {
     while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
     return text;
 }
+
+std::string_view utl_TrimLine(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const size_t begin = text.find_first_not_of(blanks);
+    if (begin == text.npos) return {};
+    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}

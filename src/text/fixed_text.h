@@ -13,3 +13,6 @@ template <size_t size> void utl_CopyText(char (&to)[size], std::string_view text
 
 // Returns the text without trailing blanks. Other white space stays.
 std::string_view utl_TrimEnd(std::string_view text);
+
+// Returns the text without blanks, tabs and line ends at both ends.
+std::string_view utl_TrimLine(std::string_view text);

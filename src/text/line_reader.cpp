@@ -4,6 +4,7 @@
 
 #include "system/input_file.h"
 #include "system/memory.h"
+#include "system/status_line.h"
 #include "text/line_scan.h"
 #include "text/simd.h"
 
@@ -22,13 +23,17 @@ static void fill_block(utl_line_reader *in, size_t wanted) {
     memmove(in->block, in->next, held);
     while (held < wanted && !in->at_file_end) {
         const auto room = static_cast<unsigned>(block_size - held);
+        utl_AwaitProgress(&in->progress, in->file);
         const ssize_t got = read(in->file, in->block + held, room);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) in->error = errno;
         if (got <= 0) {
             in->at_file_end = true;
+            utl_EraseStatusLine();
         } else {
             held += static_cast<size_t>(got);
+            in->bytes_read += static_cast<uint64_t>(got);
+            utl_CountProgress(&in->progress, static_cast<uint64_t>(got));
         }
     }
     in->next = in->block;
@@ -43,8 +48,8 @@ static bool is_unbounded_device(const utl_line_reader *in) {
            !isatty(in->file);
 }
 
-utl_line_reader *utl_OpenReader(const char *path) {
-    const int file = utl_OpenInput(path);
+// Takes over an open file, or -1.
+static utl_line_reader *open_reader(int file) {
     if (file < 0) return nullptr;
 
     auto *in = static_cast<utl_line_reader *>(crv_Calloc(1, sizeof(utl_line_reader)));
@@ -55,9 +60,11 @@ utl_line_reader *utl_OpenReader(const char *path) {
                .at_file_end = false,
                .line_number = 0,
                .lines_ended = 0,
+               .bytes_read = 0,
                .next = block,
                .block_end = block,
-               .block = block};
+               .block = block,
+               .progress = utl_StartProgress(file, path)};
         fill_block(in, 1); // fails for a directory, which opens like a file
         if (in->error == 0 && is_unbounded_device(in)) in->error = ENOTSUP;
         if (in->error == 0) return in;
@@ -70,6 +77,10 @@ utl_line_reader *utl_OpenReader(const char *path) {
     errno = error;
     return nullptr;
 }
+
+utl_line_reader *utl_OpenReader(const char *path) { return open_reader(utl_OpenInput(path)); }
+
+utl_line_reader *utl_OpenStandardReader() { return open_reader(utl_OpenStandardInput()); }
 
 // Returns the text of `length` characters at `begin` up to its first NUL.
 static std::string_view text_before_nul(const char *begin, size_t length) {
@@ -125,7 +136,16 @@ int64_t utl_SkipLines(utl_line_reader *in, size_t limit, int64_t max_lines) {
     return skipped_lines;
 }
 
+void utl_SkipRest(utl_line_reader *in) {
+    while (!in->at_file_end) {
+        in->next = in->block_end;
+        fill_block(in, 1);
+    }
+    in->next = in->block_end;
+}
+
 void utl_CloseReader(utl_line_reader *in) {
+    utl_EraseStatusLine();
     close(in->file);
     free(in->block);
     free(in);

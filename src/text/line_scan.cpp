@@ -39,7 +39,7 @@ static bool has_mark(utl_vector marks, unsigned length) {
     return (utl_MoveMask(marks) & ((1U << length) - 1)) != 0;
 }
 
-utl_line_scan utl_ScanLine(const char *begin, size_t max_length) {
+static utl_line_scan scan_line(const char *begin, size_t max_length) {
     utl_vector marks = {}; // of the previous vectors
     size_t k = 0;
     for (const size_t whole = max_length & ~size_t{15}; k < whole; k += 16) {
@@ -58,7 +58,8 @@ utl_line_scan utl_ScanLine(const char *begin, size_t max_length) {
     return {k + length, ends != 0, has_mark(marks, 16) || has_mark(marks_of(text), length)};
 }
 
-utl_line_run utl_ScanLineRun(const char *begin, size_t length, size_t limit, size_t max_lines) {
+static utl_line_run scan_line_run(const char *begin, size_t length, size_t limit,
+                                  size_t max_lines) {
     size_t line = 0; // where the current line begins
     size_t lines = 0;
     for (size_t k = 0; k < length && k < line + limit; k += 16) {
@@ -79,4 +80,55 @@ utl_line_run utl_ScanLineRun(const char *begin, size_t length, size_t limit, siz
         if (marks != 0) break;
     }
     return {lines, line};
+}
+
+// The same with wide vectors and masks of 64 characters.
+
+UTL_WIDE static utl_line_scan scan_line_wide(const char *begin, size_t max_length) {
+    bool has_marks = false;
+    for (size_t k = 0; k < max_length; k += 64) {
+        const char *at = begin + k;
+        const size_t left = max_length - k;
+        const uint64_t inside = left < 64 ? (uint64_t{1} << left) - 1 : ~uint64_t{0};
+        const uint64_t ends = utl_EqualBits64(at, '\n') & inside;
+        const uint64_t marks = utl_EqualBits64(at, '<') | utl_EqualBits64(at, '\0');
+        if (ends != 0) {
+            const auto length = static_cast<size_t>(std::countr_zero(ends));
+            const uint64_t before = (uint64_t{1} << length) - 1;
+            return {k + length, true, has_marks || (marks & before) != 0};
+        }
+        has_marks = has_marks || (marks & inside) != 0;
+    }
+    return {max_length, false, has_marks};
+}
+
+UTL_WIDE static utl_line_run scan_line_run_wide(const char *begin, size_t length, size_t limit,
+                                                size_t max_lines) {
+    size_t line = 0; // where the current line begins
+    size_t lines = 0;
+    for (size_t k = 0; k < length && k < line + limit; k += 64) {
+        uint64_t ends = utl_EqualBits64(begin + k, '\n');
+        const uint64_t marks = utl_EqualBits64(begin + k, '<');
+        ends &= (marks & (0 - marks)) - 1; // before the first mark, or all
+        for (; ends != 0; ends &= ends - 1) {
+            const size_t end = k + static_cast<size_t>(std::countr_zero(ends));
+            if (end >= length || end - line >= limit) return {lines, line};
+            line = end + 1;
+            if (++lines == max_lines) return {lines, line};
+        }
+        if (marks != 0) break;
+    }
+    return {lines, line};
+}
+
+bool utl_uses_wide_vectors = utl_HasWideVectors();
+
+utl_line_scan utl_ScanLine(const char *begin, size_t max_length) {
+    if (utl_uses_wide_vectors) return scan_line_wide(begin, max_length);
+    return scan_line(begin, max_length);
+}
+
+utl_line_run utl_ScanLineRun(const char *begin, size_t length, size_t limit, size_t max_lines) {
+    if (utl_uses_wide_vectors) return scan_line_run_wide(begin, length, limit, max_lines);
+    return scan_line_run(begin, length, limit, max_lines);
 }

@@ -1,13 +1,14 @@
 // text/line_scan.h - searches for line ends, the one step that every byte of a file goes through.
 //
-// Each routine has a scalar form and one that compares 16 characters at once: three comparisons and
-// a mask per vector. On 0.8 GB it takes 0.13 s where a memchr for each line end and a second search
-// for the marks took 0.20 s. Vectors of 64 characters gain nothing: reading the file takes longer.
-//
-// The text of the vector forms must be followed by utl_padding readable characters.
+// Each routine has a scalar form and one that compares 16 characters at once, or 64 where the
+// processor has vectors of 32 characters: a mask for each character that is searched for. The text
+// of the vector forms must be followed by utl_padding readable characters.
 #pragma once
 
 #include <cstddef>
+
+// True if the processor has wide vectors. Tests set it to false.
+extern bool utl_uses_wide_vectors;
 
 // The first line of a text.
 struct utl_line_scan {

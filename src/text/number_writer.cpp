@@ -3,8 +3,8 @@
 #include "text/number_writer.h"
 
 #include "text/powers_of_ten.h"
+#include "text/three_digits.h"
 
-#include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -57,25 +57,8 @@ static scaled_value scale(double magnitude) {
     return {digits, exponent};
 }
 
-// The numbers 0 to 999 with three digits each, 3,000 characters: one copy replaces the divisions
-// that separate the digits.
-static constexpr auto three_digits = [] {
-    std::array<char, 3 * 1000> text = {};
-    for (size_t k = 0; k < 1000; ++k) {
-        text[3 * k] = static_cast<char>('0' + k / 100);
-        text[3 * k + 1] = static_cast<char>('0' + k / 10 % 10);
-        text[3 * k + 2] = static_cast<char>('0' + k % 10);
-    }
-    return text;
-}();
-
-static char *write_three_digits(char *to, unsigned value) {
-    memcpy(to, &three_digits[size_t{3} * value], 3);
-    return to + 3;
-}
-
 static char *write_two_digits(char *to, unsigned value) {
-    memcpy(to, &three_digits[size_t{3} * value + 1], 2);
+    memcpy(to, &utl_three_digits[size_t{3} * value + 1], 2);
     return to + 2;
 }
 
@@ -119,7 +102,7 @@ char *utl_WriteE11_4(char *to, double value) {
 
 char *utl_WriteUnsigned(char *to, unsigned value) {
     if (value < 100 || value > 999) return std::to_chars(to, to + utl_max_number_chars, value).ptr;
-    return write_three_digits(to, value);
+    return utl_WriteThreeDigits(to, value);
 }
 
 utl_number_text utl_FormatFixed(double value, int width, int precision) {

@@ -14,6 +14,11 @@ char *utl_WriteE11_4(char *to, double value);
 // Does the same in the form "%u".
 char *utl_WriteUnsigned(char *to, unsigned value);
 
+// Writes the shortest text that reads back to the same number, such as "0.1", "-5e-324" or "1e+22",
+// without a terminating zero. The others are "nan", without a sign, "inf" and "-inf". Returns the
+// end of the text.
+char *utl_WriteShortest(char *to, double value);
+
 // A number as text: at most a sign, 309 digits, a point and 6 digits.
 struct utl_number_text {
     char text[328];

@@ -10,7 +10,7 @@
 #include <cstring>
 
 #if defined(__SSE2__)
-#include <emmintrin.h>
+#include <immintrin.h>
 #elif defined(__aarch64__) && defined(__ARM_NEON) && !defined(__ARM_BIG_ENDIAN)
 #include <arm_neon.h>
 #endif
@@ -74,6 +74,42 @@ template <class function> inline uint64_t utl_Bits64(const char *at, function fl
     for (unsigned k = 0; k < 64; k += 16)
         bits |= uint64_t{utl_MoveMask(flags_of(utl_LoadVector(at + k)))} << k;
     return bits;
+}
+
+// Vectors of 32 characters, in routines marked with UTL_WIDE. Call them only if the processor has
+// such vectors.
+#if defined(__SSE2__)
+
+#define UTL_WIDE __attribute__((target("avx2,bmi")))
+
+inline bool utl_HasWideVectors() {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi");
+}
+
+// Returns a mask with a bit for each of the 32 characters at `at` that is `c`.
+UTL_WIDE inline uint32_t utl_EqualBits32(const char *at, char c) {
+    const __m256i text = _mm256_loadu_si256(reinterpret_cast<const __m256i *>(at));
+    return static_cast<uint32_t>(
+        _mm256_movemask_epi8(_mm256_cmpeq_epi8(text, _mm256_set1_epi8(c))));
+}
+
+#else
+
+#define UTL_WIDE
+
+inline bool utl_HasWideVectors() { return false; }
+
+inline uint32_t utl_EqualBits32(const char *at, char c) {
+    return utl_MoveMask(utl_CompareEqual(utl_LoadVector(at), c)) |
+           utl_MoveMask(utl_CompareEqual(utl_LoadVector(at + 16), c)) << 16;
+}
+
+#endif
+
+// Does the same for 64 characters.
+UTL_WIDE inline uint64_t utl_EqualBits64(const char *at, char c) {
+    return utl_EqualBits32(at, c) | uint64_t{utl_EqualBits32(at + 32, c)} << 32;
 }
 
 // Returns the number of zero bits below the lowest set bit; one bit must be set.

@@ -25,6 +25,8 @@ int utl_GetBuildInfo(utl_build_info *identity) {
     return 0;
 }
 
+const char *utl_ProgramVersion() { return CRV_VERSION; }
+
 int utl_GmtOffset(char *buffer, size_t size, int debug) {
     time_t now = time(nullptr);
     struct tm gmt = *gmtime(&now);

@@ -22,6 +22,9 @@ struct utl_build_info {
 
 int utl_GetBuildInfo(utl_build_info *identity);
 
+// Returns the version of the release, such as "0.1.0".
+const char *utl_ProgramVersion();
+
 // Writes "Windows_NT %d.%d os-%d.wi-%d" with the version numbers of Windows. On other systems the
 // numbers are 0 and the routine fails.
 int utl_SystemText(char *buffer, size_t size, int debug_level);

@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Compares docs/messages.md with the messages of the program: each has one row, in the order of
+"""Compares docs/messages.md with the messages of the programs: each has one row, in the order of
 routine numbers of its section. Debug traces have a section of their own. The messages are read from
-the constant texts of the built program.
+the constant texts of the built programs, crv and those beside it.
 
     check_messages.py CRV ROOT    compares
     check_messages.py CRV         prints the messages, in the order of routine numbers
 """
+import itertools
 import pathlib
 import re
 import struct
@@ -46,9 +47,10 @@ def as_printed(text):
 
 
 def messages(crv):
-    """All messages, sorted by routine number."""
+    """All messages of crv and the programs beside it, sorted by routine number."""
     found = {}
-    for section in read_only_sections(crv):
+    others = [path for path in sorted(crv.parent.glob("crv-*")) if path.name[4:].isalpha()]
+    for section in itertools.chain(*map(read_only_sections, [crv, *others])):
         for text in TEXT.findall(section):
             text = text[:-1].decode()
             match = MESSAGE.search(text)

@@ -8,7 +8,6 @@ import csv
 import gzip
 import re
 import shutil
-import sys
 import tarfile
 import xml.etree.ElementTree as xml
 
@@ -17,15 +16,7 @@ from png_file import Picture
 
 TEXT = (workbench.ROOT / "docs/cookbook.md").read_text()
 BROKEN = "not a result file\n"
-
-# Runs the script of an array job for each number, as a cluster does, and prints which tasks fail.
-SBATCH = r'''case $1 in --array=1-*) last=${1#--array=1-} ;; *) exit 2 ;; esac
-for SLURM_ARRAY_TASK_ID in $(seq 1 "$last"); do
-    export SLURM_ARRAY_TASK_ID
-    sh "$2" || echo "task $SLURM_ARRAY_TASK_ID failed"
-done
-'''
-
+CLUSTER_TEST = workbench.ROOT / "tests/output/cluster_test.py"  # which needs a scheduler
 
 def recipes():
     """The blocks of each section, by the name of its test."""
@@ -116,8 +107,16 @@ class Cookbook(workbench.Workbench):
         self.assert_missing("broken.pdf", "broken.ps")
 
 
+# Runs a command in the directory where its tests are. The host is not looked at.
+SSH = """test "$1" = -t && shift
+shift
+exec sh -c "$*"
+"""
+
+
 def test_every_section_has_its_test(box):
-    tests = {name for name in vars(sys.modules["__main__"]) if name.startswith("test_")}
+    tests = {name for name in globals() if name.startswith("test_")}
+    tests |= set(re.findall(r"^def (test_\w+)", CLUSTER_TEST.read_text(), re.M))
     box.assertEqual(tests - {box.test.__name__}, set(recipes()))
     box.assertTrue(all(recipes().values()), "a section without a block")
 
@@ -214,18 +213,6 @@ def test_a_thousand_result_files(box):
     box.left.insert(0, parallel)
     box.next_status(0)
     box.assertEqual([name for name in box.names() if name.endswith(".pdf")], ["broken.pdf"])
-
-
-def test_a_thousand_result_files_on_a_cluster(box):
-    runs = box.make_runs()
-    box.left.insert(0, recipes()["test_a_thousand_result_files"][0])
-    box.next_block().chmod(0o755)
-    box.add_tool("sbatch", SBATCH)
-    box.next_block()
-    result = box.next_block()
-    broken = sorted([*(f"{run}.req" for run in runs), "broken.req"]).index("broken.req") + 1
-    box.assertEqual((result.stdout, result.stderr), (f"task {broken} failed\n", ""))
-    box.assert_runs_done(runs)
 
 
 def test_tables_of_many_files(box):
@@ -355,6 +342,20 @@ def test_reading_from_a_pipe(box):
     box.assert_fails("run.dat")
 
 
+def test_a_look_at_results_over_ssh(box):
+    box.add_tool("ssh", SSH)
+    box.path("runs").mkdir()
+    box.copy("run1.req", "runs/run1.req")
+    chart = box.output_of("crv-term", "-r", "0,38:3,52:3", "-f", "run1.req")
+    for _ in range(2):
+        result = box.next_status(0)
+        box.assertEqual(result.stdout, chart)
+    for number in range(2):
+        box.repeat(number)
+        box.write("runs/run1.req", BROKEN)
+        box.assertEqual(box.next_status(1).stdout, "")
+
+
 def work(box):
     """Force times travel of the result file itself: component 3 of requests 61 and 70."""
     lines = box.text("run1.req").splitlines()[16:]
@@ -421,4 +422,5 @@ def test_a_value_in_a_script(box):
     box.assertIn("_83-f-fopen: No such file or directory\n", result.stderr)
 
 
-workbench.main(Cookbook)
+if __name__ == "__main__":
+    workbench.main(Cookbook)

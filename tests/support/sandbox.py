@@ -29,9 +29,15 @@ class Result(NamedTuple):
     status: int
 
 
+def programs_beside(program):
+    """Paths by name: "crv" is the program, and each "crv-NAME" is one that was built with it."""
+    others = pathlib.Path(program).parent.glob("crv-*")
+    return {"crv": program} | {path.name: path for path in others if path.name[4:].isalpha()}
+
+
 class Sandbox(unittest.TestCase):
-    """Programs run in `dir`; `bin` is the first directory of PATH, and has crv and a stand-in for
-    lpr, which writes its arguments to the file "printed"."""
+    """Programs run in `dir`; `bin` is the first directory of PATH, and has crv, the other programs
+    and a stand-in for lpr, which writes its arguments to the file "printed"."""
     program = None
     variables = {}  # of the environment, for all tests of a script
     maxDiff = None
@@ -56,7 +62,8 @@ class Sandbox(unittest.TestCase):
         self.bin.mkdir()
         self.add_tool("lpr", LPR)
         if self.program:
-            (self.bin / "crv").symlink_to(self.program)
+            for name, path in programs_beside(self.program).items():
+                (self.bin / name).symlink_to(path)
         suppressions = f"suppressions={ROOT}/tests/unit/leaks.supp:print_suppressions=0"
         self.environment = {"PATH": f"{self.bin}:{SYSTEM_PATH}", "TZ": "UTC0", "LC_ALL": "C",
                             "HOME": str(self.base), "LSAN_OPTIONS": suppressions, **self.variables}

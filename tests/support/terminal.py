@@ -1,18 +1,23 @@
 """A program on a pseudo-terminal: reads its output and types keys."""
+import fcntl
 import os
 import pty
 import select
 import signal
+import struct
+import termios
 import time
 
 PATIENCE = 30.0  # seconds to wait for an answer
 
 
 class Terminal:
-    def __init__(self, command, directory, environment):
+    def __init__(self, command, directory, environment, columns=0, rows=0):
+        """The terminal has this size; 0 means that it does not know it."""
         self.screen = b""
         self.child, self.descriptor = pty.fork()
         if self.child == 0:
+            fcntl.ioctl(1, termios.TIOCSWINSZ, struct.pack("4H", rows, columns, 0, 0))
             os.chdir(directory)
             os.execvpe(command[0], command, environment)
 
@@ -52,3 +57,18 @@ class Terminal:
         os.kill(self.child, signal.SIGKILL)
         os.waitpid(self.child, 0)
         os.close(self.descriptor)
+
+
+def rendered(screen):
+    """The text that a terminal without escape sequences then shows, without blanks at line ends."""
+    lines, column = [""], 0
+    for character in screen.decode(errors="replace"):
+        if character == "\r":
+            column = 0
+        elif character == "\n":
+            lines.append("")
+            column = 0
+        else:
+            lines[-1] = lines[-1][:column] + character + lines[-1][column + 1:]
+            column += 1
+    return "\n".join(line.rstrip() for line in lines)

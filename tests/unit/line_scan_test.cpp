@@ -56,6 +56,19 @@ TEST(LineScan, SkipsLinesWithoutMarks) {
         << "stops before a line of the limit";
 }
 
+// Runs the vector forms with vectors of 16 characters, and with wide ones if the processor has
+// them.
+class VectorScan : public testing::TestWithParam<bool> {
+  protected:
+    void SetUp() override {
+        if (GetParam() && !utl_HasWideVectors()) GTEST_SKIP() << "no wide vectors";
+        utl_uses_wide_vectors = GetParam();
+    }
+    void TearDown() override { utl_uses_wide_vectors = utl_HasWideVectors(); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Widths, VectorScan, testing::Bool());
+
 #ifndef _WIN32
 // Two pages of memory, of which only the first can be read.
 class guarded_page {
@@ -76,7 +89,7 @@ class guarded_page {
     char *begin_;
 };
 
-TEST(LineScan, ReadsOnlyPaddingAfterText) {
+TEST_P(VectorScan, ReadsOnlyPaddingAfterText) {
     const guarded_page page;
     for (size_t length = 0; length <= 100; ++length) {
         char *const text = page.end() - utl_padding - length;
@@ -90,7 +103,7 @@ TEST(LineScan, ReadsOnlyPaddingAfterText) {
 }
 #endif
 
-TEST(LineScan, VectorFormScansLikeScalarForm) {
+TEST_P(VectorScan, VectorFormScansLikeScalarForm) {
     std::mt19937_64 random(16);
     for (int round = 0; round < 30000; ++round) {
         const size_t most = random() % 80;
@@ -103,7 +116,7 @@ TEST(LineScan, VectorFormScansLikeScalarForm) {
     }
 }
 
-TEST(LineScan, VectorFormSkipsLikeScalarForm) {
+TEST_P(VectorScan, VectorFormSkipsLikeScalarForm) {
     std::mt19937_64 random(17);
     for (int round = 0; round < 30000; ++round) {
         const size_t length = random() % 300;

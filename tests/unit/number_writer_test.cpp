@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <cfloat>
+#include <charconv>
 #include <cmath>
 #include <random>
 
@@ -133,6 +134,76 @@ TEST(NumberWriter, NanKeepsItsSign) {
     EXPECT_STREQ(number, "        nan");
     *utl_WriteE11_4(number, -INFINITY) = '\0';
     EXPECT_STREQ(number, "       -inf");
+}
+
+std::string shortest(double value) {
+    char text[utl_max_number_chars];
+    return {text, utl_WriteShortest(text, value)};
+}
+
+TEST(NumberWriter, ShortestTextOfKnownValues) {
+    EXPECT_EQ(shortest(0.0), "0");
+    EXPECT_EQ(shortest(-0.0), "-0");
+    EXPECT_EQ(shortest(0.1), "0.1");
+    EXPECT_EQ(shortest(0.1 + 0.2), "0.30000000000000004");
+    EXPECT_EQ(shortest(-993.6182), "-993.6182");
+    EXPECT_EQ(shortest(1234567.0), "1234567");
+    EXPECT_EQ(shortest(120000.0), "120000");
+    EXPECT_EQ(shortest(100000.0), "1e+05");
+    EXPECT_EQ(shortest(0.00012), "0.00012");
+    EXPECT_EQ(shortest(0.0001), "1e-04");
+    EXPECT_EQ(shortest(0.000012), "1.2e-05");
+    EXPECT_EQ(shortest(2.1e11), "2.1e+11");
+    EXPECT_EQ(shortest(1.0 / 3), "0.3333333333333333");
+    EXPECT_EQ(shortest(DBL_MAX), "1.7976931348623157e+308");
+    EXPECT_EQ(shortest(5e-324), "5e-324");
+    EXPECT_EQ(shortest(DBL_MIN), "2.2250738585072014e-308");
+    EXPECT_EQ(shortest(NAN), "nan");
+    EXPECT_EQ(shortest(-NAN), "nan");
+    EXPECT_EQ(shortest(HUGE_VAL), "inf");
+    EXPECT_EQ(shortest(-HUGE_VAL), "-inf");
+}
+
+// A value has the digits and the exponent of a decimal, or is one of its neighbours.
+double random_decimal(std::mt19937_64 *random) {
+    const int digits = std::uniform_int_distribution(1, 17)(*random);
+    const double limit = std::pow(10.0, digits);
+    char text[64];
+    snprintf(text, sizeof text, "%.0fe%d",
+             std::floor(std::uniform_real_distribution(0.0, limit)(*random)),
+             std::uniform_int_distribution(-25, 20)(*random));
+    const double value = strtod(text, nullptr);
+    switch ((*random)() % 4) {
+    case 0: return -value;
+    case 1: return std::nextafter(value, HUGE_VAL);
+    default: return value;
+    }
+}
+
+void expect_shortest(double value) {
+    const std::string text = shortest(value);
+    ASSERT_EQ(std::bit_cast<uint64_t>(strtod(text.c_str(), nullptr)),
+              std::bit_cast<uint64_t>(value))
+        << text;
+#ifdef __cpp_lib_to_chars
+    char wanted[utl_max_number_chars];
+    ASSERT_EQ(text, std::string(wanted, std::to_chars(wanted, wanted + sizeof wanted, value).ptr));
+#endif
+}
+
+TEST(NumberWriter, ShortestTextReadsBackToTheSameBits) {
+    std::mt19937_64 random(20260101);
+    for (int k = 0; k < 200'000; ++k) {
+        expect_shortest(random_decimal(&random));
+        const auto value = std::bit_cast<double>(random());
+        if (std::isfinite(value)) expect_shortest(value);
+    }
+    for (int exponent = -323; exponent <= 308; ++exponent) {
+        const double power = strtod(("1e" + std::to_string(exponent)).c_str(), nullptr);
+        expect_shortest(power);
+        expect_shortest(std::nextafter(power, 0.0));
+        expect_shortest(std::nextafter(power, HUGE_VAL));
+    }
 }
 
 } // namespace

@@ -1,12 +1,19 @@
 #!/usr/bin/env bash
-# Replaces crv in the cases: runs the Windows program under Wine with the name of this call, and
-# removes the CR from its line ends for the tools in a case.
+# Replaces crv, crv-csv and so on in the cases: runs the Windows program under Wine with the name of
+# this call, and removes the CR from its line ends for the tools in a case.
 #
-# CRV_WINE, CRV_START_AS and CRV_PROGRAM are the paths of Wine, start_as.exe and the program.
+# CRV_WINE, CRV_START_AS and CRV_PROGRAM are the paths of Wine, start_as.exe and the program crv;
+# the others are beside it.
 set -o pipefail
 
 name=$0
-[ "${name##*/}" = crv ] && name=crv # found through PATH
+case ${name##*/} in # found through PATH
+    crv) name=crv ;;
+    crv-*)
+        name=${name##*/}
+        export CRV_PROGRAM=${CRV_PROGRAM%/*}/$name.exe
+        ;;
+esac
 
 run() {
     "$CRV_WINE" "$CRV_START_AS" "$name" "$@"

@@ -37,7 +37,9 @@ class Wine:
         self.differences = differences()
 
     def make_tools(self, directory):
-        (directory / "crv").symlink_to(HERE / "crv.sh")
+        others = pathlib.Path(self.environment["CRV_PROGRAM"]).parent.glob("crv-*.exe")
+        for name in ("crv", *(path.stem for path in others)):
+            (directory / name).symlink_to(HERE / "crv.sh")
         (directory / "lpr.bat").write_text(LPR)
         return {**self.environment, "PATH": f"{directory}:/usr/bin:/bin",
                 "WINEPATH": f"Z:{directory}".replace("/", "\\")}

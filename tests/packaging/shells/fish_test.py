@@ -38,7 +38,7 @@ class Fish(shell_on_terminal.Completion):
 def test_help(box):
     for line, expected in (("crv -fm", "-fma\tMadymo table: title, statistics and data"),
                            ("crv -r 0,", "0,38:\tBODY_DISPLACEMENT"),
-                           ("crv -r 0,", "0,70:\trequest"), ("crv -r 0,38:", "0,38:3\tZ")):
+                           ("crv -r 0,", "0,70:\trequest"), ("crv -r 0,38:", "0,38:3\tDispl Z")):
         box.assertIn(expected, box.answer(line, box.dir), line)
 
 

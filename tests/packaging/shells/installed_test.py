@@ -22,22 +22,25 @@ def faults_of(share, home, zsh_directory):
         return subprocess.run(command, cwd=home, env=environment, stdin=subprocess.DEVNULL,
                               capture_output=True, text=True, timeout=60).stdout
 
-    page = next(share.glob("man/man1/crv.1*"), None)
-    found = answer("man", "-M", share / "man", "-w", "crv")
-    if found.strip() != str(page):
-        yield f"man finds {found!r}, not {page}"
-    found = answer("bash", "--norc", "-c", f"source {LOADER}; __load_completion crv || "
-                   "_completion_loader crv; complete -p crv")
-    if "-F _crv crv" not in found:
-        yield f"bash does not load the completion: {found!r}"
-    found = answer("zsh", "-f", "-c", f"fpath=({share}/zsh/{zsh_directory} $fpath); "
-                   "autoload -Uz compinit; compinit -D -u; print $_comps[crv]")
-    if found.strip() != "_crv":
-        yield f"zsh does not load the completion: {found!r}"
-    # fish completes only programs that it finds.
-    found = answer("fish", "-c", "complete -C 'crv -ab'", path=f"{share.parent}/bin:{PATH}")
-    if not found.startswith("-abs\t"):
-        yield f"fish does not load the completion: {found!r}"
+    for program, option in (("crv", "-abs"), ("crv-csv", "-tm"), ("crv-info", "-fp")):
+        page = next(share.glob(f"man/man1/{program}.1*"), None)
+        found = answer("man", "-M", share / "man", "-w", program)
+        if found.strip() != str(page):
+            yield f"man finds {found!r}, not {page}"
+        found = answer("bash", "--norc", "-c", f"source {LOADER}; __load_completion {program} || "
+                       f"_completion_loader {program}; complete -p {program}")
+        function = "_crv_info" if program == "crv-info" else "_crv"
+        if f"-F {function} {program}" not in found:
+            yield f"bash does not load the completion of {program}: {found!r}"
+        found = answer("zsh", "-f", "-c", f"fpath=({share}/zsh/{zsh_directory} $fpath); "
+                       f"autoload -Uz compinit; compinit -D -u; print $_comps[{program}]")
+        if found.strip() != "_crv":
+            yield f"zsh does not load the completion of {program}: {found!r}"
+        # fish completes only programs that it finds.
+        found = answer("fish", "-c", f"complete -C '{program} {option[:-1]}'",
+                       path=f"{share.parent}/bin:{PATH}")
+        if f"\n{option}\t" not in f"\n{found}":
+            yield f"fish does not load the completion of {program}: {found!r}"
 
 
 def test_installed_files_are_found(box):
@@ -47,7 +50,7 @@ def test_installed_files_are_found(box):
     share = prefix / "share"
     box.assertEqual([*faults_of(share, box.dir, zsh_directory)], [])
     installed = {path.read_bytes() for path in share.rglob("*") if path.is_file()}
-    for path in (sandbox.ROOT / "man/crv.1", *(sandbox.ROOT / "completions").iterdir()):
+    for path in (*sandbox.ROOT.glob("man/crv*.1"), *(sandbox.ROOT / "completions").iterdir()):
         box.assertIn(path.read_bytes(), installed, path.name)
 
 

@@ -21,6 +21,15 @@ def options():
     return sorted(form.spelling for form in forms if form.summary and form.rest != "number")
 
 
+@functools.cache
+def viewer_options():
+    """The options of a viewer that have an effect there."""
+    forms, _ = option_table.read(os.environ.get("CRV_PRINT_OPTIONS"))
+    offered = [form.spelling for form in forms
+               if form.summary and form.rest != "number" and form.viewer]
+    return sorted({*offered, "--help", "--version"} - {"-p1", "-p2"})
+
+
 def file_options(prefix):
     return [form for form in options() if form.startswith(prefix)]
 
@@ -61,6 +70,14 @@ USUAL = [
     ("-r takes conditions after an equals sign", "crv -r 0,38:3=",
      [f"0,38:3={word}" for word in ("max", "min", "amax", "amin")]),
     ("-r selects conditions", "crv -r 0,38:3=am", ["0,38:3=amax", "0,38:3=amin"]),
+    ("-r takes requests of the last Madymo file on the line", "crv -r 0 -fm sled.mad -r 0,",
+     ["0,1:", "0,2:", "0,3:"]),
+    ("-r takes the numbers of its lines", "crv -r 0 -fm sled.mad -r 2:", [f"2:{n}" for n in "1234"]),
+    ("-r takes the columns of the last column file", "crv -r 0 -fp sensors.pos -r ",
+     ["0,", "1", "2", "3", "4"]),
+    ("a label line has a number", "crv -r 0 -fp3 sensors.pos -r 0,", ["0,1", "0,2", "0,3", "0,4"]),
+    ("a frame file has no series to select", "crv -r 0 -fg bumper.vdr -r ", ["0,"]),
+    ("a request that the file does not have has no items", "crv -r 0,99:", []),
     ("a range may begin with a dash", "crv -x -", []),
     ("a title is any text", "crv -t r", []),
     ("a title can be left out", "crv -t -al", ["-all"]),
@@ -69,6 +86,18 @@ USUAL = [
     ("a chart may have no file name", "crv -r 0 -fm -al", ["-all"]),
     ("nothing follows the file of a table", "crv -r 0 -fc run1.req -", []),
     ("nothing follows the file of a Madymo table", "crv -r 0 -fma sled.mad -", []),
+    ("a viewer has its own options", "crv-csv -", viewer_options()),
+    ("a viewer takes files", "crv-term -r 0 -f ", ["run1.req", "sub"]),
+    ("-p of crv-html takes the names of pages", "crv-html -r 0 -f run1.req -p ",
+     ["crv.html", "run1.html", "sub"]),
+    ("-p of crv-csv takes the names of tables", "crv-csv -r 0 -fm sled.mad -p s",
+     ["sled.csv", "sub"]),
+    ("a viewer takes requests", "crv-html -r 0,6", ["0,61:", "0,62:"]),
+    ("crv-info has its own options", "crv-info -",
+     ["-f", "-fr", "-fm", "-fp", "-fg", "--json", "--pairs", "-h", "--help", "--version"]),
+    ("crv-info takes result files", "crv-info s", ["sled.mad", "sensors.pos", "sub"]),
+    ("crv-info takes several files", "crv-info sled.mad b", ["bumper.vdr"]),
+    ("a viewer takes no condition", "crv-csv -r 0,38:3=", []),
 ]
 
 
@@ -94,13 +123,18 @@ ODD_DIRECTORIES = [
     ("a number of requests below 0", {"a.req": header(["7 1 0 0 0"], -3)}, []),
     ("text that a shell would run",
      {"a.req": header([f"{EVIL} 1 0 0 0", "7 1 0 0 1", EVIL, "8;touch_pwned 1", "9 1"], 4)},
-     ["7:", "9:"]),
+     ["7:", "8:", "9:"]),
     ("bytes that are not text", {"a.req": bytes(range(256)) * 300}, []),
     ("an empty file", {"a.req": ""}, []),
     ("a file of two lines", {"a.req": "a run\nits title\n"}, []),
     ("a header of more than a megabyte",
      {"a.req": header(["7 1 0 0 1", "x" * 1200000, "8 1 0 0 0"], 2)}, ["7:"]),
     ("a name that looks like an option", {"-a.req": header(["7 1 0 0 0"])}, ["7:"]),
+    ("one Madymo file", {"a.mad": "run\n\n2 0\nSLED\nCHEST\n0\n1 2\n3\n"}, ["1:", "2:"]),
+    ("two Madymo files", {"a.mad": "run\n\n1 0\nSLED\n0\n1\n", "b.mad": ""}, []),
+    ("one column file with labels that a shell would run",
+     {"a.pos": "$(touch pwned),`touch pwned`,'\\\n1 2 3\n"}, ["1", "2", "3"]),
+    ("one frame file", {"a.vdr": "%N\n3\n"}, []),
     ("a directory and a pipe beside it",
      {"a.req": header(["7 1 0 0 0"]), "b.req/": None, "c.req|": None}, ["7:"]),
 ]

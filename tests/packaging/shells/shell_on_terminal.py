@@ -1,5 +1,6 @@
-"""The tests of a completion: a shell on a pseudo-terminal in which crv is a function that writes
-its arguments to a file. They are those that the program would get, without quotes."""
+"""The tests of a completion: a shell on a pseudo-terminal in which crv and the viewers are
+functions that write their arguments to a file. They are those that the program would get, without
+quotes."""
 import pathlib
 import sys
 
@@ -9,7 +10,9 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2]))
 from support import sandbox  # noqa: E402  (found by the path above)
 from support.terminal import Terminal  # noqa: E402
 
-SPY = 'crv() { printf "%s\\0" "$@" >took.new; command mv took.new took; }\n'
+PROGRAMS = ("crv", "crv-html", "crv-term", "crv-csv", "crv-info")
+SPY = "".join(f'{program}() {{ printf "%s\\0" "$@" >took.new; command mv took.new took; }}\n'
+              for program in PROGRAMS)
 PROMPT = b"ready> "
 # Keys to type, and the arguments that the command line then has, in every shell.
 KEYS = (("crv -fm my\t", ["-fm", "my run.mad"]), ("crv -fm my\\ r\t", ["-fm", "my run.mad"]),
@@ -18,12 +21,15 @@ KEYS = (("crv -fm my\t", ["-fm", "my run.mad"]), ("crv -fm my\\ r\t", ["-fm", "m
 QUOTES = (('crv -fm "my r\t', ["-fm", "my run.mad"]),
           ("crv -fm '$\t", ["-fm", "$(touch pwned).mad"]), ("crv -fm x:\t", ["-fm", "x:y.mad"]),
           ("crv -fm x\t", ["-fm", "x:y.mad"]), ("crv -f ~/ho\t", ["-f", "{home}/home.req"]),
-          ("crv -r 0 -f run1.req >no\t", ["-r", "0", "-f", "run1.req"]))
+          ("crv -r 0 -f run1.req >no\t", ["-r", "0", "-f", "run1.req"]),
+          # The cursor goes back to the selection.
+          ("crv -r 3 -fm sled.mad" + 13 * "\x02" + "\t4", ["-r", "3:4", "-fm", "sled.mad"]))
 
 
 class ShellOnTerminal(Terminal):
     def __init__(self, directory, command, environment):
-        super().__init__(command, directory, {"PATH": sandbox.SYSTEM_PATH, "TERM": "dumb",
+        path = f"{environment['HOME']}/bin:{sandbox.SYSTEM_PATH}"  # of the sandbox
+        super().__init__(command, directory, {"PATH": path, "TERM": "dumb",
                                               "LC_ALL": "C.UTF-8", **environment})
         self.took = directory / "took"
         self.wait_for(lambda: PROMPT in self.screen)
@@ -118,4 +124,4 @@ def test_strict_settings(box):
 def main(kind, test):
     """Runs the tests of all shells and one more."""
     sandbox.require(kind.shell)
-    sandbox.main(None, kind, [test_usual_files, test_odd_request_files, test_keys, test])
+    sandbox.main(sandbox.given("--crv"), kind, [test_usual_files, test_odd_request_files, test_keys, test])
