@@ -19,6 +19,8 @@ import sys
 import tempfile
 import time
 
+from pages import job_pages
+
 RUNS = 5
 HERE = pathlib.Path(__file__).resolve().parent
 
@@ -389,7 +391,7 @@ def main():
         peak_b = job_b(bench)
         job_c(bench)
         peak_d = job_d(bench)
-        for job in (job_e, job_f, job_csv, job_g, job_m, job_v, growth, pieces):
+        for job in (job_e, job_f, job_csv, job_g, job_m, job_v, job_pages, growth, pieces):
             job(bench)
         kept = 2 * 5_000_000 * 16 / 1024 / 1024
         extra = peak_d - kept

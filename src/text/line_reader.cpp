@@ -48,8 +48,8 @@ static bool is_unbounded_device(const utl_line_reader *in) {
            !isatty(in->file);
 }
 
-// Takes over an open file, or -1.
-static utl_line_reader *open_reader(int file) {
+// Takes over an open file, or -1. Its progress is shown under `name`.
+static utl_line_reader *open_reader(int file, const char *name) {
     if (file < 0) return nullptr;
 
     auto *in = static_cast<utl_line_reader *>(crv_Calloc(1, sizeof(utl_line_reader)));
@@ -64,7 +64,7 @@ static utl_line_reader *open_reader(int file) {
                .next = block,
                .block_end = block,
                .block = block,
-               .progress = utl_StartProgress(file, path)};
+               .progress = utl_StartProgress(file, name)};
         fill_block(in, 1); // fails for a directory, which opens like a file
         if (in->error == 0 && is_unbounded_device(in)) in->error = ENOTSUP;
         if (in->error == 0) return in;
@@ -78,9 +78,9 @@ static utl_line_reader *open_reader(int file) {
     return nullptr;
 }
 
-utl_line_reader *utl_OpenReader(const char *path) { return open_reader(utl_OpenInput(path)); }
+utl_line_reader *utl_OpenReader(const char *path) { return open_reader(utl_OpenInput(path), path); }
 
-utl_line_reader *utl_OpenStandardReader() { return open_reader(utl_OpenStandardInput()); }
+utl_line_reader *utl_OpenStandardReader() { return open_reader(utl_OpenStandardInput(), "-"); }
 
 // Returns the text of `length` characters at `begin` up to its first NUL.
 static std::string_view text_before_nul(const char *begin, size_t length) {
