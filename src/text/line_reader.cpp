@@ -78,9 +78,7 @@ static utl_line_reader *open_reader(int file, const char *name) {
     return nullptr;
 }
 
-utl_line_reader *utl_OpenReader(const char *path) {
-    return open_reader(utl_OpenInput(path), path);
-}
+utl_line_reader *utl_OpenReader(const char *path) { return open_reader(utl_OpenInput(path), path); }
 
 utl_line_reader *utl_OpenStandardReader() {
     return open_reader(utl_OpenStandardInput(), "standard input");
