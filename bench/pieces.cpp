@@ -1,5 +1,6 @@
 // bench/pieces.cpp - micro-benchmarks of line reading, number conversion, curve output and pictures
 // for the terminal, compared with the C library.
+#include "page/page_file.h"
 #include "postscript/chart_file.h"
 #include "records/chart.h"
 #include "records/column.h"
@@ -128,6 +129,23 @@ void cell_by_fprintf(benchmark::State &state) {
     state.SetItemsProcessed(state.iterations() * 1000);
 }
 BENCHMARK(cell_by_fprintf);
+
+void page_value(benchmark::State &state) {
+    constexpr int rows = 300'000;
+    crv_column *columns[2];
+    for (crv_column *&column : columns) {
+        column = crv_AllocColumn(static_cast<int>(&column - columns));
+        for (int k = 0; k < rows; ++k) crv_AppendValue(column, k * 0.1);
+    }
+    crv_view view;
+    view.files.push_back({"run", columns[0], true, {columns[1]}});
+    view.curves.push_back({columns[0], columns[1], 0});
+    FILE *out = fopen("/dev/null", "w");
+    for (auto _ : state) crv_WritePage(view, out);
+    fclose(out);
+    state.SetItemsProcessed(state.iterations() * 2 * rows);
+}
+BENCHMARK(page_value);
 
 void curve_point(benchmark::State &state) {
     constexpr int points = 100'000;

@@ -1,10 +1,24 @@
-# Compiler and linker options of all targets: warnings, exact arithmetic, sanitizers.
+# Compiler and linker options of all targets: warnings, exact arithmetic, large files, sanitizers.
+include(CheckCXXSymbolExists)
+include(CheckLinkerFlag)
+
 add_library(crv_compiler INTERFACE)
 
 target_compile_options(crv_compiler INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wformat=2 -Wconversion -Wsign-conversion -Wundef -Wcast-qual
   # No fused operations: they round differently, and output must be the same on every machine.
   -ffp-contract=off)
+
+# 32-bit x86 computes with 80 bits by default, which rounds differently too.
+check_cxx_symbol_exists(__i386__ "cstddef" CRV_I386)
+if(CRV_I386)
+  target_compile_options(crv_compiler INTERFACE -msse2 -mfpmath=sse)
+endif()
+
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # Without it 32-bit programs cannot open files of 2 GiB and more.
+  target_compile_definitions(crv_compiler INTERFACE _FILE_OFFSET_BITS=64)
+endif()
 
 if(WIN32)
   # Use the printf of MinGW. That of the C runtime writes exponents of three digits and does not
@@ -34,6 +48,12 @@ if(CRV_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(crv_compiler INTERFACE -fsanitize=address,undefined)
 else()
-  # The program starts faster without shared libraries of the compiler.
-  target_link_options(crv_compiler INTERFACE -static-libstdc++ -static-libgcc)
+  # The program starts faster without shared libraries of the compiler. Linkers that do not know an
+  # option, such as that of macOS, take the shared library.
+  foreach(library libstdc++ libgcc)
+    check_linker_flag(CXX -static-${library} CRV_STATIC_${library})
+    if(CRV_STATIC_${library})
+      target_link_options(crv_compiler INTERFACE -static-${library})
+    endif()
+  endforeach()
 endif()

@@ -4,8 +4,13 @@
 cmake_path(GET CPACK_TEMPORARY_DIRECTORY PARENT_PATH parent)
 cmake_path(GET CPACK_TEMPORARY_DIRECTORY FILENAME directory)
 if(CPACK_GENERATOR STREQUAL "TGZ")
+  find_program(crv_tar NAMES gtar tar REQUIRED)
+  execute_process(COMMAND ${crv_tar} --version OUTPUT_VARIABLE crv_tar_version)
+  if(NOT crv_tar_version MATCHES "GNU tar")
+    message(FATAL_ERROR "The archive needs GNU tar, and ${crv_tar} is another: install it as gtar")
+  endif()
   execute_process(
-    COMMAND tar --format=gnu --sort=name --owner=0 --group=0 --numeric-owner -c ${directory}
+    COMMAND ${crv_tar} --format=gnu --sort=name --owner=0 --group=0 --numeric-owner -c ${directory}
     COMMAND gzip -9n
     WORKING_DIRECTORY ${parent} OUTPUT_FILE ${CPACK_PACKAGE_FILES} COMMAND_ERROR_IS_FATAL ANY)
 elseif(CPACK_GENERATOR STREQUAL "ZIP")

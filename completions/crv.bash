@@ -112,7 +112,7 @@ _crv_find_option() {
 # format; $2 is the word before. False if the word is not the name of a result file.
 _crv_result_file() {
     file=${1//[\"\'\\]/}
-    [[ $file == '~/'* ]] && file=$HOME/${file#'~/'}
+    [[ $file == \~/* ]] && file=$HOME/${file#\~/}
     case $file in
     -*) return 1 ;;
     *.req) option=-f ;;
@@ -151,7 +151,8 @@ _crv_selected_file() {
 _crv_pairs() {
     local file option pair rest
     _crv_selected_file || return 0
-    LC_ALL=C head -c 1000000 <"$file" 2>/dev/null | command crv-info --pairs "$option" - 2>/dev/null |
+    LC_ALL=C head -c 1000000 <"$file" 2>/dev/null |
+        command crv-info --pairs "$option" - 2>/dev/null |
         while IFS='	' read -r pair rest; do printf '%s\n' "$pair"; done
 }
 
@@ -237,7 +238,7 @@ _crv_selection() {
             seen+="$word "
             COMPREPLY+=("$before$word")
         done < <(_crv_pairs)
-        ((${#COMPREPLY[@]})) || [[ $before ]] || COMPREPLY=(0,)
+        ((${#COMPREPLY[@]})) || [[ $before ]] || COMPREPLY=('0,')
     fi
     local all=("${COMPREPLY[@]}")
     COMPREPLY=()

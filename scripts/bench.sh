@@ -9,5 +9,5 @@ require_tier bench
 
 cmake --preset release -DCRV_BENCH=ON >/dev/null
 cmake --build --preset release --parallel "$jobs" \
-    --target crv crv_make_files crv_bench_pieces | tail -n 1
+    --target crv crv-csv crv-html crv-info crv_make_files crv_bench_pieces | tail -n 1
 python3 bench/run.py build/release "$@"

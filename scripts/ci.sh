@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs the checks that scripts/test.sh leaves out: analysis, faults and bounds with sanitizers,
-# valgrind, pictures, tables, shells, packages, printer, libc++, Windows, coverage, the
-# demonstration, and 20 seconds of each fuzz target. Installs missing packages. A skipped test
-# counts as failed unless it is in scripts/allowed_skips.txt.
+# valgrind, pictures, the page, tables, shells, packages, printer, libc++, two other processors,
+# Windows, coverage, the demonstration, and 20 seconds of each fuzz target. Installs missing
+# packages. A skipped test counts as failed unless it is in scripts/allowed_skips.txt.
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 . "$(dirname "$0")/lib.sh"
@@ -35,10 +35,10 @@ stage "clang-tidy" run_clang_tidy
 stage "analyzer of the compiler" run_analyzer
 run_tests "faults and bounds with sanitizers" dev 'faults|bounds|pipes|terminal|render'
 run_tests "valgrind" release 'valgrind'
-run_tests "pictures, tables, shells, packages, printer" release \
-    'pictures|tables|shells|packages|printer'
-build libcxx
-run_tests "tests with libc++" libcxx 'unit|cases'
+run_tests "pictures, page, tables, shells, packages, printer" release \
+    'pictures|page|tables|shells|packages|printer'
+# shellcheck source=scripts/test_targets.sh
+. scripts/test_targets.sh libcxx aarch64 s390x
 # shellcheck source=scripts/test_windows.sh
 . scripts/test_windows.sh
 # shellcheck source=scripts/coverage.sh

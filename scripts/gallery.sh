@@ -8,9 +8,9 @@ here=$(cd "$(dirname "$0")/.." && pwd)
 if [ $# -eq 0 ]; then
     # shellcheck source=scripts/lib.sh
     . "$here/scripts/lib.sh"
-    require_tier demo
+    require_tier ci
     cmake --preset release >/dev/null
-    cmake --build --preset release --parallel "$(nproc)" --target crv | tail -n 1
+    cmake --build --preset release --parallel "$(nproc)" --target crv crv-html | tail -n 1
     set -- "$here/docs" "$here/build/release/crv"
 fi
 mkdir -p "$1/gallery"
@@ -21,6 +21,7 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 mkdir "$scratch/bin"
 ln -s "$crv" "$scratch/bin/crv"
+ln -s "$(dirname "$crv")/crv-html" "$scratch/bin/crv-html"
 export PATH="$scratch/bin:$here/companions:$PATH"
 export CRV_PRINTCHAIN="crv2png -r 80"
 page=$docs/gallery.md
@@ -42,6 +43,25 @@ picture() {
     # shellcheck disable=SC2016  # these backticks are for the page
     printf '\n## %s\n\n%s\n\n```sh\n%s\n```\n\n![%s](gallery/%s.png)\n<!-- crv.ps: %s -->\n' \
         "$2" "$3" "$commands" "$2" "$name" "${sum%% *}" >>"$page"
+}
+
+# page_picture NAME HEADING TEXT SCHEME KEY... <<commands: shows the page crv.html that the commands
+# leave, after the keys, in a light or dark browser.
+page_picture() {
+    local name=$1 heading=$2 text=$3 commands
+    shift 3
+    commands=$(cat)
+    rm -rf "$scratch/run"
+    cp -r "$here/examples" "$scratch/run"
+    if ! (cd "$scratch/run" && sh -c "$commands" >log 2>&1); then
+        echo "gallery.sh: no page $name" >&2
+        cat "$scratch/run/log" >&2
+        exit 1
+    fi
+    "$here/scripts/gallery_page.py" "$scratch/run/crv.html" "$docs/gallery/$name.png" "$@"
+    # shellcheck disable=SC2016  # these backticks are for the page
+    printf '\n## %s\n\n%s\n\n```sh\n%s\n```\n\n![%s](gallery/%s.png)\n' \
+        "$heading" "$text" "$commands" "$heading" "$name" >>"$page"
 }
 
 cat >"$page" <<'END'
@@ -104,4 +124,16 @@ printf '%s\n' 'gsave HelvNorm setfont' \
     '480 420 crv_Legend grestore' > box.ps
 crv -t "Quarter car over a bump" -r 0,38:3,52:3 -f run1.req -yl Body -yl2 Wheel \
     -s0 box.ps -s1 "Model: quarter car" -s2 "Speed: 5 m/s" -s3 "Bump: 80 mm" -p
+END
+
+page_picture page "A page" \
+    "\`crv-html\` writes a page to zoom and to read values in a browser. Here the pointer is at 0.6 s." \
+    light <<'END'
+crv-html -t "Quarter car over a bump" -r 0,38:3,52:3,61:3 -f run1.req
+END
+
+page_picture page_panels "A panel for each series" \
+    "The key \`p\` gives each series its own panel. A page is dark where the system is." \
+    dark p <<'END'
+crv-html -t "Quarter car over a bump" -r 0,38:3,52:3,61:3 -f run1.req
 END

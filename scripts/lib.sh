@@ -9,11 +9,10 @@ jobs=$(nproc 2>/dev/null || echo 2)
 
 # require_tier TIER: ends the script when packages of the tier are missing.
 require_tier() {
-    local missing
-    missing=$(scripts/setup.sh "$1" --missing | tr '\n' ' ')
-    [ -z "$missing" ] && return
-    echo "Packages are missing: $missing" >&2
-    echo "To install them: scripts/setup.sh $1" >&2
+    local command
+    command=$(scripts/setup.sh "$1" --command)
+    [ -z "$command" ] && return
+    printf 'Packages are missing. To install them:\n    %s\n' "$command" >&2
     exit 1
 }
 
@@ -42,7 +41,7 @@ build() {
     local preset=$1
     shift
     stage "build $preset" build_quietly "$preset" -DCRV_TESTS=ON "$@"
-    grep -hE 'warning:' "build/logs/build_$preset.log" || true
+    grep -hE 'warning:' "build/logs/build_${preset//[^a-zA-Z0-9]/_}.log" || true
 }
 
 build_quietly() {
@@ -82,4 +81,9 @@ print_count() {
     awk '{ passed += $1; failed += $2; skipped += $3 }
          END { printf "%d passed, %d failed, %d skipped\n", passed, failed, skipped }' \
         build/logs/counts
+}
+
+# project_version: prints the version of the project, which stands in CMakeLists.txt.
+project_version() {
+    sed -n 's/^project(crv VERSION \([^ ]*\) .*/\1/p' CMakeLists.txt
 }

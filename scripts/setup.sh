@@ -5,42 +5,63 @@
 #   scripts/setup.sh TIER             installs the missing packages of the tier
 #   scripts/setup.sh TIER --list      prints all packages of the tier
 #   scripts/setup.sh TIER --missing   prints those that are missing
+#   scripts/setup.sh TIER --command   prints the command that installs these, if there are any
 #
-# Tiers: build, demo, check, test, fuzz, package, windows, coverage, ci, bench, mutate, nightly.
+# Tiers: build, demo, check, test, fuzz, package, windows, targets, coverage, ci, bench, mutate,
+# all-targets, nightly.
 # Each includes the tiers it depends on. On systems other than Debian and Ubuntu it prints the
 # needed packages by their Debian names and installs nothing.
 set -euo pipefail
 
 packages_of() {
+    local tier
     case $1 in
         build) echo cmake g++ make ;;
         demo) packages_of build && echo ghostscript ;;
         check) packages_of build && echo libgtest-dev libgmock-dev python3 shellcheck codespell ;;
         test) packages_of check && echo binutils ghostscript ;;
         fuzz) packages_of build && echo clang libclang-rt-dev xz-utils ;;
-        package) packages_of build && echo dpkg-dev fakeroot file lintian unzip zip ;;
+        package)
+            packages_of build
+            echo dpkg-dev fakeroot file lintian rpm rpmlint unzip zip
+            echo python3 python3-license-expression
+            echo g++-aarch64-linux-gnu qemu-user-static g++-mingw-w64-x86-64-posix
+            ;;
         windows)
             packages_of build
             echo g++-mingw-w64-x86-64-posix wine wine64 libgtest-dev libgmock-dev python3
             ;;
+        targets)
+            packages_of build
+            echo libgtest-dev libgmock-dev python3 qemu-user-static
+            echo g++-aarch64-linux-gnu g++-s390x-linux-gnu
+            echo clang libc++-dev libc++abi-dev # the other C++ library
+            ;;
+        all-targets)
+            packages_of targets && packages_of fuzz
+            echo libbenchmark-dev
+            echo g++-arm-linux-gnueabihf g++-i686-linux-gnu g++-riscv64-linux-gnu
+            ;;
         coverage) packages_of test && echo gcovr ;;
         bench)
             packages_of build
-            echo libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox time
+            echo libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox
+            echo chromium npm # pages, compared with libraries
             ;;
         ci)
-            local tier
-            for tier in test fuzz package windows coverage; do packages_of "$tier"; done
+            for tier in test fuzz package windows targets coverage; do packages_of "$tier"; done
             echo clang-format clang-tidy valgrind                # analysis
-            echo libc++-dev libc++abi-dev                        # the other C++ library
             echo poppler-utils librsvg2-bin parallel gnuplot-nox # pictures and the cookbook
             echo python3-pandas sqlite3                          # tables and the cookbook
             echo mandoc man-db bash-completion zsh fish          # manual page and completions
             echo cups-bsd cups-client cups-daemon                # printing
+            echo chromium                                        # pages
+            echo git                                             # the checkout of a release
             ;;
         mutate) packages_of check && echo ninja-build lld ;;
         nightly)
-            packages_of ci && packages_of bench && packages_of mutate
+            for tier in ci bench mutate all-targets; do packages_of "$tier"; done
+            echo buildah debootstrap                 # the image, on a bare system
             echo munge slurm-client slurmctld slurmd # a cluster of one node
             ;;
         *)
@@ -62,18 +83,28 @@ missing_packages() {
     grep -vxF -e "$(sed -n 's/^installed //p' <<<"$known")" <<<"$packages" || true
 }
 
+# The command with which this user installs the packages.
+install_command() {
+    local command="apt-get install --no-install-recommends $*"
+    if [ "$(id -u)" -eq 0 ]; then
+        echo "$command"
+    elif command -v sudo >/dev/null; then
+        echo "sudo $command"
+    else
+        echo "su -c '$command'"
+    fi
+}
+
 install_packages() {
     local as_root=()
-    if [ "$(id -u)" -ne 0 ]; then
-        if ! command -v sudo >/dev/null; then
-            echo "setup.sh: packages are missing. Run as root: apt-get install $*" >&2
-            return 1
-        fi
-        as_root=(sudo)
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null ||
+        ! "${as_root[@]}" apt-get update -qq ||
+        ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get install -y -qq --no-install-recommends "$@" >/dev/null; then
+        printf 'Packages are missing. To install them:\n    %s\n' "$(install_command "$@")" >&2
+        return 1
     fi
-    "${as_root[@]}" apt-get update -qq
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends "$@" >/dev/null
 }
 
 if [ $# -eq 0 ]; then
@@ -84,10 +115,13 @@ packages=$(packages_of "$1" | tr ' ' '\n' | sort -u)
 if [ "${2:-}" = --list ]; then
     echo "$packages"
 elif ! is_debian; then
-    [ "${2:-}" = --missing ] ||
+    [ -n "${2:-}" ] ||
         echo "Not Debian or Ubuntu, nothing is installed. Needed: ${packages//$'\n'/ }" >&2
 elif [ "${2:-}" = --missing ]; then
     missing_packages
+elif [ "${2:-}" = --command ]; then
+    mapfile -t missing < <(missing_packages)
+    [ ${#missing[@]} -eq 0 ] || install_command "${missing[@]}"
 else
     found=$(missing_packages)
     if [ -n "$found" ]; then

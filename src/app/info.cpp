@@ -91,12 +91,12 @@ static bool read_output(std::string_view option, info_output *output) {
 
 static bool add_file(const std::string &path, crv_info_file file, info_run *run) {
     if (path.empty()) {
-        fprintf(utl_ErrorStream(), "%%crv_07-f-fil, A file name is empty\n");
+        fprintf(utl_ErrorStream(), "%%crv_08-f-fil, A file name is empty\n");
         return false;
     }
     if (path == "-" && file.format == crv_format::unknown) {
-        fprintf(utl_ErrorStream(), "%%crv_07-f-fmt, Standard input needs its format before it:"
-                                   " -f, -fm, -fp or -fg\n");
+        fprintf(utl_ErrorStream(),
+                "%%crv_08-f-fmt, Standard input needs its format before it: -f, -fm, -fp or -fg\n");
         return false;
     }
     file.path = path;
@@ -106,7 +106,7 @@ static bool add_file(const std::string &path, crv_info_file file, info_run *run)
 
 static bool check_outputs(info_output one, info_output other) {
     if (one == info_output::text || one == other) return true;
-    fprintf(utl_ErrorStream(), "%%crv_07-f-opt, --json and --pairs cannot be given together\n");
+    fprintf(utl_ErrorStream(), "%%crv_08-f-opt, --json and --pairs cannot be given together\n");
     return false;
 }
 
@@ -130,13 +130,13 @@ static bool read_arguments(int argc, char **argv, info_run *run) {
             if (is_last) return true;
         } else if (!read_format(argument, &next)) {
             fprintf(utl_ErrorStream(),
-                    "%%crv_07-f-opt, Unknown option \"%s\", see crv-info --help\n",
+                    "%%crv_08-f-opt, Unknown option \"%s\", see crv-info --help\n",
                     utl_CleanText(argument).c_str());
             return false;
         }
     }
     if (!run->files.empty()) return true;
-    fprintf(utl_ErrorStream(), "%%crv_07-f-fil, No file is given, see crv-info --help\n");
+    fprintf(utl_ErrorStream(), "%%crv_08-f-fil, No file is given, see crv-info --help\n");
     return false;
 }
 
@@ -173,7 +173,7 @@ static int print_files(const info_run &run) {
         const std::string error = describe_file(&info, run.output, &text);
         if (!error.empty()) {
             ++failures;
-            fprintf(utl_ErrorStream(), "%%crv_07-e-fil, \"%s\" cannot be read: %s\n",
+            fprintf(utl_ErrorStream(), "%%crv_08-e-fil, \"%s\" cannot be read: %s\n",
                     utl_CleanText(file.path).c_str(), error.c_str());
         }
         if (text.empty()) continue;
@@ -198,7 +198,7 @@ int crv_RunInfo(int argc, char **argv) {
         failures = print_files(run);
     }
     if (fflush(stdout) != 0 || ferror(stdout)) {
-        fprintf(stderr, "%%crv_07-e-out, Standard output could not be written\n");
+        fprintf(stderr, "%%crv_08-e-out, Standard output could not be written\n");
         return status_failed;
     }
     return failures == 0 ? status_done : status_failed;

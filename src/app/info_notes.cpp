@@ -69,8 +69,8 @@ static void note_request(crv_info *info) {
     if (survey.steps.unterminated)
         note(info, "The last line has no line end, and crv does not read it");
     if (crv_CountWraps(*info))
-        note(info, "crv reads at most 32767 steps of a request file, see -tm; crv-html, crv-term"
-                   " and crv-csv read all");
+        note(info,
+             "crv reads at most 32767 steps of a request file, see -tm; the viewers read all");
 }
 
 static void note_madymo(crv_info *info) {

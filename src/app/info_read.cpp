@@ -49,8 +49,7 @@ std::string crv_ReadInfo(crv_info *info, const crv_info_depth &depth) {
     crv_info_file &file = info->file;
     if (file.format == crv_format::unknown) file.format = crv_FormatOfPath(file.path);
     if (file.format == crv_format::unknown)
-        return "its name does not end in .req, .mad, .pos or .vdr;"
-               " give -f, -fm, -fp or -fg before it";
+        return "its name does not end in .req, .mad, .pos or .vdr; see -f, -fm, -fp and -fg";
     utl_line_reader *lines =
         file.path == "-" ? utl_OpenStandardReader() : utl_OpenReader(file.path.c_str());
     if (!lines) return strerror(errno);

@@ -5,7 +5,7 @@
 
 #include <new>
 
-static void on_out_of_memory() { utl_QuitWithError("    _07-e-new", 1); }
+static void on_out_of_memory() { utl_QuitWithError("    _08-e-new", 1); }
 
 int main(int argc, char **argv) {
     std::set_new_handler(on_out_of_memory);

@@ -133,10 +133,8 @@ static void draw_to(polyline *path, unsigned x, unsigned y) {
 static point_counts draw_points(FILE *stream, const plot_area &area, crv_column *x_column,
                                 crv_column *y_column) {
     point_counts counts = {};
-    polyline path;
+    polyline path = {};
     path.stream = stream;
-    path.begun = false;
-    path.length = 0;
     crv_value *x = x_column->val_list;
     crv_value *y = y_column->val_list;
     for (; x && y; x = x->next, y = y->next)

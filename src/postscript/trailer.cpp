@@ -36,7 +36,7 @@ static void print_chart(const char *command) {
     if (end == utl_command_end::succeeded) return;
     const bool decides_status = utl_NoteFailure();
     if (end == utl_command_end::not_started) {
-        utl_ReportError("    _45-e-system");
+        utl_ReportError("    _45-e-system, command interpreter");
     } else if (decides_status) {
         fprintf(utl_ErrorStream(), "%%crv_45-e-cmd, The printer command has failed\n");
     }

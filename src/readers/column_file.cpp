@@ -154,6 +154,7 @@ static void fill_row(column_file *pos, std::span<const row_entry> rest, utl_line
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
 // value, unless the settings keep all data.
 static void read_row(column_file *pos, utl_line line) {
+    if (line.status == utl_line_status::partial) crv_WarnLongLine(&pos->in);
     const double row = pos->rows_done + 1.0; // counted from 1
     const bool in_window = crv_CountPoint(&pos->in, row);
     const std::span<const row_entry> entries(pos->row, pos->selection.count);

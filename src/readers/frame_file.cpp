@@ -30,6 +30,8 @@ struct frame_file {
     crv_column *columns[2]; // X and Y
     double totals[2];       // sums of their values
     crv_frame_header header;
+    bool is_after_data;   // no directive has come since the last data point
+    uint64_t lines_after; // the data points, with fields, which are more than NUMDATA says
 };
 
 } // namespace
@@ -116,6 +118,7 @@ static int read_points(crv_input *in, const crv_frame_header &header, point_keep
     for (int number = 0; number < header.num_points; ++number) {
         const utl_line line = utl_ReadLine(in->lines, crv_frame_line_limit);
         if (line.status == utl_line_status::eof) return number;
+        if (line.status == utl_line_status::partial) crv_WarnLongLine(in);
         double point[2];
         read_point(in, line, point);
         keep(point);
@@ -151,8 +154,11 @@ static bool read_data(frame_file *vdr) {
 
 static bool read_directives(frame_file *vdr) {
     for (;;) {
-        switch (crv_ReadFrameDirective(vdr->in.lines, &vdr->header)) {
+        const crv_frame_event event = crv_ReadFrameDirective(vdr->in.lines, &vdr->header);
+        switch (event) {
         case crv_frame_event::none: break;
+        case crv_frame_event::empty: continue;
+        case crv_frame_event::text: vdr->lines_after += vdr->is_after_data; continue;
         case crv_frame_event::begin:
             utl_EraseStatusLine();
             printf("%ccrv_85-i-red, Begin reading file \"%s\" \n", '%', vdr->in.path);
@@ -164,7 +170,16 @@ static bool read_directives(frame_file *vdr) {
             break;
         case crv_frame_event::end: return true;
         }
+        vdr->is_after_data = event == crv_frame_event::data;
     }
+}
+
+static void warn_lines_after(const frame_file *vdr) {
+    if (vdr->lines_after == 0 || !crv_settings.keeps_all_data) return;
+    fprintf(utl_ErrorStream(),
+            "%%crv_85-w-mor, \"%s\" has %llu lines after its %d data points, which are left out\n",
+            vdr->in.path, static_cast<unsigned long long>(vdr->lines_after),
+            vdr->header.num_points);
 }
 
 static void use_given_range(crv_column *column, const double (&range)[2]) {
@@ -199,6 +214,7 @@ static int read_file(frame_file *vdr, int first_slot) {
     use_given_range(vdr->columns[1], vdr->header.y_range);
     if (crv_DBG == routine) list_columns(vdr);
     set_means(vdr);
+    warn_lines_after(vdr);
     crv_WarnWrappedCounts(vdr->in, vdr->columns);
     printf("%ccrv_85-i-dat, Vandor CRV_FRM_FILE data loaded, number of points = %u \n", '%',
            static_cast<unsigned>(vdr->header.num_points));

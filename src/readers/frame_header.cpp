@@ -2,6 +2,7 @@
 #include "readers/frame_header.h"
 
 #include "readers/column_builder.h"
+#include "text/fixed_text.h"
 #include "text/number_reader.h"
 
 static utl_line next_line(utl_line_reader *lines) {
@@ -68,7 +69,8 @@ static char character(std::string_view text, size_t at) {
 crv_frame_event crv_ReadFrameDirective(utl_line_reader *lines, crv_frame_header *header) {
     const utl_line line = next_line(lines);
     if (line.status == utl_line_status::eof) return crv_frame_event::end;
-    if (character(line.text, 0) != '%') return crv_frame_event::none;
+    if (utl_TrimEnd(line.text).empty()) return crv_frame_event::empty;
+    if (line.text[0] != '%') return crv_frame_event::text;
     const char letter = character(line.text, 2);
     const char number = character(line.text, 3);
     switch (character(line.text, 1)) {

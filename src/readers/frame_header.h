@@ -37,7 +37,9 @@ struct crv_frame_header {
 
 // What a line of the file is, beyond what the header record keeps.
 enum class crv_frame_event {
-    none,    // a directive without further effect, or another line
+    none,    // a directive without further effect
+    text,    // another line
+    empty,   // a line of blanks
     begin,   // %XY
     x_range, // the range of X, which may be reversed
     y_range,

@@ -38,6 +38,14 @@ void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> col
     }
 }
 
+void crv_WarnLongLine(crv_input *in) {
+    if (in->warned_long || in->is_silent || !crv_settings.keeps_all_data) return;
+    in->warned_long = true;
+    fprintf(utl_ErrorStream(),
+            "%%crv_%d-w-lon, Line %llu of \"%s\" is too long and read in parts\n", in->routine,
+            static_cast<unsigned long long>(in->lines->line_number), in->path);
+}
+
 void crv_WarnIncompleteStep(const crv_input &in, uint32_t step) {
     if (!crv_settings.keeps_all_data) return;
     fprintf(utl_ErrorStream(), "%%crv_%d-w-end, \"%s\" ends within step %u, the rest is missing\n",

@@ -15,7 +15,8 @@ struct crv_input {
     int routine = 0;           // number of the reader in its messages
     bool is_silent = false;    // no warnings, for a pass that reports what it finds in another way
     uint64_t missing_line = 0; // the first line with missing numbers, 0 without one
-    uint64_t points = 0;       // steps or rows read
+    bool warned_long = false;
+    uint64_t points = 0;         // steps or rows read
     uint64_t points_dropped = 0; // of these, outside the time window
 };
 
@@ -40,6 +41,10 @@ void crv_WarnWrappedCounts(const crv_input &in, std::span<crv_column *const> col
 // Notes the line number of the first line that has fewer numbers than are read from it, and warns
 // of it on standard error; the missing numbers count as 0.0.
 void crv_WarnMissingNumbers(crv_input *in);
+
+// Warns on standard error, once per file, that a line is longer than its limit and is read in
+// parts; only if the settings keep all data.
+void crv_WarnLongLine(crv_input *in);
 
 // Warn on standard error that the file ends within step `step`, or within its last line; only if
 // the settings keep all data.

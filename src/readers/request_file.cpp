@@ -172,6 +172,7 @@ static bool read_step(request_file *req, bool *failed) {
                 crv_WarnIncompleteStep(req->in, req->step);
             return false;
         }
+        if (line.status == utl_line_status::partial) crv_WarnLongLine(&req->in);
         utl_line_fields fields = utl_SplitLine(line.text);
         if (block == 0) read_time(req, &fields);
         for (; next_needed_block(req, next) == block; ++next) {

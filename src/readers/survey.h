@@ -1,4 +1,4 @@
-// readers/survey.h - what a pass over the steps of a result file finds when no value is stored.
+// readers/survey.h - what reading the steps of a result file finds when no value is stored.
 //
 // The readers fill it with the same loops that read the steps for a chart, so that both count the
 // same steps.

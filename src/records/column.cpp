@@ -3,14 +3,14 @@
 
 #include "system/memory.h"
 
-static_assert(sizeof(crv_value) == 16);
+static_assert(sizeof(crv_value) <= 16);
 
 // The first block is small, so that short runs use little memory. The others are large and begin on
 // a large page: pages that are not used take no memory, and large pages save a third of the system
 // time of a run that stores ten million values.
 static constexpr size_t first_block_values = 4096;       // 64 KiB
 static constexpr size_t large_block_values = 512 * 1024; // 8 MiB
-static constexpr size_t large_page_values = crv_large_page / sizeof(crv_value);
+static constexpr size_t large_page_values = (crv_large_page - 1) / sizeof(crv_value) + 1;
 
 crv_column *crv_columns[CRV_MAXCOLS];
 

@@ -4,7 +4,8 @@
 
 #include <cstdint>
 
-// One node of a column's value list, in reading order.
+// One node of a column's value list, in reading order: 16 bytes, or 12 where a double is aligned to
+// 4 bytes as on 32-bit x86.
 struct crv_value {
     double val;
     crv_value *next; // null at the end

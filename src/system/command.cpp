@@ -3,13 +3,22 @@
 
 #include "system/status_line.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+
+// A missing interpreter and a command that fails give the same result.
+static bool is_interpreter_missing() {
+    if (system(nullptr) != 0) return false;
+    errno = ENOENT;
+    return true;
+}
 
 utl_command_end utl_RunCommand(const char *command) {
     utl_EraseStatusLine();
     fflush(nullptr);
     const int result = system(command);
-    if (result == -1) return utl_command_end::not_started;
-    return result == 0 ? utl_command_end::succeeded : utl_command_end::failed;
+    if (result == 0) return utl_command_end::succeeded;
+    if (result == -1 || is_interpreter_missing()) return utl_command_end::not_started;
+    return utl_command_end::failed;
 }

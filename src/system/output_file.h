@@ -16,10 +16,11 @@ struct utl_output_file {
     std::string temporary; // empty for a direct output
 };
 
-// Opens the output `path` for bytes without any conversion. At most one output may be open. What a symbolic link leads to is
-// written, not the link. An existing file stays as it is until the output is closed; the new one
-// gets its permissions. Where the system has signals, one that ends the program removes the
-// temporary file before; so does every exit. Returns false with errno set if it cannot be written.
+// Opens the output `path` for bytes without any conversion. At most one output may be open. What a
+// symbolic link leads to is written, not the link. An existing file stays as it is until the output
+// is closed; the new one gets its permissions. Where the system has signals, one that ends the
+// program removes the temporary file before; so does every exit. Returns false with errno set if it
+// cannot be written.
 bool utl_OpenOutput(const char *path, utl_output_file *file);
 
 // Closes the output and moves it to its name. Returns false with errno set if that or any write

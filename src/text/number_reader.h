@@ -16,5 +16,5 @@ double utl_ReadField(std::string_view field);
 
 // Returns the number at the start of `text` as atoi reads it: leading white space, a sign, digits;
 // 0 without digits. A value beyond 64 bits is clamped to their bounds; the result is its lower 32
-// bits.
+// bits, on every machine: atoi does the same where a long has 64 bits.
 int utl_ToInt(std::string_view text);

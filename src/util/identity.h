@@ -22,7 +22,7 @@ struct utl_build_info {
 
 int utl_GetBuildInfo(utl_build_info *identity);
 
-// Returns the version of the release, such as "0.1.0".
+// Returns the version of the release, such as "1.0.0".
 const char *utl_ProgramVersion();
 
 // Writes "Windows_NT %d.%d os-%d.wi-%d" with the version numbers of Windows. On other systems the

@@ -6,23 +6,19 @@
 #include "system/console.h"
 #include "util/listing_system.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <string>
-#include <unistd.h>
 
 static constexpr const char *crv_listing = "crv_temp.tmp";
 
-bool utl_RemoveOldListing(const char *path) { return unlink(path) == 0 || errno == ENOENT; }
-
 utl_line_reader *utl_OpenCrvListing(const char *pattern) {
-    const std::string command =
-        std::string(utl_system_listing.list) + pattern + utl_system_listing.list_end;
+    const utl_listing_commands *commands = utl_GetListingCommands();
+    const std::string command = std::string(commands->list) + pattern + commands->list_end;
     if (!utl_RemoveOldListing(crv_listing)) return nullptr;
     if (crv_DBG == 34) {
         printf("    _34-i-wri, Writing \"crv_temp.tmp\". \n");
         printf("    _34-i-val command1 = \"%s\" \n", command.c_str());
-        printf("    _34-i-val command2 = \"%s\" \n", utl_system_listing.remove);
+        printf("    _34-i-val command2 = \"%s\" \n", commands->remove);
     }
     utl_RunCommand(command.c_str());
     if (crv_DBG == 34) printf("    _34-i-after system command. \n");
@@ -31,5 +27,5 @@ utl_line_reader *utl_OpenCrvListing(const char *pattern) {
 
 void utl_RemoveCrvListing() {
     utl_AllowRemoval(crv_listing);
-    utl_RunCommand(utl_system_listing.remove);
+    utl_RunCommand(utl_GetListingCommands()->remove);
 }

@@ -5,14 +5,36 @@
 #include <cstdio>
 #include <glob.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
-const utl_listing_commands utl_system_listing = {
+static constexpr utl_listing_commands usual_commands = {
     .list = "/bin/ls > crv_temp.tmp ",
     .list_end = "",
     .remove = "rm crv_temp.tmp",
 };
 
+// NixOS and Guix have ls in another directory.
+static constexpr utl_listing_commands commands_without_bin_ls = {
+    .list = "ls > crv_temp.tmp ",
+    .list_end = "",
+    .remove = "rm crv_temp.tmp",
+};
+
 static constexpr const char *utl_listing = "utl_temp.tmp";
+
+const utl_listing_commands *utl_GetListingCommands() {
+    return access("/bin/ls", X_OK) == 0 ? &usual_commands : &commands_without_bin_ls;
+}
+
+// unlink reports a directory by different errors, and on some systems it removes one for root.
+bool utl_RemoveOldListing(const char *path) {
+    struct stat status = {};
+    if (lstat(path, &status) == 0 && S_ISDIR(status.st_mode)) {
+        errno = EISDIR;
+        return false;
+    }
+    return unlink(path) == 0 || errno == ENOENT;
+}
 
 // On a terminal, rm asks before it removes a write-protected file.
 void utl_AllowRemoval(const char *path) { chmod(path, S_IRUSR | S_IWUSR); }

@@ -11,11 +11,12 @@ struct utl_listing_commands {
     const char *remove;
 };
 
-extern const utl_listing_commands utl_system_listing;
+// Returns the commands of this machine.
+const utl_listing_commands *utl_GetListingCommands();
 
 // Changes the file `path` so that the removal command does not ask before it removes it.
 void utl_AllowRemoval(const char *path);
 
 // Removes an existing file, link or pipe `path`. Returns true if there is none afterwards,
-// otherwise false with errno set.
+// otherwise false with errno set. A directory is not removed.
 bool utl_RemoveOldListing(const char *path);

@@ -2,8 +2,10 @@
 // for one file would be made as on POSIX systems.
 #include "util/listing_system.h"
 
-const utl_listing_commands utl_system_listing = {
+static constexpr utl_listing_commands commands = {
     .list = "directory/out=crv_temp.tmp/nohead/notrail ",
     .list_end = ";0",
     .remove = "delete crv_temp.tmp;0",
 };
+
+const utl_listing_commands *utl_GetListingCommands() { return &commands; }

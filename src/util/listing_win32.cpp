@@ -2,13 +2,19 @@
 #include "system/console.h"
 #include "util/listing_system.h"
 
+#include <cerrno>
 #include <string>
+#include <unistd.h>
 
-const utl_listing_commands utl_system_listing = {
+static constexpr utl_listing_commands commands = {
     .list = "dir /o /b > crv_temp.tmp ",
     .list_end = "",
     .remove = "del crv_temp.tmp",
 };
+
+const utl_listing_commands *utl_GetListingCommands() { return &commands; }
+
+bool utl_RemoveOldListing(const char *path) { return unlink(path) == 0 || errno == ENOENT; }
 
 void utl_AllowRemoval(const char * /*path*/) {}
 

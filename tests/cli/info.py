@@ -126,7 +126,7 @@ def test_full_disk_is_reported(box):
     with open("/dev/full", "wb") as full:
         result = box.run_program(INFO, "run1.req", stdout=full)
     box.expect_run("full disk", result, "",
-                   "%crv_07-e-out, Standard output could not be written\n", 1)
+                   "%crv_08-e-out, Standard output could not be written\n", 1)
 
 
 main()

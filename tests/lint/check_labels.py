@@ -9,7 +9,8 @@ import sys
 
 LABELS = {
     "unit", "cases", "fuzz", "lint", "docs", "faults", "bounds", "pipes", "terminal", "render",
-    "pictures", "tables", "shells", "packages", "printer", "valgrind", "windows", "nightly",
+    "pictures", "page", "tables", "shells", "packages", "printer", "valgrind", "windows", "targets",
+    "nightly",
 }
 
 

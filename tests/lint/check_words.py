@@ -83,7 +83,8 @@ def prose(text):
     return re.sub(r"^(?: {4}|\t).*$", blank, text, flags=re.M)
 
 
-READERS = ((source_files.CODE, comments_of_code), (source_files.PYTHON, comments_of_python),
+READERS = (((*source_files.CODE, *source_files.WEB), comments_of_code),
+           (source_files.PYTHON, comments_of_python),
            ((*source_files.SHELL, *source_files.CMAKE), comments_after_hash),
            (source_files.PROSE, prose))
 

@@ -17,8 +17,9 @@ SHELL = ("*.sh", "*.bash", ".ci/run", "companions/*")
 CODE = ("*.cpp", "*.h")
 PYTHON = ("*.py",)
 CMAKE = ("CMakeLists.txt", "*/CMakeLists.txt", "*.cmake")
+WEB = ("*.js", "*.css", "*.html")
 PROSE = ("*.md",)
-TEXT = (*CODE, *PYTHON, *SHELL, *CMAKE, *PROSE)
+TEXT = (*CODE, *PYTHON, *SHELL, *CMAKE, *WEB, *PROSE)
 
 
 def all_files():

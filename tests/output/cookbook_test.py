@@ -196,6 +196,25 @@ def test_the_same_series_of_several_runs(box):
         box.path("hidden").rename(box.path(name))
 
 
+def test_a_page_to_mail(box):
+    box.write("run2.req", scaled(box, "run1.req", 0.5, every=2))
+    box.next_status(0)
+    page = gzip.decompress(box.read("run1.html.gz"))
+    box.assertEqual(page, box.read("run1.html"))
+    box.assertIn(b"<title>Over the bump</title>", page)
+    box.next_status(0)
+    box.assertIn(b'"run 1"],[2,3,1,1,"run 2"]', box.read("runs.html"))
+
+    box.write("run1.req", BROKEN)
+    box.repeat(0)
+    box.take("run1.html.gz")
+    box.assert_fails("run1.html.gz")
+    box.assertEqual(box.read("run1.html"), page)
+    box.repeat(1)
+    box.take("runs.html")
+    box.assert_fails("runs.html")
+
+
 def test_a_thousand_result_files(box):
     runs = box.make_runs()
     box.next_block()

@@ -113,7 +113,7 @@ TEST(ColumnLabel, DoublePercentSignsAreOne) {
 }
 
 TEST_F(file_header, FrameDirectivesFillTheRecord) {
-    open("text\n%T\nTitle\n%XA\nX label\n%YA\nY label\n%YA3\nthird\n%XR\n0\n60\n%YR\n9\n1\n"
+    open("text\n \n%T\nTitle\n%XA\nX label\n%YA\nY label\n%YA3\nthird\n%XR\n0\n60\n%YR\n9\n1\n"
          "%N\n5\n%XY\n%D\n1 2\n");
     crv_frame_header header;
     std::vector<crv_frame_event> events;
@@ -121,8 +121,8 @@ TEST_F(file_header, FrameDirectivesFillTheRecord) {
         events.push_back(crv_ReadFrameDirective(lines, &header));
     } while (events.back() != crv_frame_event::data);
     using enum crv_frame_event;
-    EXPECT_THAT(events, testing::ElementsAre(none, none, none, none, none, x_range, y_range, none,
-                                             begin, data));
+    EXPECT_THAT(events, testing::ElementsAre(text, empty, none, none, none, none, x_range, y_range,
+                                             none, begin, data));
     EXPECT_STREQ(header.title.text, "Title\n");
     EXPECT_STREQ(header.x_label.text, "X label\n");
     EXPECT_STREQ(header.y_label.text, "Y label\n");
@@ -131,7 +131,7 @@ TEST_F(file_header, FrameDirectivesFillTheRecord) {
     EXPECT_THAT(header.x_range, testing::ElementsAre(0, 60));
     EXPECT_THAT(header.y_range, testing::ElementsAre(9, 1));
     EXPECT_EQ(header.num_points, 5);
-    EXPECT_EQ(crv_ReadFrameDirective(lines, &header), none); // the data line
+    EXPECT_EQ(crv_ReadFrameDirective(lines, &header), text); // the data line
     EXPECT_EQ(crv_ReadFrameDirective(lines, &header), end);
 }
 

@@ -1,5 +1,4 @@
-// unit/survey_test.cpp - passes over result files that store no value, and what they print:
-// nothing.
+// unit/survey_test.cpp - reading result files without storing a value and without messages.
 #include "readers/column_file.h"
 #include "readers/frame_file.h"
 #include "readers/madymo_file.h"

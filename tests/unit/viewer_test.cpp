@@ -228,6 +228,25 @@ TEST_F(viewer, IncompleteEndIsReported) {
                        "\" ends within step 2, the rest is missing\n");
 }
 
+TEST_F(viewer, LongLineIsReported) {
+    const std::string blanks(126, ' ');
+    const text_file run(run2 + "3.0" + blanks + "\n1 2 3\n4.0\n1 2 3\n");
+    ASSERT_TRUE(read({"-r", "0,38:1", "-f", run.path()}));
+    EXPECT_THAT(err, testing::StartsWith(std::string("%crv_83-w-lon, Line 9 of \"") + run.path() +
+                                         "\" is too long and read in parts\n"));
+    const text_file table("a b\n5 6\n7 8" + std::string(1022, ' ') + "9\n", ".pos");
+    ASSERT_TRUE(read({"-r", "0,1", "-fp", table.path()}));
+    EXPECT_EQ(err, std::string("%crv_94-w-lon, Line 3 of \"") + table.path() +
+                       "\" is too long and read in parts\n");
+}
+
+TEST_F(viewer, LinesAfterTheFramePointsAreReported) {
+    const text_file frame("%N\n3\n%D\n0 1\n2 3\n4 5\n6 7\n\n8 9\n%XA\nmm\ntext\n", ".vdr");
+    ASSERT_TRUE(read({"-r", "0", "-fg", frame.path()}));
+    EXPECT_EQ(err, std::string("%crv_85-w-mor, \"") + frame.path() +
+                       "\" has 2 lines after its 3 data points, which are left out\n");
+}
+
 TEST_F(viewer, TitleIsThatOfTheFirstFile) {
     ASSERT_TRUE(read({"-r", "0,38:2", "-f", first.path(), "-f", second.path()}));
     EXPECT_EQ(view.title, "First run");

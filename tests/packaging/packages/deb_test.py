@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""The .deb, installed by dpkg into a root directory that has only the C library, works from there
+"""Each .deb, installed by dpkg into a root directory that has only the C library, works from there
 and is removed without a trace."""
 import os
 import shutil
 import sys
 
-from shared import CHART_STATUS, DATABASE, ROOT, as_root, listing, main, package
+from shared import (CHART_STATUS, DATABASE, EMULATORS, NATIVE, ROOT, as_root, deb, listing, main)
 
 sys.path.insert(0, str(ROOT / "tests/packaging/shells"))
 import installed_test  # noqa: E402  (found by the path above)
@@ -28,10 +28,11 @@ def installed_packages(root):
 
 
 def test_deb_needs_c_library(box):
-    root = box.make_root()
-    (root / DATABASE / "status").write_text("")
-    printed = dpkg(box, root, "--install", package(".deb"), status=1)
-    box.assertIn("crv depends on libc6", printed)
+    for processor in EMULATORS:
+        root = box.make_root(processor)
+        (root / DATABASE / "status").write_text("")
+        printed = dpkg(box, root, "--install", deb(processor), status=1)
+        box.assertIn("depends on libc6", printed)
 
 
 def expect_installed_files(box, root):
@@ -46,15 +47,21 @@ def expect_installed_files(box, root):
     box.expect("a picture from one command", box.read("crv.pdf")[:5], b"%PDF-")
 
 
-def test_package_works_and_is_removed(box):
-    root = box.make_root()
+def try_package(box, processor):
+    root = box.make_root(processor)
     before, database_before = without_database(root), listing(root / DATABASE)
-    dpkg(box, root, "--install", package(".deb"))
+    dpkg(box, root, "--install", deb(processor))
     box.expect("installed", installed_packages(root), ["crv", "libc6"])
     box.expect("changed files", dpkg(box, root, "--verify", "crv"), "")
-    box.expect_same_chart("installed", root / "usr/bin/crv",
-                          root / "usr/share/doc/crv/examples/run1.req")
-    expect_installed_files(box, root)
+    # The C library is that of the cross compiler.
+    emulator = [word for name in EMULATORS[processor]
+                for word in (name, "-L", f"/usr/{processor}-linux-gnu")]
+    box.expect_same_chart(processor, *emulator, root / "usr/bin/crv",
+                          request_file=root / "usr/share/doc/crv/examples/run1.req")
+    box.expect_programs_work(processor, lambda program, *arguments: box.run_program(
+        *emulator, root / "usr/bin" / program, *arguments))
+    if processor == NATIVE:
+        expect_installed_files(box, root)
     box.expect("files that a run leaves beside the program",
                [name for name in listing(root / "usr/bin") if "." in name], [])
 
@@ -67,5 +74,11 @@ def test_package_works_and_is_removed(box):
     box.expect("remaining files of the database", left, [])
 
 
+def test_packages_work_and_are_removed(box):
+    for processor in EMULATORS:
+        try_package(box, processor)
+
+
 main("dpkg", "dpkg-query", "man", "bash", "zsh", "fish", "gs",
+     *(name for names in EMULATORS.values() for name in names),
      *(() if os.geteuid() == 0 else ("fakeroot",)))

@@ -2,10 +2,13 @@
 """Runs the commands of docs/install.md, line by line in one shell; they leave no files. Runs the
 beginning of docs/tutorial.md up to its first chart.
 
-"sudo" runs its command unchanged, "apt" is dpkg on a root directory of the test. The commands for
-printers are run by printer/page_test.
+"sudo" runs its command unchanged, "apt" is dpkg and "dnf" is rpm on a root directory of the test.
+The commands for printers are run by printer/page_test.
 """
-from shared import BUILT, DATABASE, PACKAGES, PATH, ROOT, as_root, listing, main, package
+import shutil
+
+from shared import (BUILT, DATABASE, PACKAGES, PATH, ROOT, VERSION, as_root, deb, listing, main,
+                    package)
 from support.install_page import PAGE, TUTORIAL, commands_of
 
 STATUS = "CRV_MAXCOLS : 31"  # is printed by "crv -s"
@@ -42,13 +45,28 @@ def test_debian_and_ubuntu(box):
     box.expect("remaining", [name for name in listing(root) if not name.startswith(top)], [])
 
 
+def test_fedora_and_relatives(box):
+    root = box.base / "root"
+    root.mkdir()
+    rpm = f"rpm --root {root} --dbpath /var/lib/rpm --nodeps"
+    (box.bin / "crv").unlink()
+    box.add_tool("sudo", 'exec "$@"\n')
+    box.add_tool("dnf", 'case $1 in install) action=--install ;; remove) action=--erase ;; esac\n'
+                        f'shift; exec {rpm} $action "$@"\n')
+    printed = run_section(box, "Fedora and relatives", path=f"{root}/usr/bin:{box.bin}:{PATH}")
+    box.assertIn(STATUS, printed)
+    left = [path for path in (root / "usr").rglob("*") if not path.is_dir()]
+    box.expect("remaining", left, [])
+
+
 def test_any_other_linux(box):
     box.assertIn(STATUS, run_section(box, "Any other Linux"))
     box.expect("remaining", listing(box.base / "home"), [])
 
 
 def test_from_the_source(box):
-    box.assertIn(STATUS, run_section(box, "From the source", box.copy_source("source")))
+    shutil.copy(package(f"crv-{VERSION}.tar.gz"), box.dir)
+    box.assertIn(STATUS, run_section(box, "From the source", box.dir))
     files = [path for path in (box.base / "home").rglob("*") if not path.is_dir()]
     box.expect("remaining", files, [])
 
@@ -66,7 +84,7 @@ def begin_tutorial(box, section, directory, path, moved=("", "")):
 
 
 def test_tutorial_begins_from_debian_package(box):
-    box.run_command("dpkg-deb", "--extract", package(".deb"), box.base / "deb")
+    box.run_command("dpkg-deb", "--extract", deb(), box.base / "deb")
     (box.bin / "crv").unlink()
     usr = f"{box.base}/deb/usr"
     begin_tutorial(box, "From the Debian package", box.dir, f"{usr}/bin:{PATH}", ("/usr", usr))
@@ -79,8 +97,8 @@ def test_tutorial_begins_from_archive(box):
 def test_tutorial_begins_from_source(box):
     """With the program that was built, because test_from_the_source has compiled it."""
     box.add_tool("cmake", f"mkdir -p build/release; ln -sf '{BUILT}' build/release/crv\n")
-    source = box.copy_source("source")
+    source = box.unpack_source()
     begin_tutorial(box, "From the source", source, f"{box.bin}:{PATH}")
 
 
-main("dpkg", "cmake", "tar", "sha256sum", "gs")
+main("dpkg", "rpm", "cmake", "tar", "sha256sum", "gs")

@@ -1,6 +1,8 @@
 """Shared by the package tests: the packages, and charts of a program from them."""
 import os
 import pathlib
+import platform
+import re
 import shutil
 import subprocess
 import sys
@@ -14,6 +16,15 @@ PATH = f"{os.environ.get('PATH', '')}:/usr/sbin:/usr/bin:/sbin:/bin"
 CHART = ("-t", "Quarter car over a bump", "-r", "0,38:3,52:3,70:2", "-f", "run1.req", "-p")
 CHART_STATUS = 1  # of a finished chart
 DATABASE = "var/lib/dpkg"
+# Processors of the packages: Debian's name, and the emulator with which programs run here that are
+# linked statically.
+DEBIAN_NAMES = {"x86_64": "amd64", "aarch64": "arm64"}
+NATIVE = platform.machine()
+EMULATORS = {name: [] if name == NATIVE else [f"qemu-{name}-static"] for name in DEBIAN_NAMES}
+VERSION = re.search(r"project\(crv VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text())[1]
+# crv is main.cpp; crv-NAME is main_NAME.cpp.
+PROGRAMS = sorted(path.stem.replace("main", "crv").replace("_", "-")
+                  for path in (ROOT / "src/app").glob("main*.cpp"))
 
 
 class Sandbox(sandbox.Sandbox):
@@ -23,57 +34,78 @@ class Sandbox(sandbox.Sandbox):
 
     def run_command(self, *command, status=0, **options):
         """Runs a command that must end with a status; returns what it printed on both streams."""
-        printed, _, got = self.run_program(*command, stderr=subprocess.STDOUT, timeout=1500,
-                                           **options)
+        options = {"stderr": subprocess.STDOUT, "timeout": 1500} | options
+        printed, _, got = self.run_program(*command, **options)
         self.assertEqual(got, status, f"{' '.join(map(str, command))}:\n{printed}")
         return printed
 
-    def copy_source(self, name):
-        """Copies the source like a source archive: without git, with the time of the commit."""
-        ignore = shutil.ignore_patterns(".git", "build", "dist", "demo", "__pycache__")
-        copy = shutil.copytree(ROOT, self.base / name, ignore=ignore)
-        if (ROOT / ".git").exists():
-            time = self.output_of("git", "-c", f"safe.directory={ROOT}", "-C", ROOT, "log", "-1",
-                                  "--format=%ct")
-            (copy / "cmake/commit_time.txt").write_text(time)
-        return copy
+    def path_without(self, *hidden):
+        """A path on which all programs of the system are except some."""
+        directory = self.base / "programs"
+        directory.mkdir()
+        for path in pathlib.Path("/usr/bin").iterdir():
+            if path.name not in hidden:
+                (directory / path.name).symlink_to(path)
+        return str(directory)
+
+    def unpack_source(self):
+        """Unpacks the source archive; returns its directory."""
+        return self.unpack(package(f"crv-{VERSION}.tar.gz"))
 
     def unpack(self, archive):
         """Unpacks an archive with one directory, which is returned."""
-        target = self.base / "unpacked"
-        target.mkdir()
+        target = self.base / "unpacked" / archive.name
+        target.mkdir(parents=True)
         self.run_command("tar", "-xpf", archive, "-C", target)
         self.expect("one directory", listing(target, "*"),
                     [archive.name.removesuffix(".tar.gz")])
         return next(target.iterdir())
 
-    def make_root(self):
+    def make_root(self, processor=NATIVE):
         """A root directory with the database of a system that has only the C library."""
-        root = self.base / "root"
-        database = root / DATABASE
-        for name in ("info", "updates", "triggers"):
-            (database / name).mkdir(parents=True)
-        for name in ("available", "diversions", "statoverride", "info/format"):
-            (database / name).write_text("1\n" if name == "info/format" else "")
+        root = self.base / f"root-{processor}"
+        database, name = root / DATABASE, DEBIAN_NAMES[processor]
+        for directory in ("info", "updates", "triggers"):
+            (database / directory).mkdir(parents=True)
+        for file in ("available", "diversions", "statoverride", "info/format"):
+            (database / file).write_text("1\n" if file == "info/format" else "")
+        # dpkg itself stays that of this machine, so another processor is a foreign one to it.
+        native = DEBIAN_NAMES[NATIVE]
+        (database / "arch").write_text("".join(f"{one}\n" for one in dict.fromkeys([native, name])))
         # The dependencies of the C library do not matter here.
         status = [line for line in self.output_of("dpkg-query", "--status", "libc6").splitlines()
                   if not line.startswith(("Depends:", "Recommends:", "Breaks:"))]
-        (database / "status").write_text("\n".join(status) + "\n")
-        processor = self.output_of("dpkg", "--print-architecture").strip()
-        (database / f"info/libc6:{processor}.list").write_text("/.\n")
+        text = "\n".join(status).replace(f"Architecture: {native}", f"Architecture: {name}")
+        (database / "status").write_text(text + "\n")
+        (database / f"info/libc6:{name}.list").write_text("/.\n")
         return root
 
-    def draw(self, program, request_file=ROOT / "examples/run1.req"):
+    def enter(self, root, *command, **options):
+        """Runs a program in another root directory, which has nothing but what the test put there;
+        skips the test where no user may do this."""
+        for enter in (("chroot",), ("unshare", "--map-root-user", "chroot")):
+            if subprocess.run([*enter, "/", "true"], capture_output=True).returncode == 0:
+                return self.run_program(*enter, root, *command, **options)
+        return self.skipTest("no program may be run in another root directory here")
+
+    def expect_programs_work(self, name, run):
+        """Each program prints the same help as the built one. run(PROGRAM, ARGUMENT...) runs the
+        program of the package and returns what it printed, and its status."""
+        for program in PROGRAMS:
+            self.expect(f"{name}: help of {program}", run(program, "-h"),
+                        self.run_program(BUILT.parent / program, "-h"))
+
+    def draw(self, *program, request_file=ROOT / "examples/run1.req"):
         """The chart that a program draws of the example, and what it prints."""
         shutil.copy(request_file, self.path("run1.req"))
         self.path("crv.ps").unlink(missing_ok=True)
-        printed = self.run_command(program, *CHART, status=CHART_STATUS, CRV_PRINTCHAIN=":")
+        printed = self.run_command(*program, *CHART, status=CHART_STATUS, CRV_PRINTCHAIN=":")
         return self.read("crv.ps"), printed
 
-    def expect_same_chart(self, name, program, request_file):
+    def expect_same_chart(self, name, *program, **options):
         """A packaged program draws and prints the same as the one of all other tests."""
         expected_chart, expected_text = self.draw(BUILT)
-        chart, text = self.draw(program, request_file)
+        chart, text = self.draw(*program, **options)
         self.expect(f"{name}: what is printed", text, expected_text)
         self.assertEqual(expected_chart[:2], b"%!", f"{name}: a chart is drawn")
         self.expect(f"{name}: the chart is that of the built program", chart, expected_chart)
@@ -81,14 +113,27 @@ class Sandbox(sandbox.Sandbox):
 
 def require_to_build():
     """Requires the packages that scripts/package.sh would install."""
-    require("dpkg-shlibdeps", "fakeroot", "file", "lintian", "unzip", "zip", path=PATH)
+    require("dpkg-shlibdeps", "fakeroot", "file", "rpmbuild", "zip", "aarch64-linux-gnu-g++",
+            "x86_64-w64-mingw32-g++-posix", path=PATH)
 
 
-def package(ending):
-    found = sorted(PACKAGES.glob(f"crv[-_]*{ending}"))
+def package(pattern):
+    found = sorted(PACKAGES.glob(pattern))
     if len(found) != 1:
-        sys.exit(f"not one package *{ending}: {[path.name for path in found]}")
+        sys.exit(f"not one package {pattern}: {[path.name for path in found]}")
     return found[0]
+
+
+def deb(processor=NATIVE):
+    return package(f"crv_*_{DEBIAN_NAMES[processor]}.deb")
+
+
+def rpm(processor=NATIVE):
+    return package(f"crv-*.{processor}.rpm")
+
+
+def archive(processor=NATIVE):
+    return package(f"crv-*-linux-{processor}.tar.gz")
 
 
 def as_root(*command):

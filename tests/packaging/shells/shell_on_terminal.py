@@ -124,4 +124,5 @@ def test_strict_settings(box):
 def main(kind, test):
     """Runs the tests of all shells and one more."""
     sandbox.require(kind.shell)
-    sandbox.main(sandbox.given("--crv"), kind, [test_usual_files, test_odd_request_files, test_keys, test])
+    tests = [test_usual_files, test_odd_request_files, test_keys, test]
+    sandbox.main(sandbox.given("--crv"), kind, tests)
