@@ -5,7 +5,6 @@
 #include "text/utf8.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -37,13 +36,11 @@ std::string crv_TypeText(uint32_t type) {
     return is_known ? std::string(utl_TrimEnd(crv_request_types[type])) : "?????";
 }
 
-std::span<const std::string> crv_ItemTexts() {
-    static const auto items = [] {
-        std::array<std::string, std::size(crv_request_items) - 1> texts;
-        for (size_t k = 0; k < texts.size(); ++k) texts[k] = utl_TrimEnd(crv_request_items[k + 1]);
-        return texts;
-    }();
-    return items;
+std::vector<std::string> crv_ItemTexts() {
+    std::vector<std::string> texts;
+    for (size_t k = 1; k < std::size(crv_request_items); ++k)
+        texts.emplace_back(utl_TrimEnd(crv_request_items[k]));
+    return texts;
 }
 
 static void add_line(std::string *text, std::string_view name, const std::string &value) {
@@ -83,10 +80,11 @@ static std::string table_row(const std::string &cells, std::string_view last) {
 
 // Items 7 and 8 are magnitudes of the three before them.
 static std::string item_line() {
+    const std::vector<std::string> texts = crv_ItemTexts();
     std::string items;
-    for (size_t k = 0; k < crv_ItemTexts().size(); ++k) {
+    for (size_t k = 0; k < texts.size(); ++k) {
         if (k > 0) items += ", ";
-        items += std::to_string(k + 1) + " " + crv_ItemTexts()[k];
+        items += std::to_string(k + 1) + " " + texts[k];
         if (k == 6) items += " of X Y Z";
         if (k == 7) items += " of A1 A2 A3";
     }
@@ -187,13 +185,14 @@ static std::string pair_line(const std::string &pair, std::string_view name,
 }
 
 static std::string request_pairs(const crv_request_survey &survey) {
+    const std::vector<std::string> texts = crv_ItemTexts();
     std::string text = pair_line("0", "time", "");
     for (const crv_request_line &request : survey.requests) {
         if (request.identifier == 0) continue;
         const std::string identifier = std::to_string(request.identifier);
-        for (size_t k = 0; k < crv_ItemTexts().size(); ++k)
+        for (size_t k = 0; k < texts.size(); ++k)
             text += pair_line(identifier + ":" + std::to_string(k + 1), request.name,
-                              crv_TypeText(request.type) + " " + crv_ItemTexts()[k]);
+                              crv_TypeText(request.type) + " " + texts[k]);
     }
     return text;
 }

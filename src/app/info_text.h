@@ -3,8 +3,8 @@
 
 #include "app/info.h"
 
-#include <span>
 #include <string>
+#include <vector>
 
 // Returns a number with as many digits as it takes to read back the same number, at least 15 where
 // it has them: "0.1", "100000".
@@ -18,7 +18,7 @@ const char *crv_FormatText(crv_format format);
 std::string crv_TypeText(uint32_t type);
 
 // Returns the labels of items 1 to 8 of a request file, without trailing blanks.
-std::span<const std::string> crv_ItemTexts();
+std::vector<std::string> crv_ItemTexts();
 
 // Returns true if the file has more points than a signed 16-bit count represents.
 bool crv_CountWraps(const crv_info &info);
