@@ -15,6 +15,17 @@ execute_process(
     ${CPACK_CRV_LINKAGE} ${CPACK_PACKAGE_VERSION} ${doc}/libraries
   COMMAND_ERROR_IS_FATAL ANY)
 
+# The completions of all programs are one file, which rpmlint wants only once.
+if(CPACK_GENERATOR STREQUAL "RPM")
+  file(GLOB names RELATIVE ${share} ${share}/bash-completion/completions/crv-*
+    ${share}/fish/vendor_completions.d/crv-*)
+  foreach(name IN LISTS names)
+    string(REGEX REPLACE ".*/crv-[a-z]+" "crv" first ${name})
+    file(REMOVE ${share}/${name})
+    file(CREATE_LINK ${first} ${share}/${name} SYMBOLIC)
+  endforeach()
+endif()
+
 set(packed)
 if(CPACK_GENERATOR MATCHES "^(DEB|RPM)$")
   file(GLOB packed ${share}/man/man*/*)
