@@ -128,7 +128,7 @@ static void keep_value(const column_file *pos, crv_column *column, double value)
 }
 
 // Counts the value of an entry, and stores it if its row is in the time window.
-static inline void read_value(const column_file *pos, const row_entry &entry, utl_line line,
+static inline void read_value(const column_file *pos, const row_entry &entry, const utl_line &line,
                               bool in_window, double value) {
     // Also for dropped rows, unless the settings keep all data.
     if (in_window || !crv_settings.keeps_all_data) crv_CountValue(entry.column);
@@ -138,7 +138,7 @@ static inline void read_value(const column_file *pos, const row_entry &entry, ut
 
 // Fills a row that is too short, if the settings keep all data: the values of the next rows then
 // stay in line with those of the other columns. `rest` are the entries without a field.
-static void fill_row(column_file *pos, std::span<const row_entry> rest, utl_line line,
+static void fill_row(column_file *pos, std::span<const row_entry> rest, const utl_line &line,
                      bool in_window) {
     if (!crv_settings.keeps_all_data) return;
     if (pos->in.missing_line == 0) {
@@ -153,7 +153,7 @@ static void fill_row(column_file *pos, std::span<const row_entry> rest, utl_line
 
 // Reads the fields of the entries from left to right. An entry beyond the end of the row gets no
 // value, unless the settings keep all data.
-static void read_row(column_file *pos, utl_line line) {
+static void read_row(column_file *pos, const utl_line &line) {
     if (line.status == utl_line_status::partial) crv_WarnLongLine(&pos->in);
     const double row = pos->rows_done + 1.0; // counted from 1
     const bool in_window = crv_CountPoint(&pos->in, row);
@@ -171,15 +171,22 @@ static void read_row(column_file *pos, utl_line line) {
     }
 }
 
-// Reads the rows from `line` on; `read` is called for each of them.
+static bool is_row(const utl_line &line) {
+    return line.status == utl_line_status::newline || line.status == utl_line_status::partial;
+}
+
+// Reads the rows from `first` on; `read` is called for each of them.
 template <typename row_reader>
-static void read_rows(column_file *pos, utl_line line, row_reader read) {
-    for (; line.status == utl_line_status::newline || line.status == utl_line_status::partial;
-         line = utl_ReadLine(pos->in.lines, line_limit)) {
+static void read_rows(column_file *pos, const utl_line &first, row_reader read) {
+    pos->end = first.status;
+    if (!is_row(first)) return;
+    read(first);
+    for (++pos->rows_done;; ++pos->rows_done) {
+        const utl_line line = utl_ReadLine(pos->in.lines, line_limit);
+        pos->end = line.status;
+        if (!is_row(line)) return;
         read(line);
-        ++pos->rows_done;
     }
-    pos->end = line.status;
 }
 
 static void list_columns(const column_file *pos) {
@@ -210,7 +217,7 @@ static int read_file(column_file *pos, int label_line, int first_line) {
     make_columns(pos);
     set_labels(pos);
     if (first_line < 1) line = utl_ReadLine(pos->in.lines, line_limit);
-    read_rows(pos, line, [pos](utl_line row) { read_row(pos, row); });
+    read_rows(pos, line, [pos](const utl_line &row) { read_row(pos, row); });
     if (pos->end == utl_line_status::unterminated) crv_WarnIncompleteLine(pos->in);
     if (crv_ReadFailed(pos->in)) {
         utl_QuitWithError("    _94-f-fread", status_failed);
@@ -244,7 +251,7 @@ int crv_ReadPost(const char *path, const crv_selection &selection, int label_lin
 }
 
 // Compares the number of fields of a row with that of the first row.
-static void survey_row(column_file *pos, utl_line line, crv_column_survey *survey) {
+static void survey_row(column_file *pos, const utl_line &line, crv_column_survey *survey) {
     crv_CountPoint(&pos->in, pos->rows_done + 1.0);
     const auto columns = static_cast<size_t>(pos->header.num_columns);
     if (utl_CountFields(line.text) == columns) return;
@@ -258,7 +265,7 @@ void crv_SurveyPost(utl_line_reader *lines, int label_line, int first_line,
     utl_line line = crv_ReadColumnHeader(lines, label_line, first_line, &pos.header);
     survey->header = pos.header;
     if (first_line < 1) line = utl_ReadLine(lines, line_limit);
-    read_rows(&pos, line, [&](utl_line row) { survey_row(&pos, row, survey); });
+    read_rows(&pos, line, [&](const utl_line &row) { survey_row(&pos, row, survey); });
     crv_SurveyInput(&survey->rows, pos.in);
     survey->rows.steps = pos.rows_done;
     survey->rows.unterminated = pos.end == utl_line_status::unterminated;

@@ -103,11 +103,12 @@ static void keep_value(frame_file *vdr, int k, double value) {
 }
 
 // Reads X and Y of a data point.
-static void read_point(crv_input *in, utl_line line, double (&point)[2]) {
+static void read_point(crv_input *in, const utl_line &line, double (&point)[2]) {
     if (crv_DBG == routine) trace_record(line);
-    if (line.status != utl_line_status::newline) line.text = utl_TrimEnd(line.text);
-    if (crv_DBG == routine) trace_record(line);
-    utl_line_fields fields = utl_SplitLine(line.text);
+    const bool is_complete = line.status == utl_line_status::newline;
+    const std::string_view text = is_complete ? line.text : utl_TrimEnd(line.text);
+    if (crv_DBG == routine) trace_record({text, line.status});
+    utl_line_fields fields = utl_SplitLine(text);
     if (utl_TakeNumbers(&fields, point) < 2) crv_WarnMissingNumbers(in);
 }
 

@@ -153,7 +153,7 @@ static double read_item(madymo_file *mad, utl_line_fields *fields, uint32_t item
     return number;
 }
 
-static void trace_value(const madymo_file *mad, utl_line line, uint32_t item, double value) {
+static void trace_value(const madymo_file *mad, const utl_line &line, uint32_t item, double value) {
     utl_EraseStatusLine();
     printf("    _88-i-val, *************************************\n");
     crv_TraceRecord(line, routine);
@@ -172,7 +172,7 @@ static void keep_value(const madymo_file *mad, crv_column *column, double value)
 
 // Reads the value of entry k from the line of its request, and stores it if the time is in the
 // window.
-static void read_value(madymo_file *mad, size_t k, utl_line line, utl_line_fields *fields) {
+static void read_value(madymo_file *mad, size_t k, const utl_line &line, utl_line_fields *fields) {
     const uint32_t item = mad->selection.table[k].item;
     const double value = read_item(mad, fields, item);
     if (crv_DBG == routine) trace_value(mad, line, item, value);

@@ -100,7 +100,8 @@ static bool make_columns(request_file *req) {
     return true;
 }
 
-static void trace_value(const request_file *req, utl_line line, uint32_t item, double value) {
+static void trace_value(const request_file *req, const utl_line &line, uint32_t item,
+                        double value) {
     crv_TraceRecord(line, routine);
     printf("    _83-i-val, item = %u, val1 = %f \n", item, value);
     printf("    _83-i-val, current_time = %f \n", req->time);
@@ -125,7 +126,7 @@ static bool keep_value(const request_file *req, crv_column *column, double value
 
 // Reads the value of entry k from the line of its request, and stores it if time and X value are in
 // range. Returns false if memory runs out.
-static bool read_value(request_file *req, size_t k, utl_line line, utl_line_fields *fields) {
+static bool read_value(request_file *req, size_t k, const utl_line &line, utl_line_fields *fields) {
     const uint32_t item = req->selection.table[k].item;
     bool complete = true;
     const double value = crv_ReadItem(fields, item, &complete);
