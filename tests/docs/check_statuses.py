@@ -126,7 +126,7 @@ def is_printed(message, printed):
 
 
 def fatal_messages(text):
-    text = re.sub(r"^## Messages of the viewers\n.*?(?=^## )", "", text, flags=re.S | re.M)
+    text = re.sub(r"^## Messages of the viewers[^\n]*\n.*?(?=^## )", "", text, flags=re.S | re.M)
     found = [
         message
         for message in re.findall(r"^\| `` (.*?) `` \|", text, re.M)

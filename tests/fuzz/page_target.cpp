@@ -143,7 +143,8 @@ static void check_texts(std::string_view page, const page_input &input, const cr
 }
 
 static void check_page(const std::string &page, const page_input &input, const crv_view &view) {
-    for (const unsigned char c : page) require(c >= ' ' || c == '\n', "no control characters");
+    for (const char c : page)
+        require(static_cast<unsigned char>(c) >= ' ' || c == '\n', "no control characters");
     require(utl_CleanText(element(page, "<title>", "</title>")) ==
                 element(page, "<title>", "</title>"),
             "the title is clean text");
