@@ -45,8 +45,9 @@ packages_of() {
         coverage) packages_of test && echo gcovr ;;
         bench)
             packages_of build
-            echo libbenchmark-dev python3 mawk gawk perl datamash miller gnuplot-nox
-            echo chromium npm # pages, compared with libraries
+            echo libbenchmark-dev python3 mawk gawk perl datamash gnuplot-nox time
+            echo chromium # pages, compared with libraries of npm
+            command -v npm >/dev/null || echo npm
             ;;
         ci)
             for tier in test fuzz package windows targets coverage; do packages_of "$tier"; done
