@@ -39,7 +39,7 @@ static void note_missing_entries(crv_info *info, int announced, int found, size_
     if (found < announced)
         note(info, "The header announces %d requests, the file ends after %d", announced, found);
     if (static_cast<size_t>(found) > listed)
-        note(info, "Only the first %zu requests are listed", listed);
+        note(info, "Only the first %llu requests are listed", count{listed});
 }
 
 static void note_identifiers(crv_info *info, const std::vector<crv_request_line> &requests) {
@@ -48,8 +48,8 @@ static void note_identifiers(crv_info *info, const std::vector<crv_request_line>
     std::sort(identifiers.begin(), identifiers.end());
     const auto unnamed = std::upper_bound(identifiers.begin(), identifiers.end(), 0U);
     if (unnamed != identifiers.begin())
-        note(info, "Requests with identifier 0 cannot be selected: %zu",
-             static_cast<size_t>(unnamed - identifiers.begin()));
+        note(info, "Requests with identifier 0 cannot be selected: %llu",
+             static_cast<count>(unnamed - identifiers.begin()));
     const auto twice = std::adjacent_find(unnamed, identifiers.end());
     if (twice != identifiers.end())
         note(info, "Request %u is listed more than once, crv uses the last", *twice);
@@ -99,7 +99,7 @@ static void note_column(crv_info *info) {
     const crv_column_survey &survey = info->column;
     const size_t labels = crv_LabelsOf(*info).size();
     if (info->file.label_line > 0 && labels != static_cast<size_t>(survey.header.num_columns))
-        note(info, "The label line has %zu labels for %d columns", labels,
+        note(info, "The label line has %llu labels for %d columns", count{labels},
              survey.header.num_columns);
     if (survey.rows.steps == 0) note(info, "The file has no complete row");
     if (survey.uneven_rows != 0)
