@@ -378,8 +378,7 @@ def job_g(bench):
 
 def job_h(bench):
     big = bench.file("big.mad", "mad", 20, 13, 50000)
-    text = ("time and five values of one request of a Madymo file with all statistics, "
-            "20 x 13 values x 50,000 steps")
+    text = "time, five values of a Madymo request, all statistics, 20 x 13 values x 50,000 steps"
     bench.job("h", text, big.stat().st_size,
               {"crv": [bench.crv, "-all", "-r", "0,7:1,7:3,7:5,7:8,7:13", "-fms", big.name],
                "wc -l": ["wc", "-l", big.name]},
@@ -449,7 +448,7 @@ def main():
         mark = "<!-- The rest is written by run.py --write. -->\n"
         head = readme.read_text().split(mark)[0]
         when = time.strftime("%Y-%m-%d", time.gmtime())
-        measured = (f"\nMeasured on {when}: {machine()}, on which `wc -l` counts at "
+        measured = (f"\nMeasured on {when}: {machine()},\non which `wc -l` counts at "
                     f"{bench.wc_rate:.1f} GB/s. Medians of {RUNS} runs.\n")
         readme.write_text(head + mark + measured + "\n".join(bench.rows) + "\n")
 
