@@ -19,10 +19,13 @@ run_clang_tidy() {
 
 # The compiler's own analyzer. It does not follow a string_view through a record that a routine
 # returns, and takes it for a value that was never set; valgrind and the sanitizers look for those.
+# Without exceptions it takes the memory by which a vector grows for null, where the program ends;
+# clang-tidy looks for null pointers.
 run_analyzer() {
     find_sources ! -name '*_win32.cpp' ! -name '*_vms.cpp' |
         xargs -P "$jobs" -I '{}' g++ -std=c++20 -Isrc -O1 -fno-exceptions -fanalyzer -Werror \
-            -Wno-analyzer-use-of-uninitialized-value -DCRV_BUILD_DATE='""' -DCRV_BUILD_TIME='""' \
+            -Wno-analyzer-use-of-uninitialized-value -Wno-analyzer-null-dereference \
+            -Wno-analyzer-possible-null-dereference -DCRV_BUILD_DATE='""' -DCRV_BUILD_TIME='""' \
             -DCRV_VERSION='""' -c -o /dev/null '{}'
 }
 

@@ -44,6 +44,7 @@ static void note_missing_entries(crv_info *info, int announced, int found, size_
 
 static void note_identifiers(crv_info *info, const std::vector<crv_request_line> &requests) {
     std::vector<uint32_t> identifiers;
+    identifiers.reserve(requests.size());
     for (const crv_request_line &request : requests) identifiers.push_back(request.identifier);
     std::sort(identifiers.begin(), identifiers.end());
     const auto unnamed = std::upper_bound(identifiers.begin(), identifiers.end(), 0U);

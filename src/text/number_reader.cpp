@@ -111,7 +111,7 @@ static bool read_mantissa(const char *at, unsigned length, unsigned points, deci
         const uint64_t whole = convert_digits(load_8_chars(at), whole_count, &fault);
         const uint64_t part =
             convert_digits(load_8_chars(at + whole_count + 1), part_count, &fault);
-        if (whole > 9'000'000) return false; // with eight digits more it stays below 2^53
+        if (whole > 90'000'000) return false; // with eight digits more it stays below 2^53
         number->digits = whole * tens[part_count] + part;
     }
     number->exponent = -static_cast<int>(part_count);

@@ -53,7 +53,8 @@ static int decimal_exponent(double magnitude) {
 static uint64_t scale(double magnitude, int exponent, int digits) {
     const double power = utl_power_of_ten(digits - 1 - exponent);
     // Scaling and the value itself are off by at most 0.12 each, so that this is the right number.
-    const auto scaled = static_cast<int64_t>(magnitude * power + 0.5);
+    const double product = magnitude * power + 0.5;
+    const auto scaled = static_cast<int64_t>(product);
     // Both operands are exact, so the quotient is what reading the decimal gives.
     return static_cast<double>(scaled) / power == magnitude ? static_cast<uint64_t>(scaled) : 0;
 }
