@@ -137,22 +137,25 @@ static bool check_file(scan *state, const crv_viewer_argument &argument) {
     return true;
 }
 
-// -yl, -yla and -ylN have one digit. crv ignores what follows it, which would label another series.
-static bool check_y_label(const scan &state, const char *spelling) {
-    return strlen(spelling) <= 4 || report_unknown(state, spelling);
-}
-
 static bool check_option(scan *state, const crv_viewer_argument &argument) {
     if (is_file_option(argument.option)) return check_file(state, argument);
     switch (argument.option) {
     case crv_option::selection: return check_selection(state, argument.value);
-    case crv_option::y_label: return check_y_label(*state, argument.spelling);
     case crv_option::chart:
         if (argument.value) state->arguments->output_path = argument.value;
         return true;
     case crv_option::help: state->arguments->text = crv_viewer_text::help; return true;
     default: return true;
     }
+}
+
+// True if the option is written as in the table. crv ignores what follows a spelling, and with it
+// the difference between a misspelled option and another one.
+static bool is_whole(const crv_option_form &form, std::string_view name) {
+    const std::string_view rest = name.substr(form.spelling.size());
+    if (form.rest != crv_option_rest::number) return rest.empty();
+    if (form.option == crv_option::y_label && rest.size() > 1) return false; // N is one digit
+    return !rest.empty() && rest.find_first_not_of("0123456789") == rest.npos;
 }
 
 // Reads the option at `index` and goes on to its value.
@@ -166,7 +169,8 @@ static bool read_option(scan *state, int *index) {
     }
     if (name.empty() || name[0] != '-' || name == "-") return report_stray(*state, spelling);
     const crv_option_form *form = crv_FindOption(name);
-    if (!form || form->option == crv_option::unknown_file) return report_unknown(*state, spelling);
+    if (!form || form->option == crv_option::unknown_file || !is_whole(*form, name))
+        return report_unknown(*state, spelling);
     if (!crv_FindViewerOption(form->option)) return report_foreign(*state, spelling);
     crv_viewer_argument argument = {form->option, spelling, nullptr};
     if (!read_value(*state, *form, index, &argument)) return false;

@@ -301,6 +301,23 @@ struct mistake {
     std::string message; // without the tag
 };
 
+// crv ignores what follows most spellings.
+TEST_F(viewer, OptionsWithOtherEndsAreUnknown) {
+    for (const char *option :
+         {"-rx",   "-ylx",  "-ylab", "-yl12",   "-fpx",   "-fp2x",       "-fp-1",
+          "-fgx",  "-frx",  "-fmx",  "-xlabel", "-pdf",   "-p3",         "-p11",
+          "-tmx",  "-t11",  "-t22",  "-x1",     "-y1",    "-monochrome", "-header",
+          "-abs1", "-all1", "-d8",   "-v8",     "-ifile", "-n3",         "-sx"}) {
+        EXPECT_FALSE(parse({option, "0,1"}, page)) << option;
+        EXPECT_EQ(err, std::string("%crv_06-f-opt, Unknown option \"") + option +
+                           "\", see crv-test --help\n");
+    }
+    ASSERT_TRUE(parse({"-r", "1,2", "-fp3", "a", "-fp12", "b", "-fp0", "c", "-yl2", "L", "-yla",
+                       "M", "-t1", "T", "-t2", "S", "-p1", "p"},
+                      page))
+        << err;
+}
+
 TEST_F(viewer, MistakesAreNamed) {
     const std::string too_many = "0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,"
                                  "25,26,27,28,29,30,31";
