@@ -25,6 +25,7 @@ static constexpr crv_viewer viewer = {
     .default_path = nullptr,
     .output_needs_name = false,
     .min_series = 2,
+    .draws_pairs = true,
     .write = write_picture,
 };
 

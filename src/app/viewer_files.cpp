@@ -14,6 +14,7 @@
 #include "text/number_reader.h"
 #include "text/utf8.h"
 
+#include <algorithm>
 #include <climits>
 
 namespace {
@@ -157,4 +158,20 @@ bool crv_ReadView(const crv_viewer_arguments &arguments, crv_view *view) {
         if (!carry_out(argument, &to)) return false;
     set_texts(&to);
     return true;
+}
+
+void crv_ReportPointsWithoutX(const crv_view &view) {
+    for (const crv_view_file &file : view.files) {
+        if (file.has_own_x) continue;
+        const auto x_points = static_cast<unsigned long long>(file.x->num_values);
+        unsigned long long points = 0;
+        for (const crv_column *column : file.columns)
+            points = std::max<unsigned long long>(points, column->num_values);
+        if (points <= x_points) continue;
+        fprintf(utl_ErrorStream(),
+                "%%crv_06-w-len, \"%s\" has %llu points, but the X of \"%s\" only %llu:"
+                " those after it are not drawn\n",
+                utl_CleanText(file.path).c_str(), points, utl_CleanText(view.files[0].path).c_str(),
+                x_points);
+    }
 }

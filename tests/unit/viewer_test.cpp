@@ -17,6 +17,7 @@ constexpr crv_viewer printer = {.name = "crv-test",
                                 .default_path = nullptr,
                                 .output_needs_name = true,
                                 .min_series = 2,
+                                .draws_pairs = true,
                                 .write = nullptr};
 constexpr crv_viewer page = {.name = "crv-test",
                              .purpose = "",
@@ -25,6 +26,7 @@ constexpr crv_viewer page = {.name = "crv-test",
                              .default_path = "crv.html",
                              .output_needs_name = false,
                              .min_series = 2,
+                             .draws_pairs = true,
                              .write = nullptr};
 
 // Three steps of two requests.
@@ -104,6 +106,18 @@ TEST_F(viewer, LaterFileWithoutTimeUsesTheFirstX) {
     EXPECT_EQ(view.curves[1].x, view.files[0].x);
     EXPECT_EQ(values_of(view.curves[1].y), (numbers{11, 14}));
     EXPECT_EQ(values_of(view.curves[2].y), (numbers{13, 16}));
+}
+
+TEST_F(viewer, PointsWithoutXAreReported) {
+    const auto report = [&] { return stderr_of([&] { crv_ReportPointsWithoutX(view); }); };
+    ASSERT_TRUE(read({"-r", "0,38:2", "-f", second.path(), "-r", "38:1,38:3", "-f", first.path()}));
+    EXPECT_EQ(report(), std::string("%crv_06-w-len, \"") + first.path() +
+                            "\" has 3 points, but the X of \"" + second.path() +
+                            "\" only 2: those after it are not drawn\n");
+    ASSERT_TRUE(read({"-r", "0,38:2", "-f", first.path(), "-r", "38:1", "-f", second.path()}));
+    EXPECT_EQ(report(), "");
+    ASSERT_TRUE(read({"-r", "0,38:2", "-f", second.path(), "-f", first.path()}));
+    EXPECT_EQ(report(), "");
 }
 
 TEST_F(viewer, OwnTimeTakesNoLabelNumber) {
