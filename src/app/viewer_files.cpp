@@ -25,7 +25,7 @@ struct filling {
     const char *selection;
     std::vector<crv_column *> series;    // in the order of their numbers; 0 is X of the first file
     std::vector<crv_column *> own_times; // of later files
-    std::string file_title;              // of the first column, or the name of a column file
+    std::string file_title;              // of the first file; of a column file, its name
 };
 
 } // namespace
@@ -89,6 +89,7 @@ static bool read_file(const crv_viewer_argument &file, filling *to) {
     const int count = read_columns(file, to->selection);
     if (count < 1 || !has_points(file, count)) return false;
     add_file(file, count, to);
+    if (to->view->files.size() > 1) return true;
     to->file_title = file.option == crv_option::column_file
                          ? std::string("filename = ") + file.value
                          : std::string(trim(to->series[0]->coltitle));

@@ -273,6 +273,18 @@ TEST_F(viewer, TitleIsThatOfTheFirstFile) {
     EXPECT_EQ(view.subtitle, "below");
 }
 
+TEST_F(viewer, TitleIsThatOfTheFirstFileInEachFormat) {
+    const text_file table("a b\n5 6\n7 8\n", ".pos");
+    const text_file other("a b\n5 6\n7 8\n", ".pos");
+    const std::string title = std::string("filename = ") + table.path();
+    ASSERT_TRUE(read({"-r", "0,38:2", "-f", first.path(), "-r", "0,2", "-fp", table.path()}));
+    EXPECT_EQ(view.title, "First run");
+    ASSERT_TRUE(read({"-r", "0,2", "-fp", table.path(), "-r", "0,38:2", "-f", first.path()}));
+    EXPECT_EQ(view.title, title);
+    ASSERT_TRUE(read({"-t", "Mine", "-r", "0,2", "-fp", table.path(), "-fp", other.path()}));
+    EXPECT_EQ(view.subtitle, title);
+}
+
 TEST_F(viewer, TitleOfAColumnFileIsItsName) {
     const text_file table("a b\n5 6\n7 8\n", ".pos");
     ASSERT_TRUE(read({"-r", "0,2", "-fp", table.path()}));
