@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 
 namespace {
 
@@ -111,11 +112,13 @@ static void set_label(const crv_viewer_argument &argument, const filling &to) {
     }
 }
 
-// The warning says that the default is used: that is all points.
+// The warning says that the default is used: that is all points. A bound that is no number, which
+// would exclude all points, is treated as low above high.
 static void set_time_window(const char *value) {
     crv_SetTimeWindow(value);
-    if (!(crv_settings.time_window[0] <= crv_settings.time_window[1]))
-        crv_settings.time_window_given = false;
+    const double(&window)[2] = crv_settings.time_window;
+    if (std::isnan(window[0]) || std::isnan(window[1])) crv_ReportImproperTimeWindow();
+    if (!(window[0] <= window[1])) crv_settings.time_window_given = false;
 }
 
 static bool carry_out(const crv_viewer_argument &argument, filling *to) {

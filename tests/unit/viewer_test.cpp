@@ -178,6 +178,15 @@ TEST_F(viewer, ImproperTimeWindowIsNone) {
     EXPECT_THAT(out, testing::HasSubstr("%crv_05-w-tra, Default t range will be used"));
 }
 
+TEST_F(viewer, TimeWindowThatIsNoNumberIsNone) {
+    for (const char *window : {"1:nan", "nan:1", "nan:nan"}) {
+        ASSERT_TRUE(read({"-tm", window, "-r", "0,38:2", "-f", first.path()}));
+        EXPECT_EQ(values_of(view.files[0].x).size(), 3U);
+        EXPECT_THAT(out, testing::HasSubstr("%crv_05-e-tra, Improper t range specified \n"
+                                            "%crv_05-w-tra, Default t range will be used \n"));
+    }
+}
+
 TEST_F(viewer, EmptyWindowIsReported) {
     const text_file table("a b\n5 6\n7 8\n", ".pos");
     EXPECT_FALSE(read({"-tm", "100:200", "-r", "0,2", "-fp", table.path()}));
