@@ -3,6 +3,7 @@
 #include "app/viewer_run.h"
 #include "readers/selection.h"
 #include "system/console.h"
+#include "text/fields.h"
 #include "text/utf8.h"
 
 #include <cstring>
@@ -96,6 +97,27 @@ static bool read_value(const scan &state, const crv_option_form &form, int *inde
     return report_missing(*argument, name_of_value(form.option));
 }
 
+static bool is_number(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+}
+
+// True if all pairs are numbers, N or N:N. crv reads other text as 0, which is time.
+static bool check_pairs(const char *selection) {
+    std::string_view rest = selection;
+    std::string_view pair;
+    while (utl_NextField(&rest, &pair)) {
+        const size_t colon = pair.find(':');
+        const bool has_item = colon != pair.npos;
+        if (is_number(pair.substr(0, colon)) && (!has_item || is_number(pair.substr(colon + 1))))
+            continue;
+        fprintf(utl_ErrorStream(),
+                "%%crv_06-f-sel, \"%s\" in the selection \"%s\" is no series, such as 38:3\n",
+                utl_CleanText(pair).c_str(), utl_CleanText(selection).c_str());
+        return false;
+    }
+    return true;
+}
+
 static bool check_selection(scan *state, const char *selection) {
     if (strchr(selection, '=')) {
         fprintf(utl_ErrorStream(),
@@ -109,6 +131,7 @@ static bool check_selection(scan *state, const char *selection) {
                 utl_CleanText(selection).c_str());
         return false;
     }
+    if (!check_pairs(selection)) return false;
     state->selection = selection;
     return true;
 }
@@ -155,7 +178,7 @@ static bool is_whole(const crv_option_form &form, std::string_view name) {
     const std::string_view rest = name.substr(form.spelling.size());
     if (form.rest != crv_option_rest::number) return rest.empty();
     if (form.option == crv_option::y_label && rest.size() > 1) return false; // N is one digit
-    return !rest.empty() && rest.find_first_not_of("0123456789") == rest.npos;
+    return is_number(rest);
 }
 
 // Reads the option at `index` and goes on to its value.
