@@ -71,7 +71,8 @@ std::string crv_InfoPairs(const crv_info &info);
 // Returns a JSON object for a file that cannot be read.
 std::string crv_InfoErrorJson(const crv_info_file &file, const std::string &error);
 
-// Routine 08. Does one run and returns its exit status: 0 done, 1 a file that cannot be read or
-// lost output (also if standard output is closed), 2 a mistake on the command line. The contents of the files go to standard output in
-// the order of the arguments, messages to standard error. Never prompts or runs a command.
+// Routine 08. Sets up the standard streams, does one run and returns its exit status: 0 done, 1 a
+// file that cannot be read or lost output (also if standard output is closed), 2 a mistake on the
+// command line. The contents of the files go to standard output in the order of the arguments,
+// messages to standard error. Never prompts or runs a command.
 int crv_RunInfo(int argc, char **argv);

@@ -111,7 +111,7 @@ static bool check_pairs(const char *selection) {
         if (is_number(pair.substr(0, colon)) && (!has_item || is_number(pair.substr(colon + 1))))
             continue;
         fprintf(utl_ErrorStream(),
-                "%%crv_06-f-sel, \"%s\" in the selection \"%s\" is no series, such as 38:3\n",
+                "%%crv_06-f-sel, \"%s\" in the selection \"%s\" is not a series, such as 38:3\n",
                 utl_CleanText(pair).c_str(), utl_CleanText(selection).c_str());
         return false;
     }

@@ -112,8 +112,8 @@ static void set_label(const crv_viewer_argument &argument, const filling &to) {
     }
 }
 
-// The warning says that the default is used: that is all points. A bound that is no number, which
-// would exclude all points, is treated as low above high.
+// The warning says that the default is used: that is all points. A bound that is not a number,
+// which would exclude all points, is treated as low above high.
 static void set_time_window(const char *value) {
     crv_SetTimeWindow(value);
     const double(&window)[2] = crv_settings.time_window;
