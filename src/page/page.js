@@ -41,7 +41,7 @@ const curves = given.curves.map(([xIndex, yIndex, file, series, label]) => {
   const column = columns[xIndex], { values } = columns[yIndex];
   const x = column.values.subarray(0, values.length), rows = x.length, y = values.subarray(0, rows);
   return { label, column, x, y, rows, ascending: column.ascending, blocks: summarize(x, y),
-    shown: true, hue: `hue${series % 7}`, pattern: patterns[file % patterns.length] };
+    shown: true, hue: `hue${series % 31}`, pattern: patterns[file] || [4 * file, file - 1] };
 });
 
 // Returns the first row whose X is at least `value`, or with `after` the first above it.

@@ -337,6 +337,50 @@ def test_runs_of_different_steps_are_overlaid(box):
                     [[0, 1, 0], [0, 2, 0], [3, 4, 1], [3, 5, 1]])
 
 
+def assert_hues_differ(box, count, least):
+    """The first hues in the legend are far apart, stand out from the paper and are in the chart."""
+    drawn = box.js("""(() => {
+        const g = new OffscreenCanvas(1, 1).getContext("2d");
+        const bytes = color => { g.fillStyle = color; g.fillRect(0, 0, 1, 1);
+            return Array.from(g.getImageData(0, 0, 1, 1).data.slice(0, 3)); };
+        return [getComputedStyle(document.body).backgroundColor, ...Array.from(
+            document.querySelectorAll("#legend line"), line => getComputedStyle(line).stroke)]
+            .map(bytes);
+    })()""")
+    paper, *hues = [tuple(color) for color in drawn[:count + 1]]
+    box.assertEqual(len(hues), count)
+    for k, hue in enumerate(hues):
+        box.assertGreater(math.dist(hue, paper), 120, f"series {k + 1}")
+        box.assertGreater(box.ink(hue, tolerance=4), 300, f"series {k + 1}")
+        for other in hues[:k]:
+            box.assertGreater(math.dist(hue, other), least, f"series {k + 1}")
+
+
+def test_series_have_hues_of_their_own(box):
+    for count, least in ((12, 40), (30, 12)):
+        rows = [(k, *(10 * n + k % 2 for n in range(count))) for k in range(20)]
+        names = [f"c{n}" for n in range(count + 1)]
+        box.write("many.pos", columns_of([names, *rows]))
+        box.show("-r", ",".join(str(n + 1) for n in range(count + 1)), "-fp", "many.pos")
+        box.press("m")
+        for dark in (False, True):
+            box.browser.set_dark(dark)
+            box.browser.draw_frame()
+            assert_hues_differ(box, count, least)
+        box.browser.set_dark(False)
+
+
+def test_files_have_patterns_of_their_own(box):
+    names = [f"run{k}.req" for k in range(9)]
+    for name in names:
+        box.copy_example("run1.req", name)
+    box.show("-r", "0,38:3", *(word for name in names for word in ("-f", name)))
+    dashes = box.js("Array.from(document.querySelectorAll('#legend line'), line => "
+                    "line.getAttribute('stroke-dasharray'))")
+    box.assertEqual(len(dashes), 9)
+    box.assertEqual(len(set(dashes)), 9)
+
+
 def test_run_without_time_is_drawn_over_the_first(box):
     box.copy_example("run1.req", "run2.req")
     box.show("-r", "0,38:3", "-f", "run1.req", "-r", "38:3", "-f", "run2.req")
