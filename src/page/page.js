@@ -495,6 +495,6 @@ element("subtitle").textContent = given.subtitle === document.title ? "" : given
 const ends = curves.map(({ x, ascending }) => ascending && x.length ? [x[0], x[x.length - 1]]
   : range(x, summarize(x, x), 0, x.length));
 whole = widen(Math.min(...ends.map(pair => pair[0])), Math.max(...ends.map(pair => pair[1])), 0);
-const [low, high] = given.x_range || whole;
-view = { low, high, fixed: new Map(given.y_range ? [[-1, given.y_range]] : []) };
+const [low, high] = given.x_range || whole, { y_range } = given;
+view = { low, high, fixed: new Map(y_range && [-1, ...curves.keys()].map(key => [key, y_range])) };
 new ResizeObserver(resize).observe(plot); // also draws for the first time

@@ -595,6 +595,19 @@ def test_ranges_of_the_command_line_set_the_view(box):
     box.assertEqual(box.x_range(), [0, 3])
 
 
+def test_y_range_of_the_command_line_holds_for_each_panel(box):
+    box.show("-r", "0,38:3,52:3", "-f", "run1.req", "-y", "-50:100")
+    box.press("p")
+    box.assertEqual([box.y_range(0), box.y_range(1)], [[-50, 100], [-50, 100]])
+    box.press("p")
+    box.assertEqual(box.y_range(), [-50, 100])
+    box.press("p", "Home")
+    for k in (0, 1):
+        low, _, high, _ = extremes(RUN, k + 1)
+        box.assertTrue(box.y_range(k)[0] < low < high < box.y_range(k)[1])
+        box.assertLess(box.y_range(k)[1] - box.y_range(k)[0], 1.7 * (high - low))
+
+
 def test_touch_moves_zooms_and_reads(box):
     box.show_run()
     box.press("+")
