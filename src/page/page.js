@@ -2,7 +2,7 @@
 const element = id => document.getElementById(id);
 const plot = element("plot"), given = JSON.parse(element("view").textContent);
 const chart = element("chart").getContext("2d"), pointer = element("pointer").getContext("2d");
-const { isFinite } = Number;
+const { isFinite } = Number, title = given.title || given.subtitle || document.title;
 
 // ----- Data: columns and curves
 // Returns the values of a column: doubles of 8 bytes, low byte first, in blocks of base64.
@@ -271,7 +271,7 @@ function picture(width, height, dots, hasHead) {
   const canvas = document.createElement("canvas"), g = canvas.getContext("2d"), { left } = margin;
   [canvas.width, canvas.height] = [width * dots, (top + height) * dots];
   paint(g, width, top, height, dots);
-  if (hasHead) drawText(g, document.title, left, 22, "left", "bottom", "ink");
+  if (hasHead) drawText(g, title, left, 22, "left", "bottom", "ink");
   legend.forEach(({ label, hue, pattern }, k) => {
     drawLine(g, left, 40 + 20 * k, left + 28, 40 + 20 * k, hue, 2, pattern);
     drawText(g, label, left + 36, 40 + 20 * k, "left", "middle", "ink");
@@ -490,8 +490,8 @@ addEventListener("beforeprint", () => {
 addEventListener("afterprint", () => document.documentElement.classList.remove("on-paper"));
 matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () => draw());
 
-element("title").textContent = document.title;
-element("subtitle").textContent = given.subtitle === document.title ? "" : given.subtitle;
+element("title").textContent = title; // the title of a document has no runs of blanks
+element("subtitle").textContent = given.subtitle === title ? "" : given.subtitle;
 const ends = curves.map(({ x, ascending }) => ascending && x.length ? [x[0], x[x.length - 1]]
   : range(x, summarize(x, x), 0, x.length));
 whole = widen(Math.min(...ends.map(pair => pair[0])), Math.max(...ends.map(pair => pair[1])), 0);

@@ -169,6 +169,13 @@ def test_page_shows_all_series(box):
         box.assertGreater(box.ink_at(HUES[2], time, values[2]), 0)
 
 
+def test_titles_keep_their_blanks(box):
+    box.show("-t", "Car   7", "-t2", "bump  at 5 m/s", "-r", "0,38:3", "-f", "run1.req")
+    shown = box.js("['title', 'subtitle'].map(id => document.getElementById(id).innerText)")
+    box.assertEqual(shown, ["Car   7", "bump  at 5 m/s"])
+    box.assertEqual(box.js("document.title"), "Car 7")
+
+
 def test_drag_zooms_and_double_click_shows_all(box):
     box.show_run()
     box.drag((0.5, None), (1.0, None))
