@@ -321,11 +321,16 @@ def test_list_names_all_keys(box):
     box.assertGreater(len(keys), 15)
 
 
-def test_runs_of_different_steps_are_overlaid(box):
+def show_two_runs(box):
+    """The second run has every third of the first 200 steps."""
     lines = box.read("run1.req").decode().splitlines(keepends=True)
     steps = [lines[at:at + 8] for at in range(16, len(lines), 8)]
     box.write("run2.req", "".join(lines[:16] + sum(steps[:200:3], [])))
     box.show("-r", "0,38:3,61:3", "-f", "run1.req", "-f", "run2.req")
+
+
+def test_runs_of_different_steps_are_overlaid(box):
+    show_two_runs(box)
     box.assertEqual(box.text("#legend b"),
                     ["Displ 38, Z (run1.req)", "Force 61, Z (run1.req)",
                      "Displ 38, Z (run2.req)", "Force 61, Z (run2.req)"])
@@ -469,6 +474,25 @@ def test_csv_of_two_runs_is_side_by_side(box):
     rows = list(csv.reader(io.StringIO(box.saved(".csv").decode(), newline="")))
     box.assertEqual(rows[0][1], 'say "x", y')
     box.assertEqual([row[1] for row in rows[1:]], ["1.5", "nan", "-inf"])
+
+
+def test_csv_of_two_runs_after_a_zoom(box):
+    box.path("saved").mkdir()
+    box.browser.download_to(box.path("saved"))
+    show_two_runs(box)
+    box.drag((0.5, None), (1.0, None))
+    low, high = box.x_range()
+    box.press("c")
+    header, *rows = csv.reader(io.StringIO(box.saved(".csv").decode(), newline=""))
+    box.assertEqual(header, ["Time (sec)", "Displ 38, Z (run1.req)", "Force 61, Z (run1.req)",
+                             "Time (sec)_2", "Displ 38, Z (run2.req)", "Force 61, Z (run2.req)"])
+    first, second = ([[row[0], row[1], row[3]] for row in run if low <= row[0] <= high]
+                     for run in (RUN, RUN[:200:3]))
+    box.assertTrue(0 < len(second) < len(first) < len(RUN))
+    box.assertEqual([[float(cell) for cell in row[:3]] for row in rows], first)
+    box.assertEqual([[float(cell) for cell in row[3:]] for row in rows[:len(second)]], second)
+    box.assertEqual([row[3:] for row in rows[len(second):]],
+                    [["", "", ""]] * (len(first) - len(second)))
 
 
 def test_png_is_what_is_shown(box):
