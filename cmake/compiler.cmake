@@ -15,8 +15,9 @@ if(CRV_I386)
   target_compile_options(crv_compiler INTERFACE -msse2 -mfpmath=sse)
 endif()
 
-if(CMAKE_SIZEOF_VOID_P EQUAL 4)
-  # Without it 32-bit programs cannot open files of 2 GiB and more.
+if(WIN32 OR CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # Without it 32-bit programs cannot open files of 2 GiB and more, and programs for Windows get
+  # sizes of 32 bits.
   target_compile_definitions(crv_compiler INTERFACE _FILE_OFFSET_BITS=64)
 endif()
 

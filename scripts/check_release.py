@@ -13,8 +13,10 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 FORM = re.compile(r"\d+\.\d+\.\d+")
+UNRELEASED = "[Unreleased]"
 # The parts of a section, https://keepachangelog.com/en/1.1.0/
 PARTS = ("Added", "Changed", "Deprecated", "Removed", "Fixed", "Security")
+RELEASED = re.compile(r"\[(\d+\.\d+\.\d+)\] - (\d{4}-\d\d-\d\d)")
 NAMED = re.compile(r"\bcrv[-_](\d+\.\d+\.\d+)")
 
 
@@ -25,9 +27,9 @@ def sections_of(text):
 
 
 def faults_in_title(title):
-    found = re.fullmatch(r"\[?(\d+\.\d+\.\d+)\]? - (\d{4}-\d\d-\d\d)", title)
+    found = RELEASED.fullmatch(title)
     if not found:
-        yield f"CHANGELOG.md: \"{title}\" is neither Unreleased nor \"[VERSION] - YYYY-MM-DD\""
+        yield f"CHANGELOG.md: \"{title}\" is neither [Unreleased] nor \"[VERSION] - YYYY-MM-DD\""
         return
     try:
         datetime.date.fromisoformat(found[2])
@@ -37,7 +39,7 @@ def faults_in_title(title):
 
 def faults_in_changelog(version, final):
     sections = sections_of((ROOT / "CHANGELOG.md").read_text())
-    released = [section for section in sections if "Unreleased" not in section[0]]
+    released = [section for section in sections if section[0] != UNRELEASED]
     for title, lines in released:
         yield from faults_in_title(title)
     for title, lines in sections:
@@ -46,10 +48,11 @@ def faults_in_changelog(version, final):
                 yield f"CHANGELOG.md: {title}: the part {line[4:]} is none of {', '.join(PARTS)}"
     if not final:
         return
-    if not released or version not in released[0][0]:
+    top = RELEASED.fullmatch(released[0][0]) if released else None
+    if not top or top[1] != version:
         yield f"CHANGELOG.md: the first section after Unreleased is not that of {version}"
     for title, lines in sections:
-        if "Unreleased" in title and any(line.startswith("- ") for line in lines):
+        if title == UNRELEASED and any(line.startswith("- ") for line in lines):
             yield f"CHANGELOG.md: entries are left under Unreleased; move them to {version}"
 
 

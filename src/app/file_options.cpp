@@ -2,6 +2,7 @@
 // and writes the tables.
 #include "app/file_options.h"
 
+#include "app/texts.h"
 #include "readers/column_file.h"
 #include "readers/frame_file.h"
 #include "readers/madymo_file.h"
@@ -130,7 +131,7 @@ static void load_request_file(crv_driver *driver) {
         utl_Fail(status_refused);
     }
     switch (crv_ReportValue(driver->value.c_str(), crv_DBG)) {
-    case crv_value_report::printed: utl_Finish(status_reported);
+    case crv_value_report::printed: crv_FinishPrinted(status_reported);
     case crv_value_report::not_reached: utl_FinishUnreached(status_reported);
     case crv_value_report::unknown_word: break;
     }

@@ -5,8 +5,6 @@
 #include "records/settings.h"
 #include "util/shell_word.h"
 
-#include <cmath>
-
 static constexpr size_t shortest_path = 3; // crv does not read files with shorter names
 
 // Returns the name by which crv reads the file.
@@ -56,18 +54,16 @@ static bool is_rejected(const crv_info &info) {
     }
 }
 
-// Returns the option for a time window that contains all points, with a blank; an empty text if the
-// default window does.
+// Returns the option for a time window that contains all points with a finite time, with a blank;
+// an empty text if the default window does, or if no time is finite.
 static std::string window_of(const crv_info &info) {
     const crv_survey *survey = crv_StepsOf(info);
     if (!survey || survey->dropped == 0) return "";
     if (info.file.format == crv_format::column)
         return "-tm 1:" + std::to_string(survey->steps) + " ";
-    if (!std::isfinite(survey->first_time) || !std::isfinite(survey->last_time) ||
-        survey->back_step != 0)
-        return "";
-    return "-tm " + crv_NumberText(survey->first_time) + ":" + crv_NumberText(survey->last_time) +
-           " ";
+    if (survey->lowest_time > survey->highest_time) return "";
+    return "-tm " + crv_NumberText(survey->lowest_time) + ":" +
+           crv_NumberText(survey->highest_time) + " ";
 }
 
 bool crv_CountWraps(const crv_info &info) {

@@ -76,7 +76,7 @@ static bool is_text_request(int request) {
     case crv_request_examples: crv_PrintExamples(); break;
     default: crv_PrintBugs(); break;
     }
-    utl_Finish(status_text_printed);
+    crv_FinishPrinted(status_text_printed);
 }
 
 static void check_data(const crv_driver *driver) {

@@ -3,6 +3,7 @@
 
 #include "records/column.h"
 #include "records/settings.h"
+#include "system/console.h"
 #include "util/identity.h"
 
 #include <cstdio>
@@ -183,4 +184,11 @@ void crv_PrintStatus(const char *program, const utl_build_info &identity) {
     printf(" ! CRV_MAXCOLS : %d\n", CRV_MAXCOLS);
     printf(" !*****************************************************************************\n");
     printf("\n");
+}
+
+void crv_FinishPrinted(int status) {
+    if (utl_IsOutputClosed() && utl_NoteFailure())
+        fprintf(utl_ErrorStream(),
+                "%%crv_05-e-out, Standard output is closed, the text or value is lost\n");
+    utl_Finish(status);
 }

@@ -16,6 +16,7 @@
 #include "text/fixed_text.h"
 #include "text/line_reader.h"
 
+#include <cmath>
 #include <cstdio>
 #include <iterator>
 
@@ -237,10 +238,12 @@ int crv_ReadVDR(const char *path, int first_slot) {
 }
 
 static void survey_point(crv_frame_survey *survey, const double (&point)[2]) {
+    const bool is_first = survey->num_found == 0;
     for (int k = 0; k < 2; ++k) {
+        // Of a number and one that is not a number, fmin and fmax return the number.
         double(&extremes)[2] = survey->extremes[k];
-        if (survey->num_found == 0 || point[k] < extremes[0]) extremes[0] = point[k];
-        if (survey->num_found == 0 || point[k] > extremes[1]) extremes[1] = point[k];
+        extremes[0] = is_first ? point[k] : std::fmin(extremes[0], point[k]);
+        extremes[1] = is_first ? point[k] : std::fmax(extremes[1], point[k]);
     }
     ++survey->num_found;
 }

@@ -39,7 +39,8 @@ struct crv_frame_survey {
     uint64_t num_blocks = 0;    // data blocks
     bool ends_early = false;    // the file ends within a data block
     bool too_few = false;       // a block with too few points ended the pass
-    double extremes[2][2] = {}; // lowest and highest X, lowest and highest Y
+    double extremes[2][2] = {}; // lowest and highest X, lowest and highest Y; not a number only if
+                                // no value is one
     uint64_t missing_line = 0;  // the first data line with less than two numbers, 0 without one
 };
 

@@ -27,6 +27,11 @@ void utl_UseConventionalStatuses();
 // statuses are conventional: the failure then decides the status, and the caller gives the reason.
 bool utl_NoteFailure();
 
+// Notes that standard output was closed at the start of the run, and tells whether it was. What is
+// printed then goes to the null device, without an error.
+void utl_NoteClosedOutput();
+bool utl_IsOutputClosed();
+
 // Writes what standard output still holds. Returns false if that or an earlier write has failed.
 bool utl_FlushOutput();
 

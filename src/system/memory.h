@@ -11,5 +11,6 @@ constexpr size_t crv_large_page = 2 * 1024 * 1024;
 
 // Advises the system that `size` bytes will be used from the first large page in `block` on, so
 // that it can map large pages. Returns the begin of that page; the block must have crv_large_page
-// bytes more.
+// bytes more. On Windows, where large pages need a privilege, it does nothing and returns `block`,
+// which need not begin a large page.
 void *crv_AdviseLargePages(void *block, size_t size);

@@ -19,8 +19,13 @@ struct utl_output_file {
 // Opens the output `path` for bytes without any conversion. At most one output may be open. What a
 // symbolic link leads to is written, not the link. An existing file stays as it is until the output
 // is closed; the new one gets its permissions. Where the system has signals, one that ends the
-// program removes the temporary file before; so does every exit. Returns false with errno set if it
-// cannot be written.
+// program removes the temporary file before; there so does every exit. Returns false with errno set
+// if it cannot be written.
+//
+// Windows differs: the new file has the permissions that its directory gives, a symbolic link is
+// itself replaced, a read-only file cannot be written, and errno is EACCES where a call of the
+// system failed and not one of the C library. Neither an exit nor Ctrl-C removes the temporary
+// file: it stays if the program ends before the output is closed or discarded.
 bool utl_OpenOutput(const char *path, utl_output_file *file);
 
 // Closes the output and moves it to its name. Returns false with errno set if that or any write

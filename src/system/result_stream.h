@@ -8,5 +8,6 @@
 // standard error for all routines that print messages.
 //
 // Returns a stream of bytes without any conversion to what standard output was, or null with errno
-// set if that was closed. Commands that are started do not inherit it.
+// set if that was closed. Commands that are started do not inherit it, except on Windows; there a
+// closed standard error gives null too.
 FILE *utl_SetUpResultStream();

@@ -8,6 +8,7 @@ static constexpr int status_unreached = 3;
 static struct {
     bool is_conventional;
     bool has_failure;
+    bool is_output_closed;
 } run_status;
 
 void utl_UseConventionalStatuses() { run_status.is_conventional = true; }
@@ -16,6 +17,10 @@ bool utl_NoteFailure() {
     run_status.has_failure = true;
     return run_status.is_conventional;
 }
+
+void utl_NoteClosedOutput() { run_status.is_output_closed = true; }
+
+bool utl_IsOutputClosed() { return run_status.is_output_closed; }
 
 bool utl_FlushOutput() { return fflush(stdout) == 0 && !ferror(stdout); }
 

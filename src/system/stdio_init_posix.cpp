@@ -1,6 +1,8 @@
 // system/stdio_init_posix.cpp - standard streams on POSIX systems. %n is always accepted there.
 #include "system/stdio_init.h"
 
+#include "system/console.h"
+
 #include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
@@ -12,6 +14,7 @@ static void reopen_closed_std_fds() {
 }
 
 void utl_SetUpRuntime() {
+    if (fcntl(STDOUT_FILENO, F_GETFD) < 0) utl_NoteClosedOutput();
     reopen_closed_std_fds();
     setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
 }

@@ -29,6 +29,7 @@ struct utl_line_run {
 
 // Counts at most `max_lines` lines in the `length` characters at `begin`: lines with a line end,
 // with fewer than `limit` characters before it and without '<'. Stops before the first other line.
+// `max_lines` is at least 1.
 utl_line_run utl_ScanLineRun(const char *begin, size_t length, size_t limit, size_t max_lines);
 utl_line_run utl_ScanLineRunScalar(const char *begin, size_t length, size_t limit,
                                    size_t max_lines);

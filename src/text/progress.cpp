@@ -32,6 +32,7 @@ utl_progress utl_StartProgress(int file, const char *name) {
                              .next_time = never,
                              .can_wait = false};
     struct stat status = {};
+    static_assert(sizeof status.st_size == 8, "define _FILE_OFFSET_BITS as 64");
     const bool is_regular = fstat(file, &status) == 0 && S_ISREG(status.st_mode);
     if (is_regular) progress.size = static_cast<uint64_t>(status.st_size);
     if (!is_regular && isatty(file)) return progress;

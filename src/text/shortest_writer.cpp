@@ -10,9 +10,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <limits>
+#include <cstring>
 #include <string_view>
 
 // Two different decimals of 15 digits are never the same double (C11 5.2.4.2.2, DBL_DIG). So if
@@ -141,25 +139,10 @@ static char *write_decimal(char *to, const decimal &number) {
                                                     : write_scientific(to, number);
 }
 
-#ifdef __cpp_lib_to_chars
-
+// Calls the library also where it has this routine but does not announce it, as libc++ 14.
 static char *write_by_library(char *to, double magnitude) {
     return std::to_chars(to, to + utl_max_number_chars, magnitude).ptr;
 }
-
-#else
-
-// The same for a library without to_chars for floating point, such as libc++ 14. A normal number
-// that comes here has 16 or 17 digits, or a large or small exponent.
-static char *write_by_library(char *to, double magnitude) {
-    int precision = magnitude < std::numeric_limits<double>::min() ? 1 : max_digits;
-    int length = snprintf(to, utl_max_number_chars, "%.*g", precision, magnitude);
-    while (precision < 17 && strtod(to, nullptr) != magnitude)
-        length = snprintf(to, utl_max_number_chars, "%.*g", ++precision, magnitude);
-    return to + length;
-}
-
-#endif
 
 static char *write_text(char *to, std::string_view text) {
     return std::copy(text.begin(), text.end(), to);

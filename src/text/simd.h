@@ -1,8 +1,9 @@
-// text/simd.h - a vector of 16 characters and its bit masks: the only code with instructions of
-// one processor.
+// text/simd.h - vectors of 16 characters, on x86 also of 32, and bit masks of 16, 32 and 64
+// characters: the only code with instructions of one processor.
 //
-// The vector is the compiler's own type, which GCC and Clang have for every processor. Only the
-// step from a vector of flags to a mask of bits is written for each.
+// The vector of 16 is the compiler's own type, which GCC and Clang have for every processor. Only
+// the step from a vector of flags to a mask of bits is written for each. Vectors of 32 are those of
+// AVX2, and are used only where utl_HasWideVectors() is true, which is never elsewhere than on x86.
 #pragma once
 
 #include <bit>

@@ -36,6 +36,24 @@ def test_table_has_no_messages(box):
         box.expect(f"table with {closed}", (box.take("a.dat"), result.status), (TABLE, 0))
 
 
+def test_conventional_status_tells_that_result_is_lost(box):
+    """A text or value is lost with standard output; a table or chart is whole, and "never met" is
+    told by the status itself. The traditional status and messages stay."""
+    box.write("a.req", REQ)
+    lost = "%crv_05-e-out, Standard output is closed, the text or value is lost\n"
+    for arguments, statuses in (("-h", (1, 1)), ("-s", (1, 1)), ("-r 0,7=2 -f a.req", (0, 1)),
+                                ("-r 0,7=99 -f a.req", (0, 3)), ("-r 0,7 -fd a.req", (0, 0)),
+                                ("-r 0,7 -f a.req -p", (1, 0)), ("-w x", (0, 0))):
+        command = f"crv {arguments} >&-"
+        traditional, conventional = statuses
+        box.expect_run(command, box.shell(command), status=traditional)
+        box.expect_run(f"conventional {command}",
+                       box.shell(command, CRV_STATUS="conventional"),
+                       stderr=lost if conventional == 1 else "", status=conventional)
+    box.expect_run("open", box.shell("crv -h | head -n 0; crv -h >/dev/null",
+                                     CRV_STATUS="conventional"))
+
+
 def test_missing_standard_input_is_empty_answer(box):
     box.write("a.req", REQ)
     box.expect_ending("pick", box.shell("crv -r 0,7 -f <&-"),

@@ -1,6 +1,8 @@
 // unit/stdio_init_test.cpp - set-up of the standard streams, each in a process of its own.
 #include "system/stdio_init.h"
 
+#include "system/console.h"
+
 #include "support.h"
 
 #include <fcntl.h>
@@ -36,6 +38,18 @@ void close_streams_and_set_up() {
 
 TEST(StdioInit, ReopensClosedStandardStreams) {
     EXPECT_EXIT(close_streams_and_set_up(), testing::ExitedWithCode(passed), "");
+}
+
+// Only standard output counts: messages on standard error are no result.
+void close_and_set_up(int closed) {
+    close(closed);
+    utl_SetUpRuntime();
+    leave(utl_IsOutputClosed() == (closed == STDOUT_FILENO));
+}
+
+TEST(StdioInit, NotesClosedStandardOutput) {
+    for (int file = 0; file <= STDERR_FILENO; ++file)
+        EXPECT_EXIT(close_and_set_up(file), testing::ExitedWithCode(passed), "") << file;
 }
 
 void set_up_with_files(const char *input, const char *output) {

@@ -47,6 +47,22 @@ TEST_F(survey, CountsCompleteStepsWithTheirTimes) {
     EXPECT_EQ(crv_columns[0], nullptr);
 }
 
+TEST_F(survey, LowestAndHighestTimeAreThoseOfAllFiniteTimes) {
+    const crv_request_survey found =
+        requests(one_request + "nan\n1\n5\n1\n20000\n2\n-300\n3\ninf\n1\n7\n1\n");
+    EXPECT_EQ(found.steps.lowest_time, -300.0);
+    EXPECT_EQ(found.steps.highest_time, 20000.0);
+    const crv_madymo_survey madymo_steps = madymo("run\n\n1 0\nname\n3\n10\n-2\n20\n");
+    EXPECT_EQ(madymo_steps.steps.lowest_time, -2.0);
+    EXPECT_EQ(madymo_steps.steps.highest_time, 3.0);
+}
+
+TEST_F(survey, WithoutFiniteTimeLowestIsAboveHighest) {
+    const crv_request_survey found = requests(one_request + "nan\n1\ninf\n1\n");
+    EXPECT_EQ(found.steps.steps, 2U);
+    EXPECT_GT(found.steps.lowest_time, found.steps.highest_time);
+}
+
 TEST_F(survey, IncompleteStepIsNotCounted) {
     const crv_request_survey found = requests(one_request + "0\n1\n5\n2");
     EXPECT_EQ(found.steps.steps, 1U);
@@ -126,6 +142,15 @@ TEST_F(survey, FindsExtremesOfAllDataBlocks) {
     EXPECT_EQ(found.missing_line, 9U);
     EXPECT_THAT(found.extremes[0], testing::ElementsAre(1, 9));
     EXPECT_THAT(found.extremes[1], testing::ElementsAre(-1, 4));
+}
+
+TEST_F(survey, FindsExtremesOfNumbersBesideNotANumber) {
+    crv_frame_survey found;
+    read("%N\n3\n%D\nnan nan\n1 nan\n3 nan\n",
+         [&](utl_line_reader *lines) { crv_SurveyVDR(lines, &found); });
+    EXPECT_EQ(found.num_found, 3U);
+    EXPECT_THAT(found.extremes[0], testing::ElementsAre(1, 3));
+    EXPECT_THAT(found.extremes[1], testing::Each(testing::IsNan()));
 }
 
 TEST_F(survey, TooFewPointsEndThePass) {

@@ -71,8 +71,8 @@ def test_rejects_version_that_nothing_names(box):
 def test_rejects_entries_left_under_unreleased(box):
     source = make_checkout(box)
     log = source / "CHANGELOG.md"
-    head, rest = log.read_text().split("## Unreleased\n", 1)
-    log.write_text(f"{head}## Unreleased\n\n- A late change.\n{rest}")
+    head, rest = log.read_text().split("## [Unreleased]\n", 1)
+    log.write_text(f"{head}## [Unreleased]\n\n- A late change.\n{rest}")
     commit(box, source)
     status, printed = release(box, source, VERSION)
     box.expect("status", status, 1)
@@ -83,9 +83,10 @@ def test_rejects_change_log_of_another_form(box):
     source = make_checkout(box)
     log = source / "CHANGELOG.md"
     for old, new, fault in (
-            ("## [", "## Version ", "is neither Unreleased nor"),
+            ("## [", "## Version ", "is neither [Unreleased] nor"),
+            (f"## [{VERSION}]", f"## [1{VERSION}]", f"Unreleased is not that of {VERSION}"),
             ("### Added", "### News", "the part News is none of"),
-            (" - 2026-", " - 2026-99-", "is neither Unreleased nor"),
+            (" - 2026-", " - 2026-99-", "is neither [Unreleased] nor"),
             ("2026-11-22", "2026-11-31", "2026-11-31 is not a date")):
         kept = log.read_text()
         box.assertIn(old, kept)
