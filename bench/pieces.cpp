@@ -52,7 +52,7 @@ class line_file {
     std::string path_;
 };
 
-void line_by_utl_next_line(benchmark::State &state) {
+void line_by_utl_read_line(benchmark::State &state) {
     const line_file file;
     for (auto _ : state) {
         utl_line_reader *in = utl_OpenReader(file.path());
@@ -62,9 +62,9 @@ void line_by_utl_next_line(benchmark::State &state) {
     }
     state.SetItemsProcessed(state.iterations() * line_file::lines);
 }
-BENCHMARK(line_by_utl_next_line);
+BENCHMARK(line_by_utl_read_line);
 
-void line_by_utl_pass_lines(benchmark::State &state) {
+void line_by_utl_skip_lines(benchmark::State &state) {
     const line_file file;
     for (auto _ : state) {
         utl_line_reader *in = utl_OpenReader(file.path());
@@ -73,7 +73,7 @@ void line_by_utl_pass_lines(benchmark::State &state) {
     }
     state.SetItemsProcessed(state.iterations() * line_file::lines);
 }
-BENCHMARK(line_by_utl_pass_lines);
+BENCHMARK(line_by_utl_skip_lines);
 
 void line_by_fgets(benchmark::State &state) {
     const line_file file;
@@ -109,7 +109,7 @@ void number_by_atof(benchmark::State &state) {
 }
 BENCHMARK(number_by_atof);
 
-void cell_by_utl_put_exp11(benchmark::State &state) {
+void cell_by_utl_write_e11_4(benchmark::State &state) {
     std::vector<double> values;
     for (const std::string &text : numbers()) values.push_back(atof(text.c_str()));
     char cell[utl_max_number_chars];
@@ -117,7 +117,7 @@ void cell_by_utl_put_exp11(benchmark::State &state) {
         for (const double value : values) benchmark::DoNotOptimize(utl_WriteE11_4(cell, value));
     state.SetItemsProcessed(state.iterations() * 1000);
 }
-BENCHMARK(cell_by_utl_put_exp11);
+BENCHMARK(cell_by_utl_write_e11_4);
 
 void cell_by_fprintf(benchmark::State &state) {
     std::vector<double> values;

@@ -23,6 +23,7 @@ import sys
 import tempfile
 import time
 
+from goals import verdict
 from pages import job_pages
 
 RUNS = 5
@@ -143,10 +144,6 @@ class Bench:
     def report(self, lines):
         print(*lines, sep="\n", flush=True)
         self.rows += lines
-
-
-def verdict(met):
-    return "met" if met else "NOT MET"
 
 
 def require_same(name, one, other):

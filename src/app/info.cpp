@@ -2,6 +2,8 @@
 #include "app/info.h"
 
 #include "system/console.h"
+#include "system/output_file.h"
+#include "system/result_stream.h"
 #include "text/number_reader.h"
 #include "text/utf8.h"
 #include "util/identity.h"
@@ -140,7 +142,9 @@ static bool read_arguments(int argc, char **argv, info_run *run) {
     return false;
 }
 
-static void print_text(const std::string &text) { fwrite(text.data(), 1, text.size(), stdout); }
+static void print_text(const std::string &text, FILE *result) {
+    fwrite(text.data(), 1, text.size(), result);
+}
 
 // Reads a file and adds what was asked for. Returns the error.
 static std::string describe_file(crv_info *info, info_output output, std::string *text) {
@@ -161,11 +165,11 @@ static std::string describe_file(crv_info *info, info_output output, std::string
 }
 
 // Returns the number of files that cannot be read.
-static int print_files(const info_run &run) {
+static int print_files(const info_run &run, FILE *result) {
     int failures = 0;
     bool printed = false;
     const bool is_json = run.output == info_output::json;
-    if (is_json) print_text("[\n");
+    if (is_json) print_text("[\n", result);
     for (const crv_info_file &file : run.files) {
         crv_info info;
         info.file = file;
@@ -177,29 +181,38 @@ static int print_files(const info_run &run) {
                     utl_CleanText(file.path).c_str(), error.c_str());
         }
         if (text.empty()) continue;
-        if (printed && is_json) print_text(",\n");
-        if (printed && run.output == info_output::text) print_text("\n");
-        print_text(text);
+        if (printed && is_json) print_text(",\n", result);
+        if (printed && run.output == info_output::text) print_text("\n", result);
+        print_text(text, result);
         printed = true;
     }
-    if (is_json) print_text("\n]\n");
+    if (is_json) print_text("\n]\n", result);
     return failures;
 }
 
+// Returns the number of files that cannot be read.
+static int print_output(const info_run &run, FILE *result) {
+    if (run.output == info_output::help) {
+        for (const char *line : help_text) fputs(line, result);
+    } else if (run.output == info_output::version) {
+        fprintf(result, "crv-info %s\n", utl_ProgramVersion());
+    } else {
+        return print_files(run, result);
+    }
+    return 0;
+}
+
+static int report_lost_output() {
+    fprintf(utl_ErrorStream(), "%%crv_08-e-out, Standard output could not be written\n");
+    return status_failed;
+}
+
 int crv_RunInfo(int argc, char **argv) {
+    FILE *result = utl_SetUpResultStream();
     info_run run;
     if (!read_arguments(argc, argv, &run)) return status_mistake;
-    int failures = 0;
-    if (run.output == info_output::help) {
-        for (const char *line : help_text) fputs(line, stdout);
-    } else if (run.output == info_output::version) {
-        printf("crv-info %s\n", utl_ProgramVersion());
-    } else {
-        failures = print_files(run);
-    }
-    if (fflush(stdout) != 0 || ferror(stdout)) {
-        fprintf(stderr, "%%crv_08-e-out, Standard output could not be written\n");
-        return status_failed;
-    }
+    if (!result) return report_lost_output();
+    const int failures = print_output(run, result);
+    if (!utl_CloseStream(result)) return report_lost_output();
     return failures == 0 ? status_done : status_failed;
 }

@@ -72,6 +72,6 @@ std::string crv_InfoPairs(const crv_info &info);
 std::string crv_InfoErrorJson(const crv_info_file &file, const std::string &error);
 
 // Routine 08. Does one run and returns its exit status: 0 done, 1 a file that cannot be read or
-// lost output, 2 a mistake on the command line. The contents of the files go to standard output in
+// lost output (also if standard output is closed), 2 a mistake on the command line. The contents of the files go to standard output in
 // the order of the arguments, messages to standard error. Never prompts or runs a command.
 int crv_RunInfo(int argc, char **argv);

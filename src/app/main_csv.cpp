@@ -10,6 +10,7 @@ static constexpr crv_viewer viewer = {
     .default_path = nullptr,
     .output_needs_name = true,
     .min_series = 1,
+    .draws_pairs = false,
     .write = crv_WriteCsv,
 };
 

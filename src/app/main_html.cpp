@@ -10,6 +10,7 @@ static constexpr crv_viewer viewer = {
     .default_path = "crv.html",
     .output_needs_name = false,
     .min_series = 2,
+    .draws_pairs = true,
     .write = crv_WritePage,
 };
 

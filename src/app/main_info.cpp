@@ -1,7 +1,6 @@
 // app/main_info.cpp - program entry of crv-info: the contents of result files.
 #include "app/info.h"
 #include "system/console.h"
-#include "system/stdio_init.h"
 
 #include <new>
 
@@ -9,6 +8,5 @@ static void on_out_of_memory() { utl_QuitWithError("    _08-e-new", 1); }
 
 int main(int argc, char **argv) {
     std::set_new_handler(on_out_of_memory);
-    utl_SetUpRuntime();
     return crv_RunInfo(argc, argv);
 }

@@ -18,6 +18,11 @@ static void read_range(std::string_view value, double (&range)[2]) {
 // both, which means no range.
 static void clear_range(double (&range)[2]) { crv_SetRange(range, 10.0, -10.0); }
 
+void crv_ReportImproperTimeWindow() {
+    printf("%%crv_05-e-tra, Improper t range specified \n");
+    printf("%%crv_05-w-tra, Default t range will be used \n");
+}
+
 void crv_SetTimeWindow(const char *value) {
     if (!value) return;
     crv_settings.time_window_given = true;
@@ -29,8 +34,7 @@ void crv_SetTimeWindow(const char *value) {
     }
     read_range(value, window);
     if (window[0] > window[1]) {
-        printf("%%crv_05-e-tra, Improper t range specified \n");
-        printf("%%crv_05-w-tra, Default t range will be used \n");
+        crv_ReportImproperTimeWindow();
     } else {
         printf("%%crv_05-i-tra, T range, %f through %f \n", window[0], window[1]);
     }

@@ -9,6 +9,9 @@
 // default is used.
 void crv_SetTimeWindow(const char *value);
 
+// Prints the warning of a time window with low above high.
+void crv_ReportImproperTimeWindow();
+
 // -x and -y: set `range` to {low, high}. Low above high, and a value that begins with 'a', set
 // {10.0, -10.0}, which means no range.
 void crv_SetXRange(const char *value, double (&range)[2]);

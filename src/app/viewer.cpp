@@ -90,6 +90,7 @@ int crv_RunViewer(int argc, char **argv, const crv_viewer &viewer) {
     if (is_text) return print_text(viewer, arguments.text, result);
     crv_view view;
     if (!crv_ReadView(arguments, &view)) return crv_viewer_failed;
+    if (viewer.draws_pairs) crv_ReportPointsWithoutX(view);
     return arguments.output_path ? write_to_file(viewer, view, arguments.output_path)
                                  : write_to_standard_output(viewer, view, result);
 }

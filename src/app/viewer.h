@@ -15,6 +15,7 @@ struct crv_viewer {
     const char *default_path;  // of the output; null for standard output
     bool output_needs_name;    // -p without a name is a mistake, not the default path
     int min_series;            // least number of series, X included
+    bool draws_pairs;          // a point without X is left out, which a warning tells
 
     // Writes the view to the stream, whose failures the caller finds. Returns false, after a
     // message, if it cannot be written for another reason.

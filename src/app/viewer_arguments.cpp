@@ -3,6 +3,7 @@
 #include "app/viewer_run.h"
 #include "readers/selection.h"
 #include "system/console.h"
+#include "text/fields.h"
 #include "text/utf8.h"
 
 #include <cstring>
@@ -96,6 +97,27 @@ static bool read_value(const scan &state, const crv_option_form &form, int *inde
     return report_missing(*argument, name_of_value(form.option));
 }
 
+static bool is_number(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+}
+
+// True if all pairs are numbers, N or N:N. crv reads other text as 0, which is time.
+static bool check_pairs(const char *selection) {
+    std::string_view rest = selection;
+    std::string_view pair;
+    while (utl_NextField(&rest, &pair)) {
+        const size_t colon = pair.find(':');
+        const bool has_item = colon != pair.npos;
+        if (is_number(pair.substr(0, colon)) && (!has_item || is_number(pair.substr(colon + 1))))
+            continue;
+        fprintf(utl_ErrorStream(),
+                "%%crv_06-f-sel, \"%s\" in the selection \"%s\" is no series, such as 38:3\n",
+                utl_CleanText(pair).c_str(), utl_CleanText(selection).c_str());
+        return false;
+    }
+    return true;
+}
+
 static bool check_selection(scan *state, const char *selection) {
     if (strchr(selection, '=')) {
         fprintf(utl_ErrorStream(),
@@ -109,6 +131,7 @@ static bool check_selection(scan *state, const char *selection) {
                 utl_CleanText(selection).c_str());
         return false;
     }
+    if (!check_pairs(selection)) return false;
     state->selection = selection;
     return true;
 }
@@ -137,22 +160,25 @@ static bool check_file(scan *state, const crv_viewer_argument &argument) {
     return true;
 }
 
-// -yl, -yla and -ylN have one digit. crv ignores what follows it, which would label another series.
-static bool check_y_label(const scan &state, const char *spelling) {
-    return strlen(spelling) <= 4 || report_unknown(state, spelling);
-}
-
 static bool check_option(scan *state, const crv_viewer_argument &argument) {
     if (is_file_option(argument.option)) return check_file(state, argument);
     switch (argument.option) {
     case crv_option::selection: return check_selection(state, argument.value);
-    case crv_option::y_label: return check_y_label(*state, argument.spelling);
     case crv_option::chart:
         if (argument.value) state->arguments->output_path = argument.value;
         return true;
     case crv_option::help: state->arguments->text = crv_viewer_text::help; return true;
     default: return true;
     }
+}
+
+// True if the option is written as in the table. crv ignores what follows a spelling, and with it
+// the difference between a misspelled option and another one.
+static bool is_whole(const crv_option_form &form, std::string_view name) {
+    const std::string_view rest = name.substr(form.spelling.size());
+    if (form.rest != crv_option_rest::number) return rest.empty();
+    if (form.option == crv_option::y_label && rest.size() > 1) return false; // N is one digit
+    return is_number(rest);
 }
 
 // Reads the option at `index` and goes on to its value.
@@ -166,7 +192,8 @@ static bool read_option(scan *state, int *index) {
     }
     if (name.empty() || name[0] != '-' || name == "-") return report_stray(*state, spelling);
     const crv_option_form *form = crv_FindOption(name);
-    if (!form || form->option == crv_option::unknown_file) return report_unknown(*state, spelling);
+    if (!form || form->option == crv_option::unknown_file || !is_whole(*form, name))
+        return report_unknown(*state, spelling);
     if (!crv_FindViewerOption(form->option)) return report_foreign(*state, spelling);
     crv_viewer_argument argument = {form->option, spelling, nullptr};
     if (!read_value(*state, *form, index, &argument)) return false;

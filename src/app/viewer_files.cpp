@@ -14,7 +14,9 @@
 #include "text/number_reader.h"
 #include "text/utf8.h"
 
+#include <algorithm>
 #include <climits>
+#include <cmath>
 
 namespace {
 
@@ -24,7 +26,7 @@ struct filling {
     const char *selection;
     std::vector<crv_column *> series;    // in the order of their numbers; 0 is X of the first file
     std::vector<crv_column *> own_times; // of later files
-    std::string file_title;              // of the first column, or the name of a column file
+    std::string file_title;              // of the first file; of a column file, its name
 };
 
 } // namespace
@@ -88,6 +90,7 @@ static bool read_file(const crv_viewer_argument &file, filling *to) {
     const int count = read_columns(file, to->selection);
     if (count < 1 || !has_points(file, count)) return false;
     add_file(file, count, to);
+    if (to->view->files.size() > 1) return true;
     to->file_title = file.option == crv_option::column_file
                          ? std::string("filename = ") + file.value
                          : std::string(trim(to->series[0]->coltitle));
@@ -109,11 +112,13 @@ static void set_label(const crv_viewer_argument &argument, const filling &to) {
     }
 }
 
-// The warning says that the default is used: that is all points.
+// The warning says that the default is used: that is all points. A bound that is no number, which
+// would exclude all points, is treated as low above high.
 static void set_time_window(const char *value) {
     crv_SetTimeWindow(value);
-    if (!(crv_settings.time_window[0] <= crv_settings.time_window[1]))
-        crv_settings.time_window_given = false;
+    const double(&window)[2] = crv_settings.time_window;
+    if (std::isnan(window[0]) || std::isnan(window[1])) crv_ReportImproperTimeWindow();
+    if (!(window[0] <= window[1])) crv_settings.time_window_given = false;
 }
 
 static bool carry_out(const crv_viewer_argument &argument, filling *to) {
@@ -157,4 +162,20 @@ bool crv_ReadView(const crv_viewer_arguments &arguments, crv_view *view) {
         if (!carry_out(argument, &to)) return false;
     set_texts(&to);
     return true;
+}
+
+void crv_ReportPointsWithoutX(const crv_view &view) {
+    for (const crv_view_file &file : view.files) {
+        if (file.has_own_x) continue;
+        const auto x_points = static_cast<unsigned long long>(file.x->num_values);
+        unsigned long long points = 0;
+        for (const crv_column *column : file.columns)
+            points = std::max<unsigned long long>(points, column->num_values);
+        if (points <= x_points) continue;
+        fprintf(utl_ErrorStream(),
+                "%%crv_06-w-len, \"%s\" has %llu points, but the X of \"%s\" only %llu:"
+                " those after it are not drawn\n",
+                utl_CleanText(file.path).c_str(), points, utl_CleanText(view.files[0].path).c_str(),
+                x_points);
+    }
 }

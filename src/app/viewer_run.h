@@ -46,5 +46,8 @@ bool crv_BeginsWithTime(const char *selection);
 // request or has no points; some failures of a reader end the program.
 bool crv_ReadView(const crv_viewer_arguments &arguments, crv_view *view);
 
+// Warns of each file that is drawn over the X of the first file and has more points than that.
+void crv_ReportPointsWithoutX(const crv_view &view);
+
 // Prints the text of --help.
 void crv_PrintViewerHelp(const crv_viewer &viewer, FILE *stream);

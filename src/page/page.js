@@ -2,7 +2,7 @@
 const element = id => document.getElementById(id);
 const plot = element("plot"), given = JSON.parse(element("view").textContent);
 const chart = element("chart").getContext("2d"), pointer = element("pointer").getContext("2d");
-const { isFinite } = Number;
+const { isFinite } = Number, title = given.title || given.subtitle || document.title;
 
 // ----- Data: columns and curves
 // Returns the values of a column: doubles of 8 bytes, low byte first, in blocks of base64.
@@ -41,7 +41,7 @@ const curves = given.curves.map(([xIndex, yIndex, file, series, label]) => {
   const column = columns[xIndex], { values } = columns[yIndex];
   const x = column.values.subarray(0, values.length), rows = x.length, y = values.subarray(0, rows);
   return { label, column, x, y, rows, ascending: column.ascending, blocks: summarize(x, y),
-    shown: true, hue: `hue${series % 7}`, pattern: patterns[file % patterns.length] };
+    shown: true, hue: `hue${series % 31}`, pattern: patterns[file] || [4 * file, file - 1] };
 });
 
 // Returns the first row whose X is at least `value`, or with `after` the first above it.
@@ -271,7 +271,7 @@ function picture(width, height, dots, hasHead) {
   const canvas = document.createElement("canvas"), g = canvas.getContext("2d"), { left } = margin;
   [canvas.width, canvas.height] = [width * dots, (top + height) * dots];
   paint(g, width, top, height, dots);
-  if (hasHead) drawText(g, document.title, left, 22, "left", "bottom", "ink");
+  if (hasHead) drawText(g, title, left, 22, "left", "bottom", "ink");
   legend.forEach(({ label, hue, pattern }, k) => {
     drawLine(g, left, 40 + 20 * k, left + 28, 40 + 20 * k, hue, 2, pattern);
     drawText(g, label, left + 36, 40 + 20 * k, "left", "middle", "ink");
@@ -490,11 +490,11 @@ addEventListener("beforeprint", () => {
 addEventListener("afterprint", () => document.documentElement.classList.remove("on-paper"));
 matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () => draw());
 
-element("title").textContent = document.title;
-element("subtitle").textContent = given.subtitle === document.title ? "" : given.subtitle;
+element("title").textContent = title; // the title of a document has no runs of blanks
+element("subtitle").textContent = given.subtitle === title ? "" : given.subtitle;
 const ends = curves.map(({ x, ascending }) => ascending && x.length ? [x[0], x[x.length - 1]]
   : range(x, summarize(x, x), 0, x.length));
 whole = widen(Math.min(...ends.map(pair => pair[0])), Math.max(...ends.map(pair => pair[1])), 0);
-const [low, high] = given.x_range || whole;
-view = { low, high, fixed: new Map(given.y_range ? [[-1, given.y_range]] : []) };
+const [low, high] = given.x_range || whole, { y_range } = given;
+view = { low, high, fixed: new Map(y_range && [-1, ...curves.keys()].map(key => [key, y_range])) };
 new ResizeObserver(resize).observe(plot); // also draws for the first time

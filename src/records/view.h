@@ -27,8 +27,8 @@ struct crv_view_file {
 // blanks and line ends at both ends; so are the labels of the columns. Ranges are pairs {low,
 // high}; low above high means not set. num_values of a column is the length of its list.
 struct crv_view {
-    std::string title;    // of -t, otherwise that of the first column; may be empty
-    std::string subtitle; // of -t2, otherwise that of the first column if -t gave the title
+    std::string title;    // of -t, otherwise that of the first file; may be empty
+    std::string subtitle; // of -t2, otherwise that of the first file if -t gave the title
     std::vector<crv_view_file> files;
     std::vector<crv_view_curve> curves; // of all files, in the order of reading
     double x_range[2] = {100.0, -100.0};

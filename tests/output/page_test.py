@@ -169,6 +169,13 @@ def test_page_shows_all_series(box):
         box.assertGreater(box.ink_at(HUES[2], time, values[2]), 0)
 
 
+def test_titles_keep_their_blanks(box):
+    box.show("-t", "Car   7", "-t2", "bump  at 5 m/s", "-r", "0,38:3", "-f", "run1.req")
+    shown = box.js("['title', 'subtitle'].map(id => document.getElementById(id).innerText)")
+    box.assertEqual(shown, ["Car   7", "bump  at 5 m/s"])
+    box.assertEqual(box.js("document.title"), "Car 7")
+
+
 def test_drag_zooms_and_double_click_shows_all(box):
     box.show_run()
     box.drag((0.5, None), (1.0, None))
@@ -314,11 +321,16 @@ def test_list_names_all_keys(box):
     box.assertGreater(len(keys), 15)
 
 
-def test_runs_of_different_steps_are_overlaid(box):
+def show_two_runs(box):
+    """The second run has every third of the first 200 steps."""
     lines = box.read("run1.req").decode().splitlines(keepends=True)
     steps = [lines[at:at + 8] for at in range(16, len(lines), 8)]
     box.write("run2.req", "".join(lines[:16] + sum(steps[:200:3], [])))
     box.show("-r", "0,38:3,61:3", "-f", "run1.req", "-f", "run2.req")
+
+
+def test_runs_of_different_steps_are_overlaid(box):
+    show_two_runs(box)
     box.assertEqual(box.text("#legend b"),
                     ["Displ 38, Z (run1.req)", "Force 61, Z (run1.req)",
                      "Displ 38, Z (run2.req)", "Force 61, Z (run2.req)"])
@@ -335,6 +347,50 @@ def test_runs_of_different_steps_are_overlaid(box):
     data = json.loads(box.text("#view")[0])
     box.assertEqual([curve[:3] for curve in data["curves"]],
                     [[0, 1, 0], [0, 2, 0], [3, 4, 1], [3, 5, 1]])
+
+
+def assert_hues_differ(box, count, least):
+    """The first hues in the legend are far apart, stand out from the paper and are in the chart."""
+    drawn = box.js("""(() => {
+        const g = new OffscreenCanvas(1, 1).getContext("2d");
+        const bytes = color => { g.fillStyle = color; g.fillRect(0, 0, 1, 1);
+            return Array.from(g.getImageData(0, 0, 1, 1).data.slice(0, 3)); };
+        return [getComputedStyle(document.body).backgroundColor, ...Array.from(
+            document.querySelectorAll("#legend line"), line => getComputedStyle(line).stroke)]
+            .map(bytes);
+    })()""")
+    paper, *hues = [tuple(color) for color in drawn[:count + 1]]
+    box.assertEqual(len(hues), count)
+    for k, hue in enumerate(hues):
+        box.assertGreater(math.dist(hue, paper), 120, f"series {k + 1}")
+        box.assertGreater(box.ink(hue, tolerance=4), 300, f"series {k + 1}")
+        for other in hues[:k]:
+            box.assertGreater(math.dist(hue, other), least, f"series {k + 1}")
+
+
+def test_series_have_hues_of_their_own(box):
+    for count, least in ((12, 40), (30, 12)):
+        rows = [(k, *(10 * n + k % 2 for n in range(count))) for k in range(20)]
+        names = [f"c{n}" for n in range(count + 1)]
+        box.write("many.pos", columns_of([names, *rows]))
+        box.show("-r", ",".join(str(n + 1) for n in range(count + 1)), "-fp", "many.pos")
+        box.press("m")
+        for dark in (False, True):
+            box.browser.set_dark(dark)
+            box.browser.draw_frame()
+            assert_hues_differ(box, count, least)
+        box.browser.set_dark(False)
+
+
+def test_files_have_patterns_of_their_own(box):
+    names = [f"run{k}.req" for k in range(9)]
+    for name in names:
+        box.copy_example("run1.req", name)
+    box.show("-r", "0,38:3", *(word for name in names for word in ("-f", name)))
+    dashes = box.js("Array.from(document.querySelectorAll('#legend line'), line => "
+                    "line.getAttribute('stroke-dasharray'))")
+    box.assertEqual(len(dashes), 9)
+    box.assertEqual(len(set(dashes)), 9)
 
 
 def test_run_without_time_is_drawn_over_the_first(box):
@@ -418,6 +474,25 @@ def test_csv_of_two_runs_is_side_by_side(box):
     rows = list(csv.reader(io.StringIO(box.saved(".csv").decode(), newline="")))
     box.assertEqual(rows[0][1], 'say "x", y')
     box.assertEqual([row[1] for row in rows[1:]], ["1.5", "nan", "-inf"])
+
+
+def test_csv_of_two_runs_after_a_zoom(box):
+    box.path("saved").mkdir()
+    box.browser.download_to(box.path("saved"))
+    show_two_runs(box)
+    box.drag((0.5, None), (1.0, None))
+    low, high = box.x_range()
+    box.press("c")
+    header, *rows = csv.reader(io.StringIO(box.saved(".csv").decode(), newline=""))
+    box.assertEqual(header, ["Time (sec)", "Displ 38, Z (run1.req)", "Force 61, Z (run1.req)",
+                             "Time (sec)_2", "Displ 38, Z (run2.req)", "Force 61, Z (run2.req)"])
+    first, second = ([[row[0], row[1], row[3]] for row in run if low <= row[0] <= high]
+                     for run in (RUN, RUN[:200:3]))
+    box.assertTrue(0 < len(second) < len(first) < len(RUN))
+    box.assertEqual([[float(cell) for cell in row[:3]] for row in rows], first)
+    box.assertEqual([[float(cell) for cell in row[3:]] for row in rows[:len(second)]], second)
+    box.assertEqual([row[3:] for row in rows[len(second):]],
+                    [["", "", ""]] * (len(first) - len(second)))
 
 
 def test_png_is_what_is_shown(box):
@@ -549,6 +624,19 @@ def test_ranges_of_the_command_line_set_the_view(box):
     box.assertEqual((box.x_range(), box.y_range()), ([0.5, 1], [-50, 100]))
     box.press("Home")
     box.assertEqual(box.x_range(), [0, 3])
+
+
+def test_y_range_of_the_command_line_holds_for_each_panel(box):
+    box.show("-r", "0,38:3,52:3", "-f", "run1.req", "-y", "-50:100")
+    box.press("p")
+    box.assertEqual([box.y_range(0), box.y_range(1)], [[-50, 100], [-50, 100]])
+    box.press("p")
+    box.assertEqual(box.y_range(), [-50, 100])
+    box.press("p", "Home")
+    for k in (0, 1):
+        low, _, high, _ = extremes(RUN, k + 1)
+        box.assertTrue(box.y_range(k)[0] < low < high < box.y_range(k)[1])
+        box.assertLess(box.y_range(k)[1] - box.y_range(k)[0], 1.7 * (high - low))
 
 
 def test_touch_moves_zooms_and_reads(box):

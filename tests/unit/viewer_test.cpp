@@ -17,6 +17,7 @@ constexpr crv_viewer printer = {.name = "crv-test",
                                 .default_path = nullptr,
                                 .output_needs_name = true,
                                 .min_series = 2,
+                                .draws_pairs = true,
                                 .write = nullptr};
 constexpr crv_viewer page = {.name = "crv-test",
                              .purpose = "",
@@ -25,6 +26,7 @@ constexpr crv_viewer page = {.name = "crv-test",
                              .default_path = "crv.html",
                              .output_needs_name = false,
                              .min_series = 2,
+                             .draws_pairs = true,
                              .write = nullptr};
 
 // Three steps of two requests.
@@ -106,6 +108,18 @@ TEST_F(viewer, LaterFileWithoutTimeUsesTheFirstX) {
     EXPECT_EQ(values_of(view.curves[2].y), (numbers{13, 16}));
 }
 
+TEST_F(viewer, PointsWithoutXAreReported) {
+    const auto report = [&] { return stderr_of([&] { crv_ReportPointsWithoutX(view); }); };
+    ASSERT_TRUE(read({"-r", "0,38:2", "-f", second.path(), "-r", "38:1,38:3", "-f", first.path()}));
+    EXPECT_EQ(report(), std::string("%crv_06-w-len, \"") + first.path() +
+                            "\" has 3 points, but the X of \"" + second.path() +
+                            "\" only 2: those after it are not drawn\n");
+    ASSERT_TRUE(read({"-r", "0,38:2", "-f", first.path(), "-r", "38:1", "-f", second.path()}));
+    EXPECT_EQ(report(), "");
+    ASSERT_TRUE(read({"-r", "0,38:2", "-f", second.path(), "-f", first.path()}));
+    EXPECT_EQ(report(), "");
+}
+
 TEST_F(viewer, OwnTimeTakesNoLabelNumber) {
     ASSERT_TRUE(read({"-r", "0,38:2", "-f", first.path(), "-f", second.path(), "-xl", "  s ", "-yl",
                       "one", "-yl2", "two"}));
@@ -162,6 +176,15 @@ TEST_F(viewer, ImproperTimeWindowIsNone) {
     ASSERT_TRUE(read({"-tm", "5:1", "-r", "0,38:2", "-f", first.path()}));
     EXPECT_EQ(values_of(view.files[0].x).size(), 3U);
     EXPECT_THAT(out, testing::HasSubstr("%crv_05-w-tra, Default t range will be used"));
+}
+
+TEST_F(viewer, TimeWindowThatIsNoNumberIsNone) {
+    for (const char *window : {"1:nan", "nan:1", "nan:nan"}) {
+        ASSERT_TRUE(read({"-tm", window, "-r", "0,38:2", "-f", first.path()}));
+        EXPECT_EQ(values_of(view.files[0].x).size(), 3U);
+        EXPECT_THAT(out, testing::HasSubstr("%crv_05-e-tra, Improper t range specified \n"
+                                            "%crv_05-w-tra, Default t range will be used \n"));
+    }
 }
 
 TEST_F(viewer, EmptyWindowIsReported) {
@@ -259,6 +282,18 @@ TEST_F(viewer, TitleIsThatOfTheFirstFile) {
     EXPECT_EQ(view.subtitle, "below");
 }
 
+TEST_F(viewer, TitleIsThatOfTheFirstFileInEachFormat) {
+    const text_file table("a b\n5 6\n7 8\n", ".pos");
+    const text_file other("a b\n5 6\n7 8\n", ".pos");
+    const std::string title = std::string("filename = ") + table.path();
+    ASSERT_TRUE(read({"-r", "0,38:2", "-f", first.path(), "-r", "0,2", "-fp", table.path()}));
+    EXPECT_EQ(view.title, "First run");
+    ASSERT_TRUE(read({"-r", "0,2", "-fp", table.path(), "-r", "0,38:2", "-f", first.path()}));
+    EXPECT_EQ(view.title, title);
+    ASSERT_TRUE(read({"-t", "Mine", "-r", "0,2", "-fp", table.path(), "-fp", other.path()}));
+    EXPECT_EQ(view.subtitle, title);
+}
+
 TEST_F(viewer, TitleOfAColumnFileIsItsName) {
     const text_file table("a b\n5 6\n7 8\n", ".pos");
     ASSERT_TRUE(read({"-r", "0,2", "-fp", table.path()}));
@@ -301,6 +336,23 @@ struct mistake {
     std::string message; // without the tag
 };
 
+// crv ignores what follows most spellings.
+TEST_F(viewer, OptionsWithOtherEndsAreUnknown) {
+    for (const char *option :
+         {"-rx",   "-ylx",  "-ylab", "-yl12",   "-fpx",   "-fp2x",       "-fp-1",
+          "-fgx",  "-frx",  "-fmx",  "-xlabel", "-pdf",   "-p3",         "-p11",
+          "-tmx",  "-t11",  "-t22",  "-x1",     "-y1",    "-monochrome", "-header",
+          "-abs1", "-all1", "-d8",   "-v8",     "-ifile", "-n3",         "-sx"}) {
+        EXPECT_FALSE(parse({option, "0,1"}, page)) << option;
+        EXPECT_EQ(err, std::string("%crv_06-f-opt, Unknown option \"") + option +
+                           "\", see crv-test --help\n");
+    }
+    ASSERT_TRUE(parse({"-r", "1,2", "-fp3", "a", "-fp12", "b", "-fp0", "c", "-yl2", "L", "-yla",
+                       "M", "-t1", "T", "-t2", "S", "-p1", "p"},
+                      page))
+        << err;
+}
+
 TEST_F(viewer, MistakesAreNamed) {
     const std::string too_many = "0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,"
                                  "25,26,27,28,29,30,31";
@@ -319,6 +371,13 @@ TEST_F(viewer, MistakesAreNamed) {
         {{"-r", "0,1=max"}, "The condition in \"0,1=max\" is one of crv, not of crv-test"},
         {{"-r", ""}, "The selection \"\" is empty"},
         {{"-r", " , "}, "The selection \" , \" is empty"},
+        {{"-r", "foo"}, "\"foo\" in the selection \"foo\" is no series, such as 38:3"},
+        {{"-r", "0,38:z"}, "\"38:z\" in the selection \"0,38:z\" is no series, such as 38:3"},
+        {{"-r", "0,38:"}, "\"38:\" in the selection \"0,38:\" is no series, such as 38:3"},
+        {{"-r", ":3"}, "\":3\" in the selection \":3\" is no series, such as 38:3"},
+        {{"-r", "0 38:3:1"}, "\"38:3:1\" in the selection \"0 38:3:1\" is no series, such as 38:3"},
+        {{"-r", "0,38.3"}, "\"38.3\" in the selection \"0,38.3\" is no series, such as 38:3"},
+        {{"-r", "0,+38"}, "\"+38\" in the selection \"0,+38\" is no series, such as 38:3"},
         {{"-r"}, "Option -r needs a selection"},
         {{"-r", "-f", "a"}, "Option -r needs a selection"},
         {{"-f", "a"}, "No selection (-r) before the file \"a\""},

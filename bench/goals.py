@@ -1,0 +1,5 @@
+"""What the reports say of a goal."""
+
+
+def verdict(met):
+    return "met" if met else "NOT MET"
