@@ -56,7 +56,7 @@ packages_of() {
             echo python3-pandas sqlite3                          # tables and the cookbook
             echo mandoc man-db bash-completion zsh fish          # manual page and completions
             echo cups-bsd cups-client cups-daemon                # printing
-            echo chromium                                        # pages
+            echo chromium fonts-dejavu-core                      # pages, and their font
             echo git                                             # the checkout of a release
             ;;
         mutate) packages_of check && echo ninja-build lld ;;
