@@ -14,7 +14,8 @@ from support.browser import Browser, find_browser  # noqa: E402  (found by the p
 
 ROWS = 1_000_000
 LIBRARIES = {"uPlot": ("uplot@1", "uplot/dist/uPlot.iife.min.js"),
-             "plotly": ("plotly.js-basic-dist-min@2", "plotly.js-basic-dist-min/plotly-basic.min.js")}
+             "plotly": ("plotly.js-basic-dist-min@2",
+                        "plotly.js-basic-dist-min/plotly-basic.min.js")}
 
 # The chart of each library has the size of the page's. A zoom shows the middle half, then all.
 DRAW = {
@@ -28,7 +29,8 @@ DRAW = {
             {width: 1068, height: 480}); await frame();""",
 }
 ZOOM = {
-    "crv-html": "document.dispatchEvent(new KeyboardEvent('keydown', {key: step % 2 ? '-' : '+'}));",
+    "crv-html": "document.dispatchEvent("
+                "new KeyboardEvent('keydown', {key: step % 2 ? '-' : '+'}));",
     "uPlot": "u.setScale('x', step % 2 ? {min: 0, max: 100} : {min: 25, max: 75}); await null;",
     "plotly": "await Plotly.relayout(chartbox, {'xaxis.range': step % 2 ? [0, 100] : [25, 75]});",
 }
