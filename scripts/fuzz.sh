@@ -14,8 +14,10 @@ set -euo pipefail
 require_tier fuzz
 here=$PWD
 
+# Whole paths: a target works in a temporary directory from its first input on.
+sources=$here/tests/fuzz
 programs=$here/build/fuzz/tests/fuzz
-archive=$here/tests/fuzz/corpus.tar.xz
+archive=$sources/corpus.tar.xz
 kept=$programs/corpus
 found=$here/build/fuzz/corpus
 findings=$here/build/fuzz/findings
@@ -34,17 +36,17 @@ list_targets() {
 # findings.
 fuzz_target() {
     local target=$1 seconds=$2 log=$findings/$1.log words=() inputs=() status=0 directory
-    [ -f "tests/fuzz/$target.dict" ] && words=(-dict="tests/fuzz/$target.dict")
+    [ -f "$sources/$target.dict" ] && words=(-dict="$sources/$target.dict")
     mkdir -p "$found/$target"
-    for directory in "$kept/$target" "tests/fuzz/seeds/$target" "tests/fuzz/bugs/$target"; do
+    for directory in "$kept/$target" "$sources/seeds/$target" "$sources/bugs/$target"; do
         [ -d "$directory" ] && inputs+=("$directory")
     done
     "$programs/fuzz_$target" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 \
         -print_final_stats=1 -artifact_prefix="$findings/$target-" "${words[@]}" \
         "$found/$target" "${inputs[@]}" >"$log" 2>&1 || status=$?
-    printf '%-14s %12s executions, %4s inputs in the corpus%s\n' "$target" \
+    printf '%-14s %12s executions, %4s inputs at the start%s\n' "$target" \
         "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")" \
-        "$(find "$kept/$target" -type f | wc -l)" \
+        "$(find "${inputs[@]}" -type f | wc -l)" \
         "$([ "$status" -eq 0 ] ||
             echo ", FINDING: $(grep -m1 -E 'does not hold|ERROR' "$log" || tail -1 "$log")")"
     return "$status"
@@ -53,7 +55,7 @@ fuzz_target() {
 # Leaves the inputs that cover the most in `merged`, named by their contents.
 merge_target() {
     local target=$1
-    mkdir -p "$found/$target" "$merged/$target"
+    mkdir -p "$found/$target" "$merged/$target" "$kept/$target"
     "$programs/fuzz_$target" -merge=1 -use_counters=0 \
         "$merged/$target" "$kept/$target" "$found/$target" >/dev/null 2>&1
     echo "$target: $(find "$merged/$target" -type f | wc -l) inputs"
@@ -78,7 +80,7 @@ if [ "${1:-}" = --merge ]; then
 fi
 seconds=${1:-60}
 [ $# -gt 0 ] && shift
-export programs kept found findings
+export sources programs kept found findings
 export -f fuzz_target
 # shellcheck disable=SC2016  # the words are for the shell that xargs starts
 if [ $# -gt 0 ]; then printf '%s\n' "$@"; else list_targets; fi |

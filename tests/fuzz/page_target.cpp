@@ -68,7 +68,8 @@ static std::string page_of(const crv_view &view) {
     return page;
 }
 
-// Returns the text between two others, the second of which a browser ends the element at.
+// Returns the text between the start tag of an element and the text that a browser ends it at. No
+// other text of the page may look like the tag.
 static std::string_view element(std::string_view page, const std::string &begin,
                                 std::string_view end) {
     const size_t at = page.find(begin);
@@ -87,7 +88,8 @@ static int digit_of(char c) {
 
 static void check_values(std::string_view page, int column, const std::vector<double> &values) {
     const std::string_view text =
-        element(page, "data-column=\"" + std::to_string(column) + "\">", "</script>");
+        element(page, "<script type=\"text/plain\" data-column=\"" + std::to_string(column) + "\">",
+                "</script>");
     require(text.size() == (8 * values.size() + 2) / 3 * 4, "values take 8 bytes each");
     uint64_t bits = 0;
     size_t digits = 0, bytes = 0;
@@ -126,8 +128,10 @@ static std::string take_string(std::string_view *rest) {
     return text;
 }
 
-static void check_texts(std::string_view page, const page_input &input, const crv_view &view) {
-    std::string_view json = element(page, "id=\"view\">\n", "\n</script>");
+static void check_texts(std::string_view page, const page_input &input,
+                        const std::vector<std::string> &names) {
+    std::string_view json =
+        element(page, "<script type=\"application/json\" id=\"view\">\n", "\n</script>");
     require(json.find('<') == json.npos, "no text ends the data");
     const auto check = [&](const char *key, const std::string &wanted) {
         const size_t at = json.find(key);
@@ -138,29 +142,32 @@ static void check_texts(std::string_view page, const page_input &input, const cr
     check("{\"title\":", input.texts[0]);
     check(",\n\"subtitle\":", input.texts[1]);
     json.remove_prefix(json.find(",\n\"columns\":["));
-    check(",\n\"columns\":[", view.files[0].x->colname);
-    for (const crv_column *column : view.files[0].columns) check(",", column->colname);
+    for (size_t k = 0; k < names.size(); ++k) check(k == 0 ? ",\n\"columns\":[" : ",", names[k]);
 }
 
-static void check_page(const std::string &page, const page_input &input, const crv_view &view) {
+static void check_page(const std::string &page, const page_input &input,
+                       const std::vector<std::string> &names) {
     for (const char c : page)
         require(static_cast<unsigned char>(c) >= ' ' || c == '\n', "no control characters");
     require(utl_CleanText(element(page, "<title>", "</title>")) ==
                 element(page, "<title>", "</title>"),
             "the title is clean text");
     for (int k = 0; k < 3; ++k) check_values(page, k, input.values[k]);
-    check_texts(page, input, view);
+    check_texts(page, input, names);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const page_input input = take_input({reinterpret_cast<const char *>(data), size});
-    crv_view view;
     std::string page;
+    std::vector<std::string> names; // of the columns, cut to their length there
     const outcome result = run_sandboxed({}, {}, [&] {
+        crv_view view;
         fill_view(input, &view);
+        names.emplace_back(view.files[0].x->colname);
+        for (const crv_column *column : view.files[0].columns) names.emplace_back(column->colname);
         page = page_of(view);
-        check_page(page, input, view);
     });
     require(!result.quit && result.err.empty(), "a page is written without a message");
+    check_page(page, input, names);
     return 0;
 }
