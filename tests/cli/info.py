@@ -6,6 +6,7 @@ import json
 import os
 import pathlib
 import re
+import shutil
 import tarfile
 
 from harness import FORMATS, IS_SANITIZED, PROGRAM, main
@@ -78,6 +79,140 @@ def test_counts_are_those_of_crv(box):
             # crv shows a number of points below 0 as unsigned.
             box.expect(f"{option} {name}", described_count % 2**32, count)
         box.assertGreater(accepted, 100, option)
+
+
+def write_unusual_files(box):
+    """Writes the files of the cases and two long ones, and returns their names."""
+    names = []
+    for path in sorted((sandbox.ROOT / "tests/cases/info").glob("*/in/*")):
+        names.append(f"{path.parent.parent.name}-{path.name}")
+        box.write(names[-1], path.read_bytes())
+    box.write("long.req", "\nlong\n1\n7 1 0 0 0\n" + "1\n10\n" * 40_000)
+    box.write("long.pos", "a b\n" + "1 2\n" * 40_000)
+    return [*names, "long.req", "long.pos"]
+
+
+def command_fault(box, name, command):
+    """What is wrong with the command for a file: it must draw a chart and end as usual."""
+    directory = box.path(f"draw-{name}")
+    directory.mkdir()
+    (directory / name).symlink_to(box.path(name))
+    result = box.shell(command, cwd=directory, CRV_PRINTCHAIN=":")
+    is_page = command.startswith("crv-html ")
+    drawn = (directory / ("crv.html" if is_page else "crv.ps")).exists()
+    shutil.rmtree(directory)
+    return "" if drawn and result.status == (0 if is_page else 1) else f"{command}: {result}"
+
+
+def test_commands_draw_charts(box):
+    """Each command that is suggested, as the shell runs it."""
+    unusual, names = write_unusual_files(box), write_files(box)
+    for form in FORMATS:
+        found = described(box, form.option, unusual + names).items()
+        commands = [(name, entry["command"]) for name, entry in found if entry.get("command")]
+        box.assertGreater(len(commands), 30, form.option)
+        some = [pair for k, pair in enumerate(commands)
+                if pair[0] in unusual or k % (len(commands) // 100 + 1) == 0]
+        with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+            faults = pool.map(lambda pair: command_fault(box, *pair), some)
+        box.assertEqual([fault for fault in faults if fault], [], form.option)
+
+
+def test_commands_read_standard_input(box):
+    box.environment["CRV_PRINTCHAIN"] = ":"
+    for option, name in (("-f", "run1.req"), ("-fm", "sled.mad"), ("-fp", "sensors.pos"),
+                         ("-fg", "bumper.vdr")):
+        box.copy_example(name)
+        entry, = json.loads(box.output_of("sh", "-c", f"crv-info --json {option} - <{name}"))
+        result = box.shell(f"{entry['command']} <{name}")
+        box.expect(name, (result.status, box.take("crv.ps")[-10:]), (1, b"showpage \n"))
+
+
+KINDS = {"request": "request file", "madymo": "Madymo file", "column": "column file",
+         "frame": "frame file"}
+
+
+def text_of(entry):
+    """The text for a file, made of its JSON object whose numbers are texts."""
+    lines = [f"{entry['file']}: {KINDS[entry['format']]}, {entry['size']} bytes"]
+
+    def add(name, value):
+        if value:
+            lines.append(f"  {name:9} {value}")
+
+    def add_range(name, pair):
+        if pair:
+            add(name, " to ".join(value or "null" for value in pair))
+
+    def add_table(heading, rows):
+        lines.extend(["", heading, *rows] if rows else [])
+    add("title", entry["title"])
+    if "steps" in entry:
+        add("steps", entry["steps"])
+        if entry["steps"] != "0":
+            add_range("time", (entry["first_time"], entry["last_time"]))
+    add_format = {"request": add_requests, "madymo": add_places, "column": add_columns,
+                  "frame": add_frame}[entry["format"]]
+    add_format(entry, add, add_range, add_table)
+    for note in entry["notes"]:
+        add("note", note)
+    add("chart", entry["command"])
+    return [line.rstrip() for line in lines if line]
+
+
+def add_requests(entry, add, _, add_table):
+    magnitudes = ("of X Y Z", "of A1 A2 A3")
+    items = [f"{k} {item}" for k, item in enumerate(entry["items"], 1)]
+    items[6:] = [f"{item} {of}" for item, of in zip(items[6:], magnitudes)]
+    add("items", ", ".join(items))
+    add("requests", str(len(entry["requests"])))
+    width = max([7, *(len(request["identifier"]) for request in entry["requests"])])
+    add_table(f"  {'request':>{width}}  type   name",
+              [f"  {request['identifier']:>{width}}  {request['type']:5}  {request['name']}"
+               for request in entry["requests"]])
+
+
+def add_places(entry, add, _, add_table):
+    add("requests", str(len(entry["requests"])))
+    add_table("  request  numbers  name",
+              [f"  {request['place']:>7}  {request['numbers'] or '-':>7}  {request['name']}"
+               for request in entry["requests"]])
+    add_table("     item  description",
+              [f"  {k:7}  {text}" for k, text in enumerate(entry["descriptions"], 1)])
+
+
+def add_columns(entry, add, _, add_table):
+    add("rows", entry["rows"])
+    add("columns", str(len(entry["columns"])))
+    add_table("   column  label",
+              [f"  {column['number']:>7}  {column['label'] or ''}" for column in entry["columns"]])
+
+
+def add_frame(entry, add, add_range, _):
+    add("points", entry["points"])
+    for axis in ("x", "y"):
+        add(axis.upper(), entry[axis]["label"])
+        for kind in ("data", "range"):
+            add_range(f"{axis.upper()} {kind}", entry[axis][kind])
+    for number, title in entry["y_titles"].items():
+        add(f"Y title {number}", title)
+    add("style", entry["style"])
+
+
+def test_json_equals_text(box):
+    """For each file that can be read, in every format."""
+    names = write_unusual_files(box) + write_files(box)
+    for form in FORMATS:
+        for begin in range(0, len(names), FILES_OF_A_RUN):
+            files = names[begin:begin + FILES_OF_A_RUN]
+            text = box.run_program(INFO, form.option, *files).stdout
+            # JSON has no text for these numbers.
+            text = re.sub(r"^(  (?:time|[XY] \w+) +)(.*)$", lambda line: line[1] + re.sub(
+                r"-?\b(?:inf|nan)\b", "null", line[2]), text, flags=re.M)
+            entries = json.loads(box.run_program(INFO, "--json", form.option, *files).stdout,
+                                 parse_int=str, parse_float=str)
+            wanted = [line for entry in entries if "error" not in entry for line in text_of(entry)]
+            box.expect(form.option, [line.rstrip() for line in text.split("\n") if line], wanted)
 
 
 def test_text_has_no_control_characters(box):
