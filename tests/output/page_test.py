@@ -3,12 +3,15 @@
 Each test also fails on an error of a script, a message of the browser and a request to a network.
 """
 import atexit
+import base64
 import csv
 import io
 import json
 import math
+import os
 import pathlib
 import re
+import struct
 import sys
 import time
 
@@ -237,6 +240,10 @@ def test_readout_equals_the_value_in_the_file(box):
     box.assertEqual(box.js("document.getElementById('spoken').ariaLive"), "polite")
     box.assertEqual(box.js(spoken), "Time (sec) {}; Displ 38, Z {}; Displ 52, Z {}; Force 61, Z {}"
                     .format(box.text("#readout")[0].split()[-1], *box.values()))
+    box.press("Home", "ArrowRight")
+    box.assertEqual(box.js(spoken), "Time (sec) {}; Displ 38, Z {}; Displ 52, Z {}; Force 61, Z {}"
+                    .format(box.text("#readout")[0].split()[-1], *box.values()))
+    box.assertNotEqual(box.values()[0], "")
 
 
 def test_legend_shows_extremes_and_toggles(box):
@@ -268,6 +275,29 @@ def test_marks_are_drawn_at_extremes(box):
     box.assertTrue(all(count > 5 for count in marked()), marked())
     box.press("m")
     box.assertEqual(marked(), [0, 0])
+
+
+# Counts the calls of a routine of canvases and keeps its first argument.
+WATCH = """(name => {
+    const real = CanvasRenderingContext2D.prototype[name];
+    window.watched = [];
+    CanvasRenderingContext2D.prototype[name] = function (...values) {
+        watched.push(values[0]);
+        return real.apply(this, values);
+    };
+})"""
+
+
+def test_marks_have_value_and_time(box):
+    for pair, column in (("38:3", 1), ("61:3", 3)):
+        box.show("-r", f"0,{pair}", "-f", "run1.req")
+        box.js(f"{WATCH}('fillText')")
+        box.press("m")
+        box.assertEqual([text for text in box.js("watched") if " at " in text], [])
+        box.press("m")
+        low, at_low, high, at_high = extremes(RUN, column)
+        box.assertEqual({text for text in box.js("watched") if " at " in text},
+                        {f"{low:.6g} at {at_low:.6g}", f"{high:.6g} at {at_high:.6g}"})
 
 
 def test_keys_reach_every_view(box):
@@ -306,19 +336,58 @@ def test_keys_reach_every_view(box):
     box.assertLess(box.y_range()[0], -2262)
 
 
+# Whether the page takes a pressed key from the browser. A list of keys that this opens is
+# closed again.
+PRESS = """key => {
+    const event = new KeyboardEvent("keydown", { key, cancelable: true, bubbles: true });
+    document.dispatchEvent(event);
+    document.getElementById("keys").close();
+    return event.defaultPrevented;
+}"""
+NAMED_KEYS = ("Alt Backspace CapsLock Control Delete End Enter Escape F1 F5 Home Insert Meta Shift "
+              "PageDown PageUp Tab ArrowDown ArrowLeft ArrowRight ArrowUp").split()
+
+
 def test_list_names_all_keys(box):
-    """Every key of the script is in its list of keys."""
+    """The keys that the page obeys are those of its list, and "=", which is "+" without Shift."""
+    box.path("saved").mkdir()
+    box.browser.download_to(box.path("saved"))
     box.show_run()
-    listed = box.text("#keys kbd") + ["="]
-    script = box.js("document.querySelector('script[type=module]').textContent")
-    table = script[script.index("const keys = {"):script.index("document.onkeydown")]
-    names = re.findall(r'^ *(?:"(.)"|(\w+))(?=\(|:)', table, re.M)
-    names += re.findall(r', (?:"(.)"|(\w+)): \(', table)
-    keys = {a or b for a, b in names} - {"for"}
+    every = [chr(code) for code in range(32, 127)] + NAMED_KEYS
+    obeyed = box.js(f"{json.dumps(every)}.filter({PRESS})")
     spelled = {"PageUp": "Page Up", "PageDown": "Page Down", "Escape": "Esc", "ArrowLeft": "\u2190",
                "ArrowRight": "\u2192", "ArrowUp": "\u2191", "ArrowDown": "\u2193"}
-    box.assertEqual({spelled.get(key, key) for key in keys} - set(listed), set())
-    box.assertGreater(len(keys), 15)
+    listed = {*box.text("#keys kbd"), *"2345678"} - {"Shift"}  # 1 to 9; Shift changes the others
+    box.assertEqual({spelled.get(key, key) for key in obeyed}, listed | {"="})
+    box.saved(".csv")
+    box.saved(".png")
+
+
+def test_buttons_do_what_their_keys_do(box):
+    box.path("saved").mkdir()
+    box.browser.download_to(box.path("saved"))
+    box.show_run()
+
+    def click(name):
+        box.browser.click(*box.js(
+            "(r => [r.x + r.width / 2, r.y + r.height / 2])([...document.querySelectorAll("
+            f"'nav button')].find(b => b.textContent === '{name}').getBoundingClientRect())"))
+    box.press("+")
+    click("All")
+    box.assertEqual(box.x_range(), [0, 3])
+    click("Panels")
+    box.assertEqual(len(box.panels()), 3)
+    click("Panels")
+    before = box.ink(HUES[2])
+    click("Marks")
+    box.assertLess(box.ink(HUES[2]), before)
+    click("CSV")
+    box.assertEqual(box.saved(".csv").count(b"\n"), len(RUN) + 1)
+    click("PNG")
+    box.assertEqual(box.saved(".png")[:8], b"\x89PNG\r\n\x1a\n")
+    click("Keys")
+    box.assertTrue(box.js("document.getElementById('keys').open"))
+    box.press("Escape")
 
 
 def show_two_runs(box):
@@ -391,6 +460,21 @@ def test_files_have_patterns_of_their_own(box):
                     "line.getAttribute('stroke-dasharray'))")
     box.assertEqual(len(dashes), 9)
     box.assertEqual(len(set(dashes)), 9)
+
+
+def test_pattern_of_a_file_is_drawn(box):
+    """Also where points are denser than pixels."""
+    for count in (1000, 100_000):
+        box.write("a.pos", "t v\n" + "0 1\n" * count)
+        box.write("b.pos", "t v\n" + "0 2\n" * count)
+        box.show("-r", "0,2", "-fp", "a.pos", "-fp", "b.pos")
+        box.press("m")
+        p = box.panels()[0]
+        first, second = (
+            box.ink(HUES[0], (p["left"], box.place(0, y)[1] - 3, p["right"],
+                              box.place(0, y)[1] + 3), 140) for y in (1, 2))
+        box.assertGreater(first, 0.95 * p["width"], count)
+        box.assertTrue(0.4 < second / first < 0.85, f"{count}: {second} of {first} pixels")
 
 
 def test_run_without_time_is_drawn_over_the_first(box):
@@ -511,10 +595,70 @@ def test_png_is_what_is_shown(box):
                                    picture.height / picture.scale, 60))  # the legend
 
 
+def test_png_leaves_out_hidden_series(box):
+    box.path("saved").mkdir()
+    box.browser.download_to(box.path("saved"))
+    box.show_run()
+    box.press("3", "i")
+    box.write("page.png", box.saved(".png"))
+    picture = Picture(box.path("page.png"))
+    height = box.js("document.getElementById('plot').clientHeight")
+    box.assertEqual(picture.height, 2 * (height + 80))
+    pixels = list(picture.pixels(0, 0, 792, picture.height / picture.scale))
+    box.assertEqual([sum(math.dist(pixel[:3], hue) < 20 for pixel in pixels) > 300 for hue in HUES],
+                    [True, True, False])
+
+
+def column_values(box, page):
+    """The columns of a page as texts of their bits, in the order of the page."""
+    blocks = re.findall(r'<script type="text/plain" data-column="(\d+)">([^<]*)</script>',
+                        box.read(page).decode())
+    columns = {}
+    for index, text in blocks:
+        columns[int(index)] = columns.get(int(index), b"") + base64.b64decode(text)
+    return [[column[k:k + 8][::-1].hex() for k in range(0, len(column), 8)]
+            for _, column in sorted(columns.items())]
+
+
+def test_page_takes_every_format_with_labels_and_windows(box):
+    """The values are those of crv-csv to the last bit."""
+    for name in ("sled.mad", "sensors.pos", "bumper.vdr"):
+        box.copy_example(name)
+    options = ["-tm", "0.5:1", "-r", "0,38:3", "-f", "run1.req", "-xl", "t (s)", "-yl", "Body",
+               "-tm", "0:0.1", "-r", "0,1:1", "-fm", "sled.mad", "-yl2", "Sled",
+               "-tm", "11:60", "-r", "0,2", "-fp", "sensors.pos", "-yl3", "Load",
+               "-r", "0,1", "-fg", "bumper.vdr"]
+    box.show(*options)
+    box.assertEqual(box.text("#legend b"), ["Body", "Sled", "Load", "Force (kN)"])
+    box.assertEqual(box.x_range(), [0, 60])
+    header, *rows = csv.reader(io.StringIO(box.output_of("crv-csv", *options), newline=""))
+    box.assertEqual((header[0], len(rows)), ("t (s)", 101))
+    cells = [[struct.pack(">d", float(cell)).hex() for cell in column if cell]
+             for column in zip(*rows)]
+    box.assertEqual([len(column) for column in cells], [51, 51, 101, 101, 50, 50, 52, 52])
+    box.expect("values", column_values(box, "page.html"), cells)
+
+
+def test_page_without_a_name_is_crv_html(box):
+    for last in ([], ["-p"]):
+        result = box.run_program("crv-html", "-r", "0,38:3", "-f", "run1.req", *last)
+        box.assertEqual((result.stdout, result.status), ("", 0))
+        box.assertIn('Written: "crv.html"', result.stderr)
+        box.assertIn(b"Displ 38, Z", box.take("crv.html"))
+
+
+def test_script_has_500_lines_at_most(box):
+    script = (sandbox.ROOT / "src/page/page.js").read_text()
+    box.assertLessEqual(len(script.splitlines()), 500)
+    box.show_run()
+    box.assertIn(script.strip(), box.read("page.html").decode())
+
+
 def test_million_rows(box):
     values = [(k / 10000, (k * 7919) % 1000, math.sin(k / 1e5) * 100, k % 5) for k in range(10**6)]
     box.write("big.pos", "a b c d\n" + "".join("%r %r %r %r\n" % row for row in values))
     box.show("-r", "1,2,3,4", "-fp", "big.pos")
+    box.assertLessEqual(box.path("page.html").stat().st_size, 11 * 4 * 10**6)
     box.assertEqual(box.x_range(), [0, 99.9999])
     for k, text in enumerate(box.text("#legend .extremes")):
         box.assertEqual(numbers(text), extremes(values, k + 1))
@@ -523,6 +667,10 @@ def test_million_rows(box):
         a = p["left"] + share / 10 * p["width"]
         top, bottom = box.place(0, 990)[1], box.place(0, 10)[1]
         box.assertGreater(box.ink(HUES[0], (a, top, a + 1, bottom)), 0.5 * (bottom - top))
+    box.js(f"{WATCH}('lineTo')")
+    box.press("m")
+    columns = box.panels()[0]["width"] + 2  # those at the edges too; the rest is for the grid
+    box.assertTrue(6 * columns < box.js("watched.length") < 3 * 4 * columns + 100)
     for _ in range(10):
         box.browser.wheel(*box.place(50), -100)
     low, high = box.x_range()
@@ -549,7 +697,8 @@ def test_column_of_several_blocks(box):
 
 
 def test_hostile_texts_stay_texts(box):
-    name = "a\"'<b>&.req"
+    name = os.fsdecode(b"a\"'<b>&\x01\x1b\xff\n.req")
+    shown = "a\"'<b>&\ufffd\ufffd\ufffd\ufffd.req"
     box.copy_example("run1.req", name)
     box.copy_example("run1.req", "c.req")
     label = b"\x01\x1b[31m\xff\xc3<b>\xe2\x80"
@@ -558,7 +707,7 @@ def test_hostile_texts_stay_texts(box):
     box.assertEqual(box.js("document.title"), HOSTILE)
     box.assertEqual(box.text("#title") + box.text("#subtitle"), [HOSTILE, "<!--<script>"])
     box.assertEqual(box.text("#legend b"), ["\ufffd\ufffd[31m\ufffd\ufffd<b>\ufffd\ufffd",
-                                           "Displ 52, Z (c.req)", f"Displ 52, Z ({name})"])
+                                           "Displ 52, Z (c.req)", f"Displ 52, Z ({shown})"])
     box.assertEqual(box.js("typeof hacked"), "undefined")
     box.assertEqual(box.js("document.querySelectorAll('img:not(#paper)').length"), 0)
     box.assertGreater(box.ink(HUES[0]), 300)
@@ -617,6 +766,22 @@ def test_loop_is_drawn_as_it_is(box):
     box.drag((-0.9, 0.2), (-0.4, 0.95))
     box.assert_range(box.x_range(), (-0.9, -0.4), 2)
     box.assertGreater(box.ink_at(HUES[0], *circle[35]), 0)
+
+
+def test_dense_loop_is_drawn_as_it_is(box):
+    """Three quarters of a circle, with more points than the chart has pixels."""
+    angles = [k / 20_000 * math.pi for k in range(30_001)]
+    box.write("loop.pos", "x y\n" + columns_of((math.cos(a), math.sin(a)) for a in angles))
+    box.show("-r", "1,2", "-fp", "loop.pos")
+    box.press("m")
+
+    def inked(x, y):
+        a, b = box.place(x, y)
+        return box.ink(HUES[0], (a - 3, b - 3, a + 3, b + 3), 140) > 0  # the line is thin
+    for angle in angles[1500::1500]:
+        box.assertTrue(inked(math.cos(angle), math.sin(angle)), angle)
+    for x, y in ((0, 0), (0.5, 0.2), (-0.5, 0.5), (0.5, -0.5)):
+        box.assertFalse(inked(x, y), (x, y))
 
 
 def test_ranges_of_the_command_line_set_the_view(box):
