@@ -22,11 +22,11 @@ SLOW = 1.2  # seconds without data, more than a run reads in silence
 class Fed:
     """A run on a terminal that reads a FIFO, which the test feeds."""
 
-    def __init__(self, box, name, arguments, **variables):
+    def __init__(self, box, name, arguments, program="crv"):
         os.mkfifo(box.path(name))
-        environment = box.environment | {"CRV_PRINTCHAIN": "echo got"} | variables
+        environment = box.environment | {"CRV_PRINTCHAIN": "echo got"}
         self.box = box
-        self.terminal = Terminal(["crv", *arguments], box.dir, environment)
+        self.terminal = Terminal([program, *arguments], box.dir, environment)
         self.writer = os.open(box.path(name), os.O_WRONLY)
 
     def feed(self, data):
@@ -49,6 +49,33 @@ class Fed:
 def stripped(text):
     """The text as rendered() gives it."""
     return "\n".join(line.rstrip() for line in text.split("\n"))
+
+
+def test_first_second_shows_nothing(box):
+    begin = time.monotonic()
+    run = Fed(box, "in.req", ["-r", "0,7", "-f", "in.req", "-w", "x"])
+    run.wait_for(PIPE_LINE)
+    box.assertGreaterEqual(time.monotonic() - begin, 1)
+    run.end()
+
+
+def test_line_is_erased_before_results_of_other_programs(box):
+    """Messages and results stand on the same terminal as the line."""
+    box.write("whole", REQ)
+    box.environment["NO_COLOR"] = "1"
+    for program, arguments in (("crv-term", ["-r", "0,7", "-f"]), ("crv-csv", ["-r", "0,7", "-f"]),
+                               ("crv-html", ["-p", "crv.html", "-r", "0,7", "-f"]),
+                               ("crv-info", ["-f"])):
+        plain = box.shell(f"{program} {' '.join(arguments)} whole 2>&1")
+        name = f"in-{program}"
+        run = Fed(box, name, [*arguments, name], program)
+        run.wait_for(PIPE_LINE)
+        run.feed(REQ[:-3])
+        run.wait_for(PIPE_LINE)
+        run.feed(REQ[-3:])
+        screen, status = run.end()
+        box.expect(program, (screen.replace(name, "whole"), status),
+                   (stripped(plain.stdout), plain.status))
 
 
 def test_line_is_erased_before_messages_of_each_format(box):
