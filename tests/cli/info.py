@@ -88,8 +88,10 @@ def write_unusual_files(box):
         names.append(f"{path.parent.parent.name}-{path.name}")
         box.write(names[-1], path.read_bytes())
     box.write("long.req", "\nlong\n1\n7 1 0 0 0\n" + "1\n10\n" * 40_000)
+    box.write("long.mad", "Title\n\n1 0\nSLED\n" + "1\n1 2\n" * 40_000)
     box.write("long.pos", "a b\n" + "1 2\n" * 40_000)
-    return [*names, "long.req", "long.pos"]
+    box.write("long.vdr", "%N\n40000\n%D\n" + "1 2\n" * 40_000)
+    return [*names, "long.req", "long.mad", "long.pos", "long.vdr"]
 
 
 def command_fault(box, name, command):

@@ -390,6 +390,15 @@ def test_buttons_do_what_their_keys_do(box):
     box.press("Escape")
 
 
+def test_keyboard_toggles_series_beyond_the_ninth(box):
+    box.write("many.pos", columns_of([[f"c{n}" for n in range(13)], *([k] * 13 for k in range(5))]))
+    box.show("-r", ",".join(str(n + 1) for n in range(13)), "-fp", "many.pos")
+    box.js("document.querySelectorAll('#legend button')[11].focus()")
+    box.press(" ")
+    pressed = box.js("Array.from(document.querySelectorAll('#legend button'), b => b.ariaPressed)")
+    box.assertEqual(pressed, ["true"] * 11 + ["false"])
+
+
 def show_two_runs(box):
     """The second run has every third of the first 200 steps."""
     lines = box.read("run1.req").decode().splitlines(keepends=True)
@@ -721,6 +730,17 @@ def test_policy_blocks_scripts_and_requests(box):
     box.assertEqual(box.js("fetch('https://example.org/').then(() => 'sent', () => 'blocked')"),
                     "blocked")
     box.assertTrue(any("Content Security Policy" in fault for fault in box.browser.faults()))
+    box.browser.clear_events()
+
+
+def test_faults_of_a_page_are_seen(box):
+    """Those that no page of crv-html may have: the check after each test finds them."""
+    for part, fault in (("<script>throw Error('thrown')</script>", "exceptionThrown"),
+                        ("<script>console.error('told')</script>", "told"),
+                        ("<img src='https://example.org/a.png'>", "request: https://example.org")):
+        box.write("faulty.html", part)
+        box.browser.open(box.path("faulty.html"))
+        box.assertTrue(any(fault in seen for seen in box.browser.faults()), fault)
     box.browser.clear_events()
 
 
