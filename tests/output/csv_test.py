@@ -83,6 +83,19 @@ def test_pandas_reads_missing_cells_and_labels(box):
     box.assertEqual(columns, [[bits_of(cell) for cell in column] for column in cells])
 
 
+def test_labels_are_trimmed_and_distinct(box):
+    """Labels of files and of the command line, and the own X of a later file."""
+    box.copy_example("run1.req")
+    frame = "%XA\n \t Way (mm) \t\n%YA\n  Force \n%N\n3\n%D\n1 2\n3 4\n5 6\n"
+    box.write("a.vdr", frame)
+    box.write("b.vdr", frame)
+    table = box.output_of("crv-csv", "-r", "0,38:3", "-f", "run1.req", "-r", "0,1", "-fg", "a.vdr",
+                          "-fg", "b.vdr", "-fg", "b.vdr", "-xl", " t \t", "-yl", "\t B ")
+    box.assertEqual(table.split("\n")[0],
+                    "t,B,Way (mm) (a.vdr),Force (a.vdr),Way (mm) (b.vdr),Force (b.vdr),"
+                    "Way (mm) (b.vdr)_2,Force (b.vdr)_2")
+
+
 def test_sqlite_holds_the_cells_as_text(box):
     box.require("sqlite3")
     box.copy_example("run1.req")
