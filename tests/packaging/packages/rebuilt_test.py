@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Packages built from the unpacked source archive, elsewhere, in another year, from files of another
-day and with another umask, time zone and locale, have the same bytes."""
+"""Packages built from the unpacked source archive, elsewhere, in another year, from files of
+another day and with another umask, time zone and locale, have the same bytes."""
 import hashlib
 import os
 import tarfile

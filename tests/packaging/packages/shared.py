@@ -134,6 +134,22 @@ def take_file(directory, name):
     return contents
 
 
+def make_checkout(box):
+    """The source as a git checkout without changes; returns its directory."""
+    source = box.unpack_source()
+    box.run_command("git", "init", "--quiet", cwd=source)
+    commit(box, source)
+    return source
+
+
+def commit(box, source):
+    """Commits all changes. The commit has the time of the packages, which comes from the source."""
+    time = (source / "cmake/commit_time.txt").read_text().strip()
+    box.run_command("git", "add", "--all", cwd=source)
+    box.run_command("git", "-c", "user.name=crv", "-c", "user.email=crv@crv.invalid", "commit",
+                    "--quiet", "--message", "all", cwd=source, GIT_COMMITTER_DATE=f"{time} +0000")
+
+
 def require_to_build():
     """Requires the packages that scripts/package.sh would install."""
     require("dpkg-shlibdeps", "fakeroot", "file", "rpmbuild", "zip", "aarch64-linux-gnu-g++",
