@@ -13,6 +13,7 @@ there is one. The output of other tools is compared with that of crv before they
 Goals hold for wall time and for CPU time. A goal in times of `wc -l` depends on how fast `wc -l`
 counts here: one is for 6 GB/s or less, one for 8.5 GB/s or more, and between them is a line.
 """
+import concurrent.futures
 import os
 import pathlib
 import platform
@@ -391,6 +392,34 @@ def job_v(bench):
               [("gnuplot", 7, ">=")])
 
 
+def drain(terminal):
+    """Reads what is shown until the terminal is closed, so that no writer waits."""
+    shown = bytearray()
+    try:
+        while piece := os.read(terminal, 65536):
+            shown += piece
+    except OSError:  # the end, on Linux
+        pass
+    return bytes(shown)
+
+
+def job_progress(bench):
+    big = bench.file("big.pos", "pos", 10, 5_000_000)
+    command = f"exec {bench.crv} -tm 0:1e9 -r 1,2,3,4,5,6,7,8,9,10 -fp {big.name} 2>"
+    terminal, shell_side = os.openpty()
+    with concurrent.futures.ThreadPoolExecutor() as pool:
+        shown = pool.submit(drain, terminal)
+        bench.job("progress", "ten columns of the file of job d; crv shows progress",
+                  big.stat().st_size,
+                  {"crv": ["sh", "-c", command + os.ttyname(shell_side)],
+                   "no terminal": ["sh", "-c", command + "/dev/null"]},
+                  [("no terminal", 1.02, "<=")])
+        os.close(shell_side)
+    os.close(terminal)
+    if b" MB/s" not in shown.result():
+        sys.exit("progress: nothing was shown")
+
+
 def growth(bench):
     lines = ["\n### Growth: job b on files of 10 MB, 100 MB and 1 GB\n",
              "| MB | wall s | ns a byte | peak MB |", "|---|---|---|---|"]
@@ -428,8 +457,8 @@ def main():
         peak_b = job_b(bench)
         job_c(bench)
         peak_d = job_d(bench)
-        for job in (job_e, job_f, job_csv, job_info, job_g, job_h, job_v, job_pages, growth,
-                    pieces):
+        for job in (job_e, job_f, job_csv, job_info, job_g, job_h, job_v, job_progress,
+                    job_pages, growth, pieces):
             job(bench)
         kept = 2 * 5_000_000 * 16 / 1024 / 1024
         extra = peak_d - kept

@@ -19,7 +19,7 @@ def main():
     page, picture, scheme, *keys = sys.argv[1:]
     if not find_browser():
         sys.exit("gallery_page.py: not installed: chromium; scripts/setup.sh ci installs it")
-    browser = Browser(WIDTH, 480)
+    browser = Browser(WIDTH, 510)
     try:
         browser.set_dark(scheme == "dark")
         browser.open(page)

@@ -8,6 +8,7 @@
 #include "text/utf8.h"
 #include "util/identity.h"
 
+#include <climits>
 #include <cstdio>
 #include <iterator>
 #include <string_view>
@@ -50,12 +51,6 @@ struct info_run {
 
 } // namespace
 
-static bool is_number(std::string_view text) {
-    for (const char c : text)
-        if (!utl_IsDigit(c)) return false;
-    return !text.empty();
-}
-
 // Sets the format of the files that follow. Returns false if `option` is not a file option.
 static bool read_format(std::string_view option, crv_info_file *next) {
     next->label_line = 1;
@@ -67,7 +62,7 @@ static bool read_format(std::string_view option, crv_info_file *next) {
         next->format = crv_format::frame;
     } else if (option == "-fp") {
         next->format = crv_format::column;
-    } else if (option.starts_with("-fp") && is_number(option.substr(3))) {
+    } else if (option.starts_with("-fp") && utl_IsWholeNumber(option.substr(3), INT_MAX)) {
         next->format = crv_format::column;
         next->label_line = utl_ToInt(option.substr(3));
     } else {

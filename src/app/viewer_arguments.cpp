@@ -4,8 +4,11 @@
 #include "readers/selection.h"
 #include "system/console.h"
 #include "text/fields.h"
+#include "text/number_reader.h"
 #include "text/utf8.h"
 
+#include <climits>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -97,18 +100,18 @@ static bool read_value(const scan &state, const crv_option_form &form, int *inde
     return report_missing(*argument, name_of_value(form.option));
 }
 
-static bool is_number(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
-}
+static bool is_identifier(std::string_view text) { return utl_IsWholeNumber(text, UINT32_MAX); }
 
-// True if all pairs are numbers, N or N:N. crv reads other text as 0, which is time.
+// True if all pairs are numbers, N or N:N. crv reads other text as 0, which is time, and of a
+// larger number the lower 32 bits.
 static bool check_pairs(const char *selection) {
     std::string_view rest = selection;
     std::string_view pair;
     while (utl_NextField(&rest, &pair)) {
         const size_t colon = pair.find(':');
         const bool has_item = colon != pair.npos;
-        if (is_number(pair.substr(0, colon)) && (!has_item || is_number(pair.substr(colon + 1))))
+        if (is_identifier(pair.substr(0, colon)) &&
+            (!has_item || is_identifier(pair.substr(colon + 1))))
             continue;
         fprintf(utl_ErrorStream(),
                 "%%crv_06-f-sel, \"%s\" in the selection \"%s\" is not a series, such as 38:3\n",
@@ -178,7 +181,7 @@ static bool is_whole(const crv_option_form &form, std::string_view name) {
     const std::string_view rest = name.substr(form.spelling.size());
     if (form.rest != crv_option_rest::number) return rest.empty();
     if (form.option == crv_option::y_label && rest.size() > 1) return false; // N is one digit
-    return is_number(rest);
+    return utl_IsWholeNumber(rest, INT_MAX);
 }
 
 // Reads the option at `index` and goes on to its value.

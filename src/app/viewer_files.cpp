@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <iterator>
 
 namespace {
 
@@ -60,6 +61,18 @@ static int read_columns(const crv_viewer_argument &file, const char *text) {
     }
 }
 
+// Items outside the table have a value that no file contains.
+static void warn_unknown_items(const crv_viewer_argument &file, const char *text) {
+    if (file.option != crv_option::request_file && file.option != crv_option::madymo_file) return;
+    const crv_selection selection = crv_ParseSel(text, 0);
+    for (const crv_reqsel &entry : crv_Entries(selection)) {
+        if (entry.item < std::size(crv_request_items)) continue;
+        fprintf(utl_ErrorStream(),
+                "%%crv_06-w-itm, Request %u of \"%s\" has no item %u, its values are -999.999\n",
+                entry.req, utl_CleanText(file.value).c_str(), entry.item);
+    }
+}
+
 static bool has_points(const crv_viewer_argument &file, int count) {
     for (int k = 0; k < count; ++k) {
         if (crv_columns[k]->val_list) continue;
@@ -89,6 +102,7 @@ static void add_file(const crv_viewer_argument &file, int count, filling *to) {
 static bool read_file(const crv_viewer_argument &file, filling *to) {
     const int count = read_columns(file, to->selection);
     if (count < 1 || !has_points(file, count)) return false;
+    warn_unknown_items(file, to->selection);
     add_file(file, count, to);
     if (to->view->files.size() > 1) return true;
     to->file_title = file.option == crv_option::column_file
@@ -121,6 +135,26 @@ static void set_time_window(const char *value) {
     if (!(window[0] <= window[1])) crv_settings.time_window_given = false;
 }
 
+// Reports a range that no axis can have. Low above high has been reported, and means no range.
+static void check_range(const crv_viewer_argument &argument, const double (&range)[2]) {
+    if (range[0] > range[1]) return;
+    if (std::isfinite(range[0]) && std::isfinite(range[1]) && range[0] < range[1]) return;
+    fprintf(utl_ErrorStream(),
+            "%%crv_06-w-ran, No axis can have the range \"%s\" of option %s: all is shown\n",
+            utl_CleanText(argument.value).c_str(), utl_CleanText(argument.spelling).c_str());
+}
+
+static void set_range(const crv_viewer_argument &argument, filling *to) {
+    if (!argument.value) return;
+    if (argument.option == crv_option::x_range) {
+        crv_SetXRange(argument.value, to->view->x_range);
+        check_range(argument, to->view->x_range);
+    } else {
+        crv_SetYRange(argument.value, to->view->y_range);
+        check_range(argument, to->view->y_range);
+    }
+}
+
 static bool carry_out(const crv_viewer_argument &argument, filling *to) {
     switch (argument.option) {
     case crv_option::selection: to->selection = argument.value; break;
@@ -129,8 +163,8 @@ static bool carry_out(const crv_viewer_argument &argument, filling *to) {
     case crv_option::column_file:
     case crv_option::frame_file: return read_file(argument, to);
     case crv_option::time_window: set_time_window(argument.value); break;
-    case crv_option::x_range: crv_SetXRange(argument.value, to->view->x_range); break;
-    case crv_option::y_range: crv_SetYRange(argument.value, to->view->y_range); break;
+    case crv_option::x_range:
+    case crv_option::y_range: set_range(argument, to); break;
     case crv_option::x_label:
     case crv_option::y_label: set_label(argument, *to); break;
     case crv_option::title: to->view->title = trim(argument.value); break;

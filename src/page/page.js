@@ -119,8 +119,8 @@ function arrange(width, top, height) {
     const key = separate ? curves.indexOf(group[0]) : -1;
     const low = Math.min(...group.map(curve => curve.low));
     const high = Math.max(...group.map(curve => curve.high));
-    const panelHeight = Math.max(10, space - margin.between); // has room for the marks
-    const [y0, y1] = view.fixed.get(key) || widen(low, high, Math.min(0.5, 22 / panelHeight));
+    const panelHeight = Math.max(10, space - margin.between); // 16 pixels of it for marks
+    const [y0, y1] = view.fixed.get(key) || widen(low, high, 16 / Math.max(panelHeight - 32, 16));
     return { key, curves: group, x0: view.low, x1: view.high, y0, y1,
       left: margin.left, right: width - margin.right, width: width - margin.left - margin.right,
       top: top + margin.top + k * space, height: panelHeight };
@@ -216,7 +216,7 @@ function drawGrid(g, p, isLowest) {
     drawLine(g, a, p.top, a, bottom, "grid", 1);
     if (isLowest) drawText(g, text, a, bottom + 6, "center", "top", "faint");
   }
-  for (const { value, text } of ticks(p.y0, p.y1, Math.max(1, p.height / 40))) {
+  for (const { value, text } of ticks(p.y0, p.y1, Math.max(3, p.height / 40))) {
     const b = crisp(screenY(p, value));
     drawLine(g, p.left, b, p.right, b, "grid", 1);
     drawText(g, text, p.left - 6, b, "right", "middle", "faint");
@@ -224,9 +224,8 @@ function drawGrid(g, p, isLowest) {
   g.strokeRect(crisp(p.left), crisp(p.top), Math.round(p.width), Math.round(p.height));
 }
 
-// Marks minimum and maximum with a triangle, and with their text where there is room.
-function drawMarks(g, p) {
-  const texts = [];
+// Marks minimum and maximum with a triangle, and with their text where the texts before leave room.
+function drawMarks(g, p, texts) {
   for (const { x, y, hue, lowRow, highRow } of p.curves)
     for (const [row, up] of [[lowRow, -7], [highRow, 7]]) {
       if (row < 0) continue;
@@ -257,8 +256,9 @@ function paint(g, width, top, height, dots) {
     g.save();
     g.beginPath(); g.rect(p.left, p.top, p.width, p.height); g.clip();
     for (const curve of p.curves) drawCurve(g, p, curve, dots);
-    if (marks) drawMarks(g, p);
-    if (p.key >= 0) drawText(g, p.curves[0].label, p.left + 6, p.top + 4, "left", "top", "ink");
+    const [name, left, middle] = [p.key >= 0 ? p.curves[0].label : "", p.left + 6, p.top + 10];
+    if (marks) drawMarks(g, p, [{ left, width: g.measureText(name).width, middle }]);
+    drawText(g, name, left, middle, "left", "middle", "ink");
     g.restore();
   }
   drawText(g, xName(), width / 2, top + height - 4, "center", "bottom", "ink");
@@ -294,7 +294,7 @@ function resize() {
 }
 
 function draw() {
-  plot.style.minHeight = separate ? `${60 * shownCurves().length + 52}px` : "";
+  plot.style.minHeight = separate ? `${80 * shownCurves().length + 52}px` : "";
   panels = paint(chart, plot.clientWidth, 0, plot.clientHeight, devicePixelRatio);
   plot.dataset.panels = JSON.stringify(panels.map(({ curves: _, ...panel }) => panel));
   [element("panels").ariaPressed, element("marks").ariaPressed] = [separate, marks];

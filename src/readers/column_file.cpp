@@ -205,7 +205,8 @@ static void warn_dropped_rows(const column_file *pos) {
     if (pos->in.points_dropped == 0 || crv_settings.keeps_all_data) return;
     const uint64_t kept = pos->in.points - pos->in.points_dropped;
     fprintf(utl_ErrorStream(),
-            "%%crv_94-w-mea, Means of \"%s\" are sums over %llu rows divided by all %llu rows\n",
+            "%%crv_94-w-mea, Means of \"%s\" are sums over the values in %llu rows divided by the"
+            " number of values in all %llu rows\n",
             pos->in.path, static_cast<unsigned long long>(kept),
             static_cast<unsigned long long>(pos->in.points));
 }

@@ -4,6 +4,7 @@
 
 #include "readers/column_builder.h"
 #include "readers/input.h"
+#include "readers/madymo_steps.h"
 #include "readers/selection.h"
 #include "records/column.h"
 #include "records/range.h"
@@ -20,7 +21,6 @@
 #include <cstdio>
 
 static constexpr int routine = 88;
-static constexpr size_t line_limit = crv_madymo_line_limit;
 static constexpr uint32_t max_numbers_per_line = crv_madymo_max_numbers; // the highest item
 static constexpr uint32_t request_type = 5;                              // of all, "Req  "
 static constexpr int status_failed = 0;
@@ -34,16 +34,11 @@ namespace {
 
 // State of a Madymo file that is being read.
 struct madymo_file {
-    crv_input in;
+    crv_madymo_steps steps;
     crv_selection selection;
     char names[CRV_MAXCOLS][crv_madymo_name_length + 1]; // of the requests of the entries
     std::span<crv_column *const> columns;                // of the entries, in selection order
-    crv_madymo_header header;
-    double time;
-    bool in_window; // the time is in the time window
     uint32_t steps_done;
-    int64_t lines_left;  // lines of the incomplete step at the end
-    utl_line_status end; // of the line that ended the steps
 };
 
 // The lines of one step that have an entry, in the order of the step.
@@ -52,22 +47,7 @@ struct selected_lines {
     size_t next = 0; // index into the order of the entries
 
     int64_t next_block() const;
-    void read(int64_t block, utl_line line, utl_line_fields *fields);
-};
-
-// All lines of a step, whose numbers are counted.
-struct counted_lines {
-    crv_madymo_survey *survey;
-    int64_t block = 0;
-
-    int64_t next_block() const { return block; }
-    void read(int64_t, utl_line, utl_line_fields *fields);
-};
-
-// None of the lines of a step.
-struct skipped_lines {
-    int64_t next_block() const { return INT64_MAX; }
-    void read(int64_t, utl_line, utl_line_fields *) {}
+    void read(int64_t block, const utl_line &line, utl_line_fields *fields);
 };
 
 } // namespace
@@ -83,29 +63,30 @@ static void trace_selection(const crv_selection &selection) {
 // even if the file ends before its name.
 static void assign_lines(madymo_file *mad) {
     for (crv_reqsel &entry : crv_Entries(&mad->selection)) {
-        if (entry.req < 1 || entry.req > static_cast<uint32_t>(mad->header.num_requests)) continue;
+        if (entry.req < 1 || entry.req > static_cast<uint32_t>(mad->steps.header.num_requests))
+            continue;
         entry.block = static_cast<int32_t>(entry.req);
         entry.type = request_type;
     }
 }
 
 static void read_header(madymo_file *mad) {
-    mad->header = crv_ReadMadymoHeader(mad->in.lines);
-    if (!mad->header.has_counts) {
+    mad->steps.header = crv_ReadMadymoHeader(mad->steps.in.lines);
+    if (!mad->steps.header.has_counts) {
         utl_EraseStatusLine();
         printf("%%crv_xx-e-num, Request count or column count incorrect\n");
     }
-    if (mad->header.num_requests < 0) {
+    if (mad->steps.header.num_requests < 0) {
         fprintf(utl_ErrorStream(),
                 "%%crv_88-f-num, Number of requests (%d) on line 3 of \"%s\" is below 0\n",
-                mad->header.num_requests, mad->in.path);
+                mad->steps.header.num_requests, mad->steps.in.path);
         utl_Fail(status_failed);
     }
     assign_lines(mad);
     std::string_view text;
-    while (crv_ReadMadymoName(mad->in.lines, &mad->header, &text))
+    while (crv_ReadMadymoName(mad->steps.in.lines, &mad->steps.header, &text))
         for (size_t k = 0; k < mad->selection.count; ++k)
-            if (mad->selection.table[k].block == mad->header.num_names)
+            if (mad->selection.table[k].block == mad->steps.header.num_names)
                 utl_CopyText(mad->names[k], text);
 }
 
@@ -119,7 +100,7 @@ static bool check_selection(const madymo_file *mad) {
 
 static void skip_descriptions(madymo_file *mad) {
     std::string_view text;
-    while (crv_ReadMadymoDescription(mad->in.lines, &mad->header, &text)) {
+    while (crv_ReadMadymoDescription(mad->steps.in.lines, &mad->steps.header, &text)) {
     }
 }
 
@@ -147,9 +128,9 @@ static double read_item(madymo_file *mad, utl_line_fields *fields, uint32_t item
                 static_cast<int>(max_numbers_per_line));
         utl_Fail(status_failed);
     }
-    if (item == 0) return mad->time;
+    if (item == 0) return mad->steps.time;
     double number = 0.0;
-    if (!utl_TakeNumberAt(fields, item, &number)) crv_WarnMissingNumbers(&mad->in);
+    if (!utl_TakeNumberAt(fields, item, &number)) crv_WarnMissingNumbers(&mad->steps.in);
     return number;
 }
 
@@ -158,12 +139,12 @@ static void trace_value(const madymo_file *mad, const utl_line &line, uint32_t i
     printf("    _88-i-val, *************************************\n");
     crv_TraceRecord(line, routine);
     printf("    _88-i-val, item = %u, val1 = %f \n", item, value);
-    printf("    _88-i-val, current_time = %f \n", mad->time);
+    printf("    _88-i-val, current_time = %f \n", mad->steps.time);
 }
 
 static void keep_value(const madymo_file *mad, crv_column *column, double value) {
     crv_CountValue(column);
-    crv_UpdateMinMax(column, value, 0, 0.0, mad->time);
+    crv_UpdateMinMax(column, value, 0, 0.0, mad->steps.time);
     crv_AccumulateSum(column, value);
     crv_UpdateFirstLast(column, value, 0, 0.0);
     crv_UpdateAbsMinMax(column, value, 0, 0.0);
@@ -176,55 +157,28 @@ static void read_value(madymo_file *mad, size_t k, const utl_line &line, utl_lin
     const uint32_t item = mad->selection.table[k].item;
     const double value = read_item(mad, fields, item);
     if (crv_DBG == routine) trace_value(mad, line, item, value);
-    if (mad->in_window) keep_value(mad, mad->columns[k], value);
+    if (mad->steps.in_window) keep_value(mad, mad->columns[k], value);
 }
 
 // Deliberate: an unterminated last line counts as too long.
 [[noreturn]] static void reject_long_line(const madymo_file *mad) {
     fprintf(utl_ErrorStream(), "\n%%crv_88-f-lon, Current records are too long in \"%s\"\n",
-            mad->in.path);
+            mad->steps.in.path);
     utl_Fail(status_failed);
 }
 
 int64_t selected_lines::next_block() const {
-    return crv_NextNeededBlock(mad->selection, next, mad->header.num_requests);
+    return crv_NextNeededBlock(mad->selection, next, mad->steps.header.num_requests);
 }
 
-void selected_lines::read(int64_t block, utl_line line, utl_line_fields *fields) {
+void selected_lines::read(int64_t block, const utl_line &line, utl_line_fields *fields) {
     for (; next_block() == block; ++next) read_value(mad, mad->selection.order[next], line, fields);
 }
 
-static void read_time(madymo_file *mad, utl_line_fields *fields) {
-    if (!utl_TakeNumberAt(fields, 1, &mad->time)) crv_WarnMissingNumbers(&mad->in);
-    mad->in_window = crv_CountPoint(&mad->in, mad->time);
-}
-
-// Reads one step: the time, and those of the lines that are needed; skips the others. Returns false
-// after the last step, with the reason in mad->end: end of the file, or a line without its line
-// end.
-template <typename needed_lines> static bool read_step(madymo_file *mad, needed_lines needed) {
-    const int64_t num_lines = int64_t{mad->header.num_requests} + 1;
-    for (int64_t block = 0; block < num_lines;) {
-        const utl_line line = utl_ReadLine(mad->in.lines, line_limit);
-        if (line.status != utl_line_status::newline) {
-            mad->lines_left = block;
-            mad->end = line.status;
-            return false;
-        }
-        utl_line_fields fields = utl_SplitLine(line.text);
-        if (block == 0) read_time(mad, &fields);
-        needed.read(block, line, &fields);
-        ++block;
-        const int64_t next = std::min(needed.next_block(), num_lines);
-        block += utl_SkipLines(mad->in.lines, line_limit, next - block);
-    }
-    return true;
-}
-
 static void read_steps(madymo_file *mad) {
-    while (read_step(mad, selected_lines{mad})) ++mad->steps_done;
-    if (mad->end != utl_line_status::eof) reject_long_line(mad);
-    if (mad->lines_left > 0) crv_WarnIncompleteStep(mad->in, mad->steps_done + 1);
+    while (crv_ReadMadymoStep(&mad->steps, selected_lines{mad})) ++mad->steps_done;
+    if (mad->steps.end != utl_line_status::eof) reject_long_line(mad);
+    if (mad->steps.lines_left > 0) crv_WarnIncompleteStep(mad->steps.in, mad->steps_done + 1);
 }
 
 static void set_labels(madymo_file *mad) {
@@ -238,7 +192,7 @@ static void set_labels(madymo_file *mad) {
             snprintf(column->colname, sizeof column->colname, "%s, R %d, C %.2s", mad->names[k],
                      static_cast<int>(entry->req), entry->comp_label);
         }
-        crv_SetTitle(column, {mad->header.title, mad->header.title_status});
+        crv_SetTitle(column, {mad->steps.header.title, mad->steps.header.title_status});
     }
 }
 
@@ -249,16 +203,16 @@ static int read_file(madymo_file *mad) {
     skip_descriptions(mad);
     make_columns(mad);
     read_steps(mad);
-    if (crv_ReadFailed(mad->in)) {
+    if (crv_ReadFailed(mad->steps.in)) {
         utl_QuitWithError("    _88-f-fread", status_failed);
     }
-    crv_WarnDefaultWindow(mad->in);
+    crv_WarnDefaultWindow(mad->steps.in);
     crv_SetMeans(mad->columns);
-    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->in.path,
+    printf("%%crv_88-i-pts, file (%s) has %d steps\n", mad->steps.in.path,
            static_cast<int>(mad->steps_done));
     if (crv_DBG == routine) crv_ListColumns(mad->columns, routine);
     set_labels(mad);
-    crv_WarnWrappedCounts(mad->in, mad->columns);
+    crv_WarnWrappedCounts(mad->steps.in, mad->columns);
     return static_cast<int>(mad->selection.count);
 }
 
@@ -267,55 +221,14 @@ int crv_ReadMad(const char *path, const crv_selection &selection) {
     if (crv_DBG == routine) trace_selection(selection);
 
     madymo_file mad = {};
-    mad.in = {.path = path, .routine = routine};
+    mad.steps.in = {.path = path, .routine = routine};
     mad.selection = selection;
     mad.columns = crv_SelectedColumns(selection);
 
     printf("%%crv_88-i-wor, Reading \"%s\" ...\n", path);
-    mad.in.lines = utl_OpenReader(path);
-    if (!mad.in.lines) utl_QuitWithError("    _88-f-fopen", status_failed);
+    mad.steps.in.lines = utl_OpenReader(path);
+    if (!mad.steps.in.lines) utl_QuitWithError("    _88-f-fopen", status_failed);
     const int count = read_file(&mad);
-    utl_CloseReader(mad.in.lines);
+    utl_CloseReader(mad.steps.in.lines);
     return count;
-}
-
-void counted_lines::read(int64_t, utl_line, utl_line_fields *fields) {
-    if (block++ == 0 || survey->numbers.size() == crv_max_listed) return;
-    while (!utl_TakeField(fields).empty()) {
-    }
-    survey->numbers.push_back(fields->taken);
-}
-
-// Reads names and descriptions into the survey.
-static void survey_header(madymo_file *mad, crv_madymo_survey *survey) {
-    std::string_view text;
-    while (crv_ReadMadymoName(mad->in.lines, &mad->header, &text))
-        if (survey->names.size() < crv_max_listed)
-            survey->names.emplace_back(text.substr(0, crv_madymo_name_length));
-    while (crv_ReadMadymoDescription(mad->in.lines, &mad->header, &text))
-        if (survey->descriptions.size() < crv_max_listed) survey->descriptions.emplace_back(text);
-}
-
-bool crv_SurveyMad(utl_line_reader *lines, uint64_t max_steps, crv_madymo_survey *survey) {
-    madymo_file mad = {};
-    mad.in = {.path = "", .lines = lines, .routine = routine, .is_silent = true};
-    mad.header = crv_ReadMadymoHeader(lines);
-    survey->header = mad.header;
-    if (mad.header.num_requests < 0) return false;
-
-    survey_header(&mad, survey);
-    survey->header = mad.header;
-    bool more = max_steps > 0 && read_step(&mad, counted_lines{survey});
-    while (more) {
-        crv_SurveyStep(&survey->steps, mad.time);
-        more = survey->steps.steps < max_steps && read_step(&mad, skipped_lines{});
-    }
-    crv_SurveyInput(&survey->steps, mad.in);
-    survey->steps.unterminated = mad.end == utl_line_status::unterminated;
-    if (mad.end == utl_line_status::partial) {
-        survey->long_line = lines->line_number;
-    } else {
-        survey->steps.lines_left = static_cast<uint64_t>(mad.lines_left);
-    }
-    return true;
 }

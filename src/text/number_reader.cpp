@@ -204,3 +204,13 @@ int utl_ToInt(std::string_view text) {
     }
     return static_cast<int>(static_cast<uint32_t>(negative ? 0 - magnitude : magnitude));
 }
+
+bool utl_IsWholeNumber(std::string_view text, uint32_t max) {
+    uint64_t number = 0;
+    for (const char c : text) {
+        if (!utl_IsDigit(c)) return false;
+        number = 10 * number + static_cast<uint64_t>(c - '0');
+        if (number > max) return false;
+    }
+    return !text.empty();
+}

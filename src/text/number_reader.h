@@ -1,9 +1,13 @@
 // text/number_reader.h - text to numbers, by the rules of atof and atoi and several times as fast.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 inline bool utl_IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Returns true if `text` is digits alone, one or more, and their number is at most `max`.
+bool utl_IsWholeNumber(std::string_view text, uint32_t max);
 
 // Returns the number at the start of `text` as atof reads it, including hexadecimal, infinite and
 // not-a-number forms; 0.0 if there is none. Only the first 2,047 characters of a form that is not

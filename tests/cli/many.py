@@ -58,8 +58,8 @@ def test_row_is_read_in_pieces(box):
             end = f"%crv_94-i-pts, file wide.pos has {pieces} steps\n" + WROTE_NOTHING
             warnings = (f'%crv_94-w-win, {pieces - 10_000} of {pieces} points of "wide.pos" are '
                         "outside the default time window -100:10000 and left out, see -tm\n"
-                        '%crv_94-w-mea, Means of "wide.pos" are sums over 10000 rows divided by '
-                        f"all {pieces} rows\n")
+                        '%crv_94-w-mea, Means of "wide.pos" are sums over the values in 10000 '
+                        f"rows divided by the number of values in all {pieces} rows\n")
         selection = f"0,{column}"
         box.expect_run(column, COLUMN.run(box, "wide.pos", selection, "-fp0"),
                        COLUMN.opening("wide.pos", selection)

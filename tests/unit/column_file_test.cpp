@@ -99,7 +99,8 @@ TEST_F(column_file, RowsOutsideTimeWindowAreCounted) {
     EXPECT_EQ(crv_columns[1]->var2, 3.0);
     const auto mean = [&] {
         return "%crv_94-w-mea, Means of \"" + path +
-               "\" are sums over 3 rows divided by all 5 rows\n";
+               "\" are sums over the values in 3 rows divided by the number of values in all 5"
+               " rows\n";
     };
     EXPECT_EQ(err, "%crv_94-w-win, 2 of 5 points of \"" + path +
                        "\" are outside the default time window -100:10000 and left out, see -tm\n" +

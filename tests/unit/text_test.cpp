@@ -143,6 +143,16 @@ TEST(Text, TakesFieldsLikeScalarForm) {
     }
 }
 
+TEST(Text, AWholeNumberIsDigitsUpToItsLimit) {
+    for (const char *text : {"0", "7", "007", "4294967295"})
+        EXPECT_TRUE(utl_IsWholeNumber(text, UINT32_MAX)) << text;
+    for (const char *text :
+         {"", "-1", "+1", " 1", "1 ", "1.0", "4294967296", "99999999999999999999"})
+        EXPECT_FALSE(utl_IsWholeNumber(text, UINT32_MAX)) << text;
+    EXPECT_TRUE(utl_IsWholeNumber("30", 30));
+    EXPECT_FALSE(utl_IsWholeNumber("31", 30));
+}
+
 TEST(Text, TakesNumbersInAnyOrder) {
     const padded_text line(" 1,2  3 ,4" + std::string(70, ' ') + "5 ");
     utl_line_fields fields = utl_SplitLine(line.text());

@@ -167,6 +167,25 @@ TEST_F(viewer, XRangeDropsNoPoints) {
     EXPECT_EQ(view.y_range[1], 2.0);
 }
 
+TEST_F(viewer, RangesThatNoAxisCanHaveAreReported) {
+    for (const char *option : {"-x", "-y"}) {
+        for (const char *range : {"1:nan", "nan:1", "-inf:0", "2:2"}) {
+            ASSERT_TRUE(read({option, range, "-r", "0,38:2", "-f", first.path()}));
+            EXPECT_EQ(err, std::string("%crv_06-w-ran, No axis can have the range \"") + range +
+                               "\" of option " + option + ": all is shown\n");
+        }
+        ASSERT_TRUE(read({option, "2:1", option, "auto", "-r", "0,38:2", "-f", first.path()}));
+        EXPECT_EQ(err, "");
+    }
+}
+
+TEST_F(viewer, ItemsThatNoRequestHasAreReported) {
+    ASSERT_TRUE(read({"-r", "0,38:7,38:9", "-f", first.path()}));
+    EXPECT_EQ(err, "%crv_06-w-itm, Request 38 of \"" + std::string(first.path()) +
+                       "\" has no item 9, its values are -999.999\n");
+    EXPECT_EQ(values_of(view.curves[1].y), (numbers{-999.999, -999.999, -999.999}));
+}
+
 TEST_F(viewer, TimeWindowDropsPoints) {
     ASSERT_TRUE(read({"-tm", "0.4:0.6", "-r", "0,38:2", "-f", first.path()}));
     EXPECT_EQ(values_of(view.files[0].x), (numbers{0.5}));
@@ -379,6 +398,8 @@ TEST_F(viewer, MistakesAreNamed) {
          "\"38:3:1\" in the selection \"0 38:3:1\" is not a series, such as 38:3"},
         {{"-r", "0,38.3"}, "\"38.3\" in the selection \"0,38.3\" is not a series, such as 38:3"},
         {{"-r", "0,+38"}, "\"+38\" in the selection \"0,+38\" is not a series, such as 38:3"},
+        {{"-r", "0,4294967334:3"},
+         "\"4294967334:3\" in the selection \"0,4294967334:3\" is not a series, such as 38:3"},
         {{"-r"}, "Option -r needs a selection"},
         {{"-r", "-f", "a"}, "Option -r needs a selection"},
         {{"-f", "a"}, "No selection (-r) before the file \"a\""},
