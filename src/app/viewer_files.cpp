@@ -48,6 +48,12 @@ static int read_column_file(const crv_viewer_argument &file, const crv_selection
                         label_line < INT_MAX ? label_line + 1 : INT_MAX);
 }
 
+// The reader of frame files does not name the file before it fails.
+static int read_frame_file(const char *path) {
+    printf("%%crv_06-i-wor, Reading \"%s\" ...\n", utl_CleanText(path).c_str());
+    return crv_ReadVDR(path, 0);
+}
+
 // Reads the file into the column table from slot 0. Returns the number of columns, 0 or less after
 // a failure.
 static int read_columns(const crv_viewer_argument &file, const char *text) {
@@ -57,7 +63,7 @@ static int read_columns(const crv_viewer_argument &file, const char *text) {
     case crv_option::request_file: return crv_ReadReq(file.value, selection);
     case crv_option::madymo_file: return crv_ReadMad(file.value, selection);
     case crv_option::column_file: return read_column_file(file, selection);
-    default: return crv_ReadVDR(file.value, 0);
+    default: return read_frame_file(file.value);
     }
 }
 

@@ -32,8 +32,8 @@ inline constexpr auto crv_viewer_options = [] {
          "curve; otherwise both columns are curves."},
         {time_window,
          "Use only the points in the time window, for the files that follow; for column files it "
-         "is a window of row numbers. The window includes its bounds. Without this option, all "
-         "points are used."},
+         "is a window of row numbers. The window includes its bounds. Frame files have no time: "
+         "all of their points are used, as are those of all files without this option."},
         {absolute_extremes, ""},
         {all_statistics, ""},
         {chart, "Write the output to the file *chart*."},
