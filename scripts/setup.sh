@@ -58,6 +58,7 @@ packages_of() {
             echo cups-bsd cups-client cups-daemon                # printing
             echo chromium fonts-dejavu-core                      # pages, and their font
             echo git                                             # the checkout of a release
+            echo faketime                                        # a build of another year
             ;;
         mutate) packages_of check && echo ninja-build lld ;;
         nightly)

@@ -59,7 +59,7 @@ def try_package(box, processor):
     box.expect_same_chart(processor, *emulator, root / "usr/bin/crv",
                           request_file=root / "usr/share/doc/crv/examples/run1.req")
     box.expect_programs_work(processor, lambda program, *arguments: box.run_program(
-        *emulator, root / "usr/bin" / program, *arguments))
+        *emulator, root / "usr/bin" / program, *arguments), box.dir)
     if processor == NATIVE:
         expect_installed_files(box, root)
     box.expect("files that a run leaves beside the program",

@@ -1,10 +1,15 @@
 #!/usr/bin/env python3
 """scripts/release.sh rejects what is not a version, a tree with changes, and a source that does not
-agree on the version, before it runs a test. The source agrees on the version that it has."""
-from shared import ROOT, VERSION, main
+agree on the version, before it runs a test, and makes no packages when a test fails. It rejects
+packages of which one is missing or damaged; after the others it prints the steps that remain."""
+import hashlib
+import re
+import shutil
+
+from shared import PACKAGES, ROOT, VERSION, commit, main, make_checkout
 
 OTHER = "9.8.7"
-GIT = ("git", "-c", "user.name=crv", "-c", "user.email=crv@crv.invalid")
+LIBRARIES = {"gcc-12", "glibc", "mingw-w64"}  # by their sources
 
 
 def release(box, source, *arguments):
@@ -12,19 +17,6 @@ def release(box, source, *arguments):
     found = box.run_program("bash", source / "scripts/release.sh", *arguments, cwd=source)
     box.expect("output", found.stdout, "")
     return found.status, found.stderr
-
-
-def make_checkout(box):
-    """The source as a git checkout without changes."""
-    source = box.unpack_source()
-    box.run_command("git", "init", "--quiet", cwd=source)
-    commit(box, source)
-    return source
-
-
-def commit(box, source):
-    box.run_command("git", "add", "--all", cwd=source)
-    box.run_command(*GIT, "commit", "--quiet", "--message", "all", cwd=source)
 
 
 def test_rejects_what_is_not_a_version(box):
@@ -98,4 +90,69 @@ def test_rejects_change_log_of_another_form(box):
         log.write_text(kept)
 
 
-main("git")
+def test_failed_tests_end_release(box):
+    source = make_checkout(box)
+    (source / ".ci/run").write_text("#!/bin/sh\necho CI is $CI\nexit 3\n")
+    commit(box, source)
+    found = box.run_program("bash", source / "scripts/release.sh", VERSION, cwd=source)
+    box.expect_run("run", found, "CI is true\n", "", 3)
+    box.expect("packages are made", (source / "dist").exists(), False)
+
+
+def steps(box, directory):
+    return box.run_program("bash", ROOT / "scripts/release_steps.sh", VERSION, directory)
+
+
+def test_steps_follow_complete_packages(box):
+    found = steps(box, PACKAGES)
+    box.expect("errors", (found.stderr, found.status), ("", 0))
+    lines = [line.strip() for line in found.stdout.splitlines()]
+    archive = (PACKAGES / f"crv-{VERSION}.tar.gz").read_bytes()
+    box.expect("sum of the source archive", lines[-1], hashlib.sha256(archive).hexdigest())
+    contact = "cmake/packages.cmake: The crv developers <developers@crv.invalid>"
+    box.expect("the placeholder of the contact", contact in lines, True)
+    numbers = [line[0] for line in lines if re.match(r"\d\. ", line)]
+    box.expect("numbers", numbers, ["1", "2", "3", "4", "5", "6"])
+
+
+def test_steps_name_sources_of_libraries(box):
+    names = re.findall(r"dget --download-only https://deb\.debian\.org/debian/pool/main/(\S+)\n",
+                       steps(box, PACKAGES).stdout)
+    box.expect("sources", {name.split("/")[1] for name in names}, LIBRARIES)
+    for library in ("libstdc++-12-dev", "libc6-dev"):  # those of this machine
+        source, version = box.output_of(
+            "dpkg-query", "-W", "-f", "${source:Package} ${source:Version}", library).split()
+        box.assertIn(f"{source[0]}/{source}/{source}_{version}.dsc", names)
+
+
+def test_missing_package_is_named(box):
+    names = sorted(path.name for path in PACKAGES.glob("crv*"))
+    box.expect("kinds of packages", len(names), 9)
+    for name in names:
+        directory = box.base / "packages"
+        shutil.copytree(PACKAGES, directory)
+        (directory / name).unlink()
+        expected = f"release_steps.sh: these packages were not made: {name}\n"
+        box.expect_run(f"without {name}", steps(box, directory), "", expected, 1)
+        (directory / name).write_bytes(b"")
+        box.expect_run(f"{name} is empty", steps(box, directory), "", expected, 1)
+        shutil.rmtree(directory)
+
+
+def test_damaged_package_is_named(box):
+    directory = box.base / "packages"
+    shutil.copytree(PACKAGES, directory)
+    name = f"crv-{VERSION}-windows-x86_64.zip"
+    with (directory / name).open("ab") as file:
+        file.write(b"\n")
+    found = steps(box, directory)
+    box.expect("status", (found.stdout, found.status), ("", 1))
+    box.assertIn(f"{name}: FAILED\n", found.stderr)
+    sums = directory / "SHA256SUMS"
+    sums.write_text("".join(line for line in sums.read_text().splitlines(True)
+                            if not line.endswith(f"{name}\n")))
+    box.expect_run("without its sum", steps(box, directory), "",
+                   f"release_steps.sh: these packages were not made: {name}\n", 1)
+
+
+main("git", "dpkg-query")

@@ -67,7 +67,7 @@ def test_packages_work_and_are_removed(box):
         box.expect("status", got.status, CHART_STATUS)
         box.expect("the chart", (root / "crv.ps").read_bytes(), chart)
         box.expect_programs_work(processor, lambda program, *arguments: box.enter(
-            root, *prefix, f"/usr/bin/{program}", *arguments))
+            root, *prefix, f"/usr/bin/{program}", *arguments), root)
 
         run_rpm(box, root, "--erase", "crv")
         for name in ("run1.req", "crv.ps", *(path[1:] for path in prefix)):

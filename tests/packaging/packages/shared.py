@@ -13,8 +13,13 @@ from support.sandbox import ROOT, require  # noqa: E402
 
 # dpkg needs programs in directories that only root has in its path.
 PATH = f"{os.environ.get('PATH', '')}:/usr/sbin:/usr/bin:/sbin:/bin"
-CHART = ("-t", "Quarter car over a bump", "-r", "0,38:3,52:3,70:2", "-f", "run1.req", "-p")
+SERIES = ("-t", "Quarter car over a bump", "-r", "0,38:3,52:3,70:2", "-f", "run1.req")
+CHART = (*SERIES, "-p")
 CHART_STATUS = 1  # of a finished chart
+# What the viewers of a package are asked for, in a directory with the example, and the file that
+# they write.
+VIEWS = {"crv-csv": (SERIES, None), "crv-html": ((*SERIES, "-p", "page.html"), "page.html"),
+         "crv-info": (("run1.req",), None), "crv-term": (SERIES, None)}
 DATABASE = "var/lib/dpkg"
 # Processors of the packages: Debian's name, and the emulator with which programs run here that are
 # linked statically.
@@ -88,12 +93,21 @@ class Sandbox(sandbox.Sandbox):
                 return self.run_program(*enter, root, *command, **options)
         return self.skipTest("no program may be run in another root directory here")
 
-    def expect_programs_work(self, name, run):
-        """Each program prints the same help as the built one. run(PROGRAM, ARGUMENT...) runs the
-        program of the package and returns what it printed, and its status."""
+    def expect_programs_work(self, name, run, directory):
+        """Each program prints the help of the built one, and each viewer shows the same of the
+        example in `directory`. run(PROGRAM, ARGUMENT...) runs the program of the package there and
+        returns what it printed, and its status."""
+        self.expect("programs", sorted(["crv", *VIEWS]), PROGRAMS)
         for program in PROGRAMS:
             self.expect(f"{name}: help of {program}", run(program, "-h"),
                         self.run_program(BUILT.parent / program, "-h"))
+        shutil.copy(ROOT / "examples/run1.req", self.dir)
+        for program, (arguments, file) in VIEWS.items():
+            expected = self.run_program(BUILT.parent / program, *arguments)
+            self.expect(f"status of {program}", expected.status, 0)
+            written = take_file(self.dir, file)
+            self.expect(f"{name}: {program}", run(program, *arguments), expected)
+            self.expect(f"{name}: {file} of {program}", take_file(directory, file), written)
 
     def draw(self, *program, request_file=ROOT / "examples/run1.req"):
         """The chart that a program draws of the example, and what it prints."""
@@ -109,6 +123,31 @@ class Sandbox(sandbox.Sandbox):
         self.expect(f"{name}: what is printed", text, expected_text)
         self.assertEqual(expected_chart[:2], b"%!", f"{name}: a chart is drawn")
         self.expect(f"{name}: the chart is that of the built program", chart, expected_chart)
+
+
+def take_file(directory, name):
+    """Removes a file that a program was to write; returns its contents."""
+    if name is None:
+        return None
+    contents = (directory / name).read_bytes()
+    (directory / name).unlink()
+    return contents
+
+
+def make_checkout(box):
+    """The source as a git checkout without changes; returns its directory."""
+    source = box.unpack_source()
+    box.run_command("git", "init", "--quiet", cwd=source)
+    commit(box, source)
+    return source
+
+
+def commit(box, source):
+    """Commits all changes. The commit has the time of the packages, which comes from the source."""
+    time = (source / "cmake/commit_time.txt").read_text().strip()
+    box.run_command("git", "add", "--all", cwd=source)
+    box.run_command("git", "-c", "user.name=crv", "-c", "user.email=crv@crv.invalid", "commit",
+                    "--quiet", "--message", "all", cwd=source, GIT_COMMITTER_DATE=f"{time} +0000")
 
 
 def require_to_build():
