@@ -55,8 +55,11 @@ CPU_SECONDS = 10  # of one process of a mutant
 MEMORY_KIB = 4 * 1024 * 1024
 TIME_LIMIT = "a time limit"
 FILE_BLOCKS = 1024 * 1024  # of 512 bytes or 1 KiB, by shell
-PROGRAMS = ("CMakeFiles/crv_core.dir/", "CMakeFiles/crv.dir/",
-            "tests/CMakeFiles/crv_unit_tests.dir/")
+MAINS = {"crv" + path.stem.removeprefix("main").replace("_", "-"): f"src/app/{path.name}"
+         for path in sorted((ROOT / "src" / "app").glob("main*.cpp"))}  # by program
+TARGETS = ("CMakeFiles/crv_core.dir/", "tests/CMakeFiles/crv_unit_tests.dir/",
+           *(f"CMakeFiles/{program}.dir/" for program in MAINS))
+OPTION_TEXTS = ("src/app/option_table.h", "src/app/viewer_options.h")
 
 
 # ----- the copy of the tree, its build and its tests
@@ -104,7 +107,7 @@ def configure():
 
 def build_base(jobs):
     configure()
-    run(["ninja", "-C", BASE, "-j", jobs, "crv", "crv_unit_tests"], stdout=subprocess.DEVNULL)
+    run(["ninja", "-C", BASE, "-j", jobs, "programs", "crv_unit_tests"], stdout=subprocess.DEVNULL)
 
 
 class Build:
@@ -116,10 +119,10 @@ class Build:
             source = pathlib.Path(entry["file"])
             words = shlex.split(entry["command"])
             # Other programs compile some of the sources again; the header is precompiled once.
-            is_linked = words[words.index("-o") + 1].startswith(PROGRAMS)
+            is_linked = words[words.index("-o") + 1].startswith(TARGETS)
             if is_linked and source.is_relative_to(TREE):
                 self.compile[source.relative_to(TREE).as_posix()] = words
-        self.crv_link = self.link_command("crv")
+        self.links = {program: self.link_command(program) for program in MAINS}
         self.unit_link = self.link_command("tests/crv_unit_tests")
         self.dependents = self.read_dependents()
 
@@ -248,8 +251,10 @@ class Worker:
 
     def link(self, words, name, objects):
         """Links as the build does. Objects of the library stand before it, which hides those that
-        it contains."""
+        it contains; the main routines of other programs are left out."""
         target = str(self.place / name)
+        others = {self.build.object_of(main) for main in MAINS.values()} - set(words)
+        objects = {old: new for old, new in objects.items() if old not in others}
         words = [objects.get(word, word) for word in words]
         words[words.index("-o") + 1] = target
         library = next(k for k, word in enumerate(words) if word.endswith("libcrv_core.a"))
@@ -285,10 +290,16 @@ class Worker:
                                  program], self.limits["cases"], self.scratch, self.environment())
         return "lint/options" if status else None
 
-    def find_killer(self, file, objects, crv):
+    def link_programs(self, objects):
+        """Returns crv; the others are beside it, where the cases look for them."""
+        for program, words in self.build.links.items():
+            self.link(words, program, objects)
+        return str(self.place / "crv")
+
+    def find_killer(self, file, objects):
         likely = self.suites.likely_units(file)
         units = None
-        if file == "src/app/option_table.h":
+        if file in OPTION_TEXTS:
             killer = self.run_option_check()
             if killer:
                 return killer
@@ -297,7 +308,7 @@ class Worker:
             killer = self.run_units(units, likely)
             if killer:
                 return killer
-        killer = self.run_cases(crv, self.suites.ordered_cases(file))
+        killer = self.run_cases(self.link_programs(objects), self.suites.ordered_cases(file))
         if killer:
             return killer
         units = units or self.link_units(file, objects)
@@ -306,9 +317,7 @@ class Worker:
     def link_units(self, file, objects):
         tests = [s for s in sorted(self.build.dependents[file]) if s.startswith("tests/")]
         objects = objects | (self.compile(tests) or {})
-        main = self.build.object_of("src/app/main.cpp")
-        return self.link(self.build.unit_link, "crv_unit_tests",
-                         {old: new for old, new in objects.items() if old != main})
+        return self.link(self.build.unit_link, "crv_unit_tests", objects)
 
     def try_mutant(self, mutation, text):
         """Returns the result: invalid, killed or survived, and the test that killed."""
@@ -323,9 +332,8 @@ class Worker:
         objects = self.compile(sources)
         if objects is None:
             return "invalid", None
-        crv = self.link(self.build.crv_link, "crv", objects)
         try:
-            killer = self.find_killer(mutation.file, objects, crv)
+            killer = self.find_killer(mutation.file, objects)
         except Timeout:
             killer = TIME_LIMIT
         return ("killed", killer) if killer else ("survived", None)

@@ -19,6 +19,7 @@ class Terminal:
         if self.child == 0:
             fcntl.ioctl(1, termios.TIOCSWINSZ, struct.pack("4H", rows, columns, 0, 0))
             os.chdir(directory)
+            signal.signal(signal.SIGINT, signal.SIG_DFL)  # ignored by a run in the background
             os.execvpe(command[0], command, environment)
 
     def read_until(self, done, patience=PATIENCE):
