@@ -96,6 +96,7 @@ TEST_P(VectorScan, ReadsOnlyPaddingAfterText) {
         memset(text, 'x', length + utl_padding);
         EXPECT_EQ(utl_ScanLine(text, length).length, length);
         EXPECT_EQ(utl_ScanLineRun(text, length, 510, 10).lines, 0U);
+        EXPECT_EQ(utl_ScanLineRunScalar(text, length, 510, 10).lines, 0U);
         if (length > 0) text[length / 2] = '\n';
         EXPECT_EQ(utl_ScanLine(text, length).length, length / 2);
         EXPECT_EQ(utl_ScanLineRun(text, length, 510, 10).lines, length > 0 ? 1U : 0U);

@@ -83,6 +83,15 @@ TEST_F(PageFile, WritesValuesOfEachLength) {
     }
 }
 
+// 1.0 is 3F F0 and six bytes 0, written from its lowest byte on.
+TEST_F(PageFile, FillsTheLastDigits) {
+    const crv_column *one = add_column(0, {1}, "one");
+    const crv_column *two = add_column(1, {1, 1}, "two");
+    add_file("a.req", one, {two});
+    EXPECT_EQ(blocks_of(written(view_), 0).at(0), "AAAAAAAA8D8=");
+    EXPECT_EQ(blocks_of(written(view_), 1).at(0), "AAAAAAAA8D8AAAAAAADwPw==");
+}
+
 TEST_F(PageFile, WritesBitsOfSpecialValues) {
     const double nan = std::numeric_limits<double>::quiet_NaN(), infinity = INFINITY;
     crv_column *column = add_column(0, {nan, infinity, -infinity, -0.0});

@@ -3,6 +3,11 @@
 
 #include "support.h"
 
+#include <cstdint>
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 struct shown {
@@ -75,6 +80,24 @@ TEST(Progress, CutsNameBetweenCharacters) {
     EXPECT_EQ(text_of(0, 0, 2000, 8 + 4, name).text, "0.0 MB  \xe6\x9c\xac\xc3\xa9");
     EXPECT_EQ(text_of(0, 0, 2000, 8 + 4, name).filled, 11);
     EXPECT_EQ(text_of(0, 0, 2000, 8 + 2, name).text, "0.0 MB  \xc3\xa9");
+}
+
+#ifndef _WIN32
+TEST(Progress, NothingIsShownOfTypedInput) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    const utl_progress progress = utl_StartProgress(terminal, "-");
+    close(terminal);
+    EXPECT_EQ(progress.next_time, INT64_MAX);
+    EXPECT_FALSE(progress.can_wait);
+}
+#endif
+
+// U+1000, the first that may be wide.
+TEST(Progress, CharactersFromU1000MayBeWide) {
+    EXPECT_EQ(text_of(0, 0, 2000, 8 + 1, "\xe1\x80\x80").text, "0.0 MB  ");
+    EXPECT_EQ(text_of(0, 0, 2000, 8 + 2, "\xe1\x80\x80").text, "0.0 MB  \xe1\x80\x80");
+    EXPECT_EQ(text_of(0, 0, 2000, 8 + 2, "\xe1\x80\x80").filled, 10);
 }
 
 } // namespace

@@ -49,6 +49,12 @@ TEST_F(terminal_axis, NeighborsDifferInTheirDigits) {
     EXPECT_EQ(ticks_of(0, 2e-7), (texts{"0", "5.0e-8", "1.0e-7", "1.5e-7", "2.0e-7"}));
 }
 
+TEST_F(terminal_axis, NumbersFrom1e15OnHaveExponents) {
+    EXPECT_EQ(ticks_of(1e15, 1e15 + 4e3),
+              (texts{"1.000000000000e15", "1.000000000001e15", "1.000000000002e15",
+                     "1.000000000003e15", "1.000000000004e15"}));
+}
+
 TEST_F(terminal_axis, NumbersLeaveSpaceBetweenThem) {
     const crv_axis axis = crv_MakeAxis(0, 1);
     EXPECT_EQ(texts_of(crv_ChooseTicks(axis, 16, 1, 4)), (texts{"0.0", "0.5", "1.0"}));

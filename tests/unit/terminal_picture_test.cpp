@@ -213,6 +213,16 @@ TEST_F(terminal_picture, SeriesOfAllFilesHaveTheSameColor) {
     EXPECT_THAT(ascii, testing::HasSubstr("b.req   " + (blue + repeated("+", 3))));
 }
 
+TEST_F(terminal_picture, FourFilesHaveDashPatternsInPlaceOfLetters) {
+    for (const char *path : {"a.req", "b.req", "c.req", "d.req"})
+        add_file(path, {{{0, 15}, {2, 2}, "high"}});
+    EXPECT_THAT(draw(40, 30, true, true),
+                testing::HasSubstr("d.req   " + (std::string(blue) + "\u2824\u2824\u2824\u2824 ")));
+    add_file("e.req", {{{0, 15}, {2, 2}, "high"}});
+    EXPECT_THAT(draw(40, 30, true, true),
+                testing::HasSubstr("d.req   " + (std::string(blue) + "D")));
+}
+
 TEST_F(terminal_picture, CurvesWithoutColorsHaveLetters) {
     add_file("a.req", {{{0, 15}, {2, 2}, "high"}, {{0, 15}, {0, 0}, "low"}});
     EXPECT_EQ(draw(30, 8, true), "  ┌──────────────────────────┐\n"
@@ -259,6 +269,18 @@ TEST_F(terminal_picture, LegendCountsCurvesThatDoNotFit) {
                 testing::HasSubstr("\n*** Displ 38, Z   +++ Displ 38, Z   xxx Displ 38, Z\n"));
     EXPECT_THAT(draw(60, 12, false),
                 testing::EndsWith("\n%%% Displ 38, Z   &&& Displ 38, Z  +4 more\n"));
+}
+
+TEST_F(terminal_picture, EntryOfTheWholeWidthLeavesTheCountItsLine) {
+    const std::string label(31, 'a'); // the longest
+    std::vector<points> curves;
+    for (int k = 0; k < 12; ++k) curves.push_back({{0, 15}, {1.0 * k, 2}, label.c_str()});
+    add_file("a.req", curves);
+    EXPECT_THAT(draw(35, 12, false), testing::HasSubstr("\n*** " + label + "\n"));
+    std::istringstream picture(draw(35, 12, false));
+    std::string line, last;
+    for (; std::getline(picture, line); last = line) EXPECT_LE(line.size(), 35U);
+    EXPECT_EQ(last, "  +10");
 }
 
 TEST_F(terminal_picture, TextsAreCleanedAndCut) {

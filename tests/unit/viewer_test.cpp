@@ -153,6 +153,13 @@ TEST_F(viewer, ColumnZeroIsTheRowCount) {
     EXPECT_EQ(values_of(view.curves[1].y), (numbers{6, 8}));
 }
 
+TEST_F(viewer, NothingFollowsTheLastLineNumber) {
+    const text_file rows("a b\n1 2\n", ".pos");
+    EXPECT_FALSE(read({"-r", "0,0", "-fp2147483647", rows.path()}));
+    EXPECT_EQ(err,
+              "%crv_06-e-pts, No points of \"" + std::string(rows.path()) + "\" are selected\n");
+}
+
 TEST_F(viewer, SelectionAppliesToTheFilesAfterIt) {
     ASSERT_TRUE(read({"-r", "0,38:2", "-f", first.path(), "-r", "0,52:1", "-f", first.path()}));
     EXPECT_EQ(values_of(view.curves[1].y), (numbers{10, 40, 70}));
@@ -268,6 +275,12 @@ TEST_F(viewer, IncompleteEndIsReported) {
     ASSERT_TRUE(read({"-r", "0,1:1", "-fm", madymo.path()}));
     EXPECT_EQ(err, std::string("%crv_88-w-end, \"") + madymo.path() +
                        "\" ends within step 2, the rest is missing\n");
+}
+
+TEST_F(viewer, FileThatEndsAfterATimeIsReported) {
+    const text_file cut("any\nRun\n1\n38 1 0 0 0\n0.0\n1 2 3\n0.5\n");
+    ASSERT_TRUE(read({"-r", "0,38:2", "-f", cut.path()}));
+    EXPECT_THAT(err, testing::HasSubstr("ends within step 2"));
 }
 
 TEST_F(viewer, LongLineIsReported) {
