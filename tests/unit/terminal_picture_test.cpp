@@ -235,6 +235,15 @@ TEST_F(terminal_picture, CurvesWithoutColorsHaveLetters) {
                                  "A⠤⠤⠤⠤⠤ high   B⠤⠤⠤⠤⠤ low\n");
 }
 
+// The letter of the first of two curves belongs at a quarter of the width, or up to half of the
+// width beside it.
+TEST_F(terminal_picture, LetterStandsWhereItsCurveIs) {
+    set_ranges(0, 31, 0, 2);
+    add_file("a.req", {{{24, 24}, {0, 2}, "up"}});
+    add_file("b.req", {{{0, 3}, {1, 1}, "level"}});
+    EXPECT_THAT(draw_plot(true), testing::Contains(testing::HasSubstr("A")));
+}
+
 TEST_F(terminal_picture, CurvesInAsciiHaveCharacters) {
     add_file("a.req", {{{0, 15}, {2, 2}, "high"}, {{0, 15}, {0, 0}, "low"}});
     add_file("b.req", {{{0, 15}, {1, 1}, "mean"}});
