@@ -89,6 +89,14 @@ TEST_F(file_header, MadymoLineWithoutTwoNumbersIsNoted) {
     EXPECT_EQ(header.num_descriptions, 0);
 }
 
+TEST_F(file_header, MadymoCountsMayEndTheLongestLine) {
+    open("Sled\nx\n" + std::string(506, ' ') + "2 1\nSLED\nHEAD\nacceleration\n");
+    const crv_madymo_header header = crv_ReadMadymoHeader(lines);
+    EXPECT_TRUE(header.has_counts);
+    EXPECT_EQ(header.num_requests, 2);
+    EXPECT_EQ(header.num_descriptions, 1);
+}
+
 TEST_F(file_header, ColumnHeaderEndsAtFirstRow) {
     open("made by hand\ntime, force\n\n0 1 2\n1 2 3\n");
     crv_column_header header = {};

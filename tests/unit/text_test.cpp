@@ -153,6 +153,13 @@ TEST(Text, AWholeNumberIsDigitsUpToItsLimit) {
     EXPECT_FALSE(utl_IsWholeNumber("31", 30));
 }
 
+TEST(Text, TrimsBothEndsOfALine) {
+    EXPECT_EQ(utl_TrimLine(" \t a b \r\n"), "a b");
+    EXPECT_EQ(utl_TrimLine("a"), "a");
+    EXPECT_EQ(utl_TrimLine(" \r\n"), "");
+    EXPECT_EQ(utl_TrimLine(""), "");
+}
+
 TEST(Text, TakesNumbersInAnyOrder) {
     const padded_text line(" 1,2  3 ,4" + std::string(70, ' ') + "5 ");
     utl_line_fields fields = utl_SplitLine(line.text());
