@@ -9,8 +9,9 @@
         Tries one change: occurrence N (default 1) of OLD in that line becomes NEW.
 
 A mutant is a program with one change; mutations.py says which there are. It is killed if a unit
-test or a case fails, crashes or exceeds its time limit. One that does not compile is replaced by
-the next one.
+test or a case fails, crashes or exceeds its time limit, and for sources that only a terminal or a
+limit of memory reaches (SCRIPTS), a test of tests/cli. One that does not compile is replaced by the
+next one.
 
 Some changes cannot be seen in any output: mutate_equivalents.txt lists them, each with an argument.
 They do not count towards COUNT nor the score. The status is 0 if at least 99 % of the others are
@@ -51,6 +52,11 @@ COPIED = ["CMakeLists.txt", "CMakePresets.json", "cmake", "scripts", "src", "tes
 
 MIN_SCORE = 0.99
 MAX_EQUIVALENT = 0.12
+SCRIPTS = {"src/text/progress.cpp": "progress", "src/system/status_line.cpp": "progress",
+           "src/system/status_line_posix.cpp": "progress",
+           "src/system/terminal_posix.cpp": "terminal_chart",
+           "src/app/main.cpp": "memory_limit", "src/app/viewer.cpp": "memory_limit"}
+SCRIPT_SECONDS = 600
 CPU_SECONDS = 10  # of one process of a mutant
 MEMORY_KIB = 4 * 1024 * 1024
 TIME_LIMIT = "a time limit"
@@ -281,6 +287,11 @@ class Worker:
         failed = re.findall(r"^FAIL (\S+)", output, re.MULTILINE)
         return failed[0] if failed else f"crash of a case (status {status})"
 
+    def run_script(self, program, name):
+        words = [sys.executable, TREE / "tests" / "cli" / f"{name}.py", "--crv", program]
+        status, _ = run_limited(words, SCRIPT_SECONDS, self.scratch, self.environment())
+        return f"{name}.py" if status else None
+
     def run_option_check(self):
         """The texts of the option table are seen in the documents and completions only."""
         program = str(self.place / "print_options")
@@ -308,11 +319,15 @@ class Worker:
             killer = self.run_units(units, likely)
             if killer:
                 return killer
-        killer = self.run_cases(self.link_programs(objects), self.suites.ordered_cases(file))
+        crv = self.link_programs(objects)
+        killer = self.run_cases(crv, self.suites.ordered_cases(file))
         if killer:
             return killer
         units = units or self.link_units(file, objects)
-        return self.run_units(units, "-" + likely if likely else "*")
+        killer = self.run_units(units, "-" + likely if likely else "*")
+        if not killer and file in SCRIPTS:
+            killer = self.run_script(crv, SCRIPTS[file])
+        return killer
 
     def link_units(self, file, objects):
         tests = [s for s in sorted(self.build.dependents[file]) if s.startswith("tests/")]
@@ -523,6 +538,8 @@ def measure_limits(build, suites):
     units = time.monotonic()
     killer = killer or worker.run_cases(str(BASE / "crv"), suites.cases)
     cases = time.monotonic()
+    for name in sorted(set(SCRIPTS.values())):
+        killer = killer or worker.run_script(str(BASE / "crv"), name)
     if killer:
         sys.exit(f"the unchanged program fails: {killer}")
     print(f"unit tests {units - begin:.1f} s, cases {cases - units:.1f} s")

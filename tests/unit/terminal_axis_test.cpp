@@ -58,6 +58,8 @@ TEST_F(terminal_axis, NumbersFrom1e15OnHaveExponents) {
 TEST_F(terminal_axis, NumbersLeaveSpaceBetweenThem) {
     const crv_axis axis = crv_MakeAxis(0, 1);
     EXPECT_EQ(texts_of(crv_ChooseTicks(axis, 16, 1, 4)), (texts{"0.0", "0.5", "1.0"}));
+    EXPECT_EQ(texts_of(crv_ChooseTicks(axis, 14, 1, 4)), (texts{"0.0", "0.5", "1.0"}));
+    EXPECT_EQ(texts_of(crv_ChooseTicks(axis, 13, 1, 4)), (texts{"0", "1"}));
     EXPECT_EQ(texts_of(crv_ChooseTicks(axis, 40, 1, 4)),
               (texts{"0.0", "0.2", "0.4", "0.6", "0.8", "1.0"}));
 }

@@ -292,6 +292,12 @@ TEST_F(terminal_picture, EntryOfTheWholeWidthLeavesTheCountItsLine) {
     EXPECT_EQ(last, "  +10");
 }
 
+TEST_F(terminal_picture, LabelIsCutToTheWidthOfItsEntry) {
+    const std::string label(31, 'a');
+    add_file("a.req", {{{0, 15}, {2, 2}, label.c_str()}});
+    EXPECT_THAT(draw(30, 8, false), testing::EndsWith("\n*** " + std::string(23, 'a') + "...\n"));
+}
+
 TEST_F(terminal_picture, TextsAreCleanedAndCut) {
     add_file("a.req", {{{0, 1}, {0, 1}, "\xFF\033[2J \u8ECA"}});
     view.title = "  a title that is longer than twenty \u8ECA ";

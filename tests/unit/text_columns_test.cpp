@@ -25,6 +25,7 @@ TEST(text_columns, CountsWideCharactersTwice) {
 TEST(text_columns, CountsNoColumnForMarks) {
     EXPECT_EQ(utl_CountColumns("u\u0308"), 1);
     EXPECT_EQ(utl_CountColumns("a\u200Bb\uFEFF"), 2);
+    EXPECT_EQ(utl_CountColumns("a\u202Eb\u202F"), 3); // the last is a narrow space
 }
 
 TEST(text_columns, CutsAtTheEnd) {
