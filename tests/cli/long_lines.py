@@ -62,7 +62,8 @@ def test_column_rows_have_1023_characters(box):
                    "%crv_05-i-tra, T range, 1.000000 through 2.000000 \n"
                    + COLUMN.reading("pipe", rows + 2, "0,1") + WROTE_NOTHING,
                    '%crv_94-w-mea, Means of "pipe" are sums over the values in 2 rows divided by '
-                   f"the number of values in all {rows + 2} rows\n" + COLUMN.wrapped("pipe", rows + 2, "Row Count", "time"))
+                   f"the number of values in all {rows + 2} rows\n"
+                   + COLUMN.wrapped("pipe", rows + 2, "Row Count", "time"))
 
 
 def test_frame_text_is_skipped(box):

@@ -8,7 +8,7 @@ import re
 import source_files
 
 LIMIT = 100
-LITERAL = re.compile(r'\s*[fRrb]*(["\']).*\1[\s,;)\]}\\]*')
+LITERAL = re.compile(r'\s*[fRrb]*(["\'])(?:\\.|(?!\1)[^\\])*\1[\s,;)\]}\\]*')
 BLOCK = re.compile(r"^```.*?^```$", re.S | re.M)
 
 
