@@ -13,10 +13,10 @@ ENOUGH = 64 << 20
 WITHOUT_CHART = {"    _50-e-calloc, data": 0, "    _50-e-calloc, curve": 0}
 
 
-def run_within(box, limit, arguments):
+def run_within(box, limit, arguments, program="crv"):
     """Runs in an address space of `limit` bytes."""
-    return box.crv(*arguments, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS,
-                                                                     (limit, limit)))
+    return box.run_program(program, *arguments, preexec_fn=lambda: resource.setrlimit(
+        resource.RLIMIT_AS, (limit, limit)))
 
 
 def started(result):
@@ -24,9 +24,9 @@ def started(result):
     return result.status >= 0 and result.status != 127 and "initial thread" not in result.stderr
 
 
-def first_limit(box, arguments):
+def first_limit(box, arguments, program="crv"):
     limit = COARSE
-    while limit < ENOUGH and not started(run_within(box, limit, arguments)):
+    while limit < ENOUGH and not started(run_within(box, limit, arguments, program)):
         limit += COARSE
     return limit - COARSE
 
@@ -82,6 +82,27 @@ def test_table_is_complete_or_unchanged(box):
                         " crv_84-f-fopen, in crv_writecols() ": 0},
                        after=lambda: tables.add(box.read("a.dat")))
     box.expect("tables", tables, {b"old\n", TABLE})
+
+
+def test_other_programs_end_with_1_and_no_output(box):
+    """A long title and a long name are copied."""
+    box.write("a.req", REQ)
+    run = ("-t", "t" * 100_000, "-r", "0,7", "-f", "a.req")
+    for program, arguments, report in (
+            ("crv-csv", run, "    _06-e-new"), ("crv-term", run, "    _06-e-new"),
+            ("crv-html", run, "    _06-e-new"),
+            ("crv-info", ["./" * 1000 + "a.req"], "    _08-e-new")):
+        good, last_lines = box.run_program(program, *arguments), set()
+        for limit in range(first_limit(box, arguments, program), ENOUGH, FINE):
+            result = run_within(box, limit, arguments, program)
+            if not started(result):
+                continue
+            if result == good:
+                break
+            box.assertEqual((result.status, result.stdout), (1, ""), f"{program} {limit >> 10}")
+            last_lines.update(result.stderr.splitlines(True)[-1:])
+        box.expect(f"{program}: enough", result, good)
+        box.expect(f"{program}: no memory", report + OUT_OF_MEMORY in last_lines, True)
 
 
 if IS_SANITIZED:

@@ -182,6 +182,18 @@ def test_line_is_cut_to_width(box):
     box.assertNotIn("\x1b", "".join(shown))
 
 
+def test_terminal_of_unknown_size_has_80_columns(box):
+    """The last of them stays free."""
+    name = "x" * 100 + ".req"
+    run = Fed(box, name, ["-r", "0,7", "-f", name, "-w", "x"])
+    run.wait_for(PIPE_LINE + r"*\.req")
+    run.feed(REQ)
+    screen = run.terminal.screen.decode()
+    run.end()
+    box.assertIn("\r0.0 MB  " + "x" * (79 - 8 - 4) + ".req", screen)
+    box.assertNotIn("\r0.0 MB  " + "x" * (79 - 8 - 3), screen)
+
+
 def test_line_is_renewed_ten_times_a_second_at_most(box):
     run = Fed(box, "in.req", ["-r", "0,7", "-f", "in.req", "-w", "x"])
     run.feed(REQ)
