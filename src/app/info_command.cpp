@@ -54,6 +54,11 @@ static bool is_rejected(const crv_info &info) {
     }
 }
 
+// Returns true if the time of no step is finite. No time window then has a step.
+static bool has_no_finite_time(const crv_survey &steps) {
+    return steps.lowest_time > steps.highest_time;
+}
+
 // Returns the option for a time window that contains all points with a finite time, with a blank;
 // an empty text if the default window does, or if no time is finite.
 static std::string window_of(const crv_info &info) {
@@ -61,7 +66,7 @@ static std::string window_of(const crv_info &info) {
     if (!survey || survey->dropped == 0) return "";
     if (info.file.format == crv_format::column)
         return "-tm 1:" + std::to_string(survey->steps) + " ";
-    if (survey->lowest_time > survey->highest_time) return "";
+    if (has_no_finite_time(*survey)) return "";
     return "-tm " + crv_NumberText(survey->lowest_time) + ":" +
            crv_NumberText(survey->highest_time) + " ";
 }
@@ -75,8 +80,9 @@ void crv_AddCommand(crv_info *info) {
     const std::string selection = selection_of(*info);
     if (is_rejected(*info) || selection.empty()) return;
     // The other programs have no default window, and count without a limit.
-    const bool is_too_long = info->file.format == crv_format::request && crv_CountWraps(*info);
-    info->command = is_too_long ? "crv-html -r " : "crv " + window_of(*info) + "-r ";
+    const bool needs_page = info->file.format == crv_format::request &&
+                            (crv_CountWraps(*info) || has_no_finite_time(info->request.steps));
+    info->command = needs_page ? "crv-html -r " : "crv " + window_of(*info) + "-r ";
     info->command +=
         selection + " " + option_of(info->file) + " " + utl_ShellWord(path_of(info->file)) + " -p";
 }
