@@ -67,9 +67,10 @@ static int read_columns(const crv_viewer_argument &file, const char *text) {
     }
 }
 
-// Items outside the table have a value that no file contains.
+// Items outside the table of request files have a value that no file contains. In Madymo files an
+// item is the place of a number on its line.
 static void warn_unknown_items(const crv_viewer_argument &file, const char *text) {
-    if (file.option != crv_option::request_file && file.option != crv_option::madymo_file) return;
+    if (file.option != crv_option::request_file) return;
     const crv_selection selection = crv_ParseSel(text, 0);
     for (const crv_reqsel &entry : crv_Entries(selection)) {
         if (entry.item < std::size(crv_request_items)) continue;

@@ -193,6 +193,14 @@ TEST_F(viewer, ItemsThatNoRequestHasAreReported) {
     EXPECT_EQ(values_of(view.curves[1].y), (numbers{-999.999, -999.999, -999.999}));
 }
 
+TEST_F(viewer, ItemsOfMadymoFilesArePlacesOfNumbers) {
+    const text_file sled("Sled\n\n1 0\nSLED\n0\n1 2 3 4 5 6 7 8 9 10 11 12 13\n", ".mad");
+    ASSERT_TRUE(read({"-r", "0,1:9,1:13", "-fm", sled.path()}));
+    EXPECT_EQ(err, "");
+    EXPECT_EQ(values_of(view.curves[0].y), numbers{9});
+    EXPECT_EQ(values_of(view.curves[1].y), numbers{13});
+}
+
 TEST_F(viewer, TimeWindowDropsPoints) {
     ASSERT_TRUE(read({"-tm", "0.4:0.6", "-r", "0,38:2", "-f", first.path()}));
     EXPECT_EQ(values_of(view.files[0].x), (numbers{0.5}));
